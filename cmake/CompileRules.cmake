@@ -1,0 +1,25 @@
+# The rules that every target of this project is compiled by.
+
+# Language, warnings and strict arithmetic. A fused multiply-add or a reordered sum changes the last places
+# of a position, so contraction and every fast-math freedom stay off, whatever the caller's flags say.
+function(zellap10_compile_rules target)
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /fp:precise /W4 /permissive- /utf-8)
+    target_compile_options(${target} PRIVATE $<$<BOOL:${ZELLAP10_WARNINGS_AS_ERRORS}>:/WX>)
+    target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE -fno-fast-math -ffp-contract=off)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
+  endif()
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  target_compile_options(${target} PRIVATE $<$<BOOL:${ZELLAP10_WARNINGS_AS_ERRORS}>:-Werror>)
+  if(ZELLAP10_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+endfunction()

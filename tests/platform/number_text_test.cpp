@@ -1,0 +1,111 @@
+#include <zellap10/platform/number_text.h>
+#include <zellap10/platform/types.h>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+
+namespace {
+
+using zellap10::platform::number_of;
+using zellap10::platform::TextScanner;
+
+// A locale that writes numbers with a decimal comma.
+constexpr const char* kCommaLocale = "de_DE.UTF-8";
+
+struct IntegerRow {
+    const char* name;
+    const char* text;
+    bool taken;
+    int value;
+    const char* rest;
+};
+
+// clang-format off
+const IntegerRow kIntegerRows[] = {
+    // name                           text                      taken  value        rest
+    {"plain",                         "640,480",                true,  640,         ",480"},
+    {"white space in front",          " \t\r\n\v\f7 ",          true,  7,           " "},
+    {"plus sign",                     "+12",                    true,  12,          ""},
+    {"minus sign",                    "-12x",                   true,  -12,         "x"},
+    {"blank behind the sign",         "- 12",                   false, 0,           "- 12"},
+    {"no digit",                      "  x",                    false, 0,           "  x"},
+    {"empty",                         "",                       false, 0,           ""},
+    {"fraction stays",                "100.5",                  true,  100,         ".5"},
+    {"largest int",                   "2147483647",             true,  2147483647,  ""},
+    {"one above is held",             "2147483648",             true,  2147483647,  ""},
+    {"smallest int",                  "-2147483648",            true,  -2147483647 - 1, ""},
+    {"one below is held",             "-2147483649",            true,  -2147483647 - 1, ""},
+    {"far more digits than a number", "99999999999999999999999", true, 2147483647,  ""},
+};
+// clang-format on
+
+TEST(TextScannerInteger, ReadsAsScanFormatD) {
+    for (const IntegerRow& row : kIntegerRows) {
+        SCOPED_TRACE(row.name);
+        TextScanner scanner(row.text);
+        int value = 0;
+        EXPECT_EQ(scanner.integer(value), row.taken);
+        EXPECT_EQ(value, row.value);
+        EXPECT_STREQ(scanner.rest(), row.rest);
+    }
+}
+
+struct RealRow {
+    const char* name;
+    const char* text;
+    bool taken;
+    double value;
+    const char* rest;
+};
+
+// clang-format off
+const RealRow kRealRows[] = {
+    // name                    text              taken  value       rest
+    {"decimal",                " 42.5 -71",      true,  42.5,       " -71"},
+    {"comma ends it",          "42,5",           true,  42.0,       ",5"},
+    {"exponent",               "-1.5e+2x",       true,  -150.0,     "x"},
+    {"point first",            ".5",             true,  0.5,        ""},
+    {"hexadecimal",            "0x10",           true,  16.0,       ""},
+    {"too large",              "1e999",          true,  HUGE_VAL,   ""},
+    {"no number",              " N42",           false, 0.0,        " N42"},
+};
+// clang-format on
+
+TEST(TextScannerReal, ReadsAsStrtod) {
+    for (const RealRow& row : kRealRows) {
+        SCOPED_TRACE(row.name);
+        TextScanner scanner(row.text);
+        double value = 0.0;
+        EXPECT_EQ(scanner.real(value), row.taken);
+        EXPECT_EQ(value, row.value);
+        EXPECT_STREQ(scanner.rest(), row.rest);
+        EXPECT_EQ(number_of(row.text), row.value);
+    }
+}
+
+TEST(NumberText, IsTheSameInEveryLocale) {
+    ASSERT_NE(std::setlocale(LC_ALL, kCommaLocale), nullptr) << "the build makes this locale";
+    EXPECT_STREQ(std::localeconv()->decimal_point, ",");
+    double value = 0.0;
+    TextScanner scanner("42.5,1");
+    EXPECT_TRUE(scanner.real(value));
+    EXPECT_EQ(value, 42.5);
+    EXPECT_STREQ(scanner.rest(), ",1");
+    CString text;
+    text.Format("%.2f", 42.5);
+    EXPECT_STREQ(text, "42.50");
+    EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the application's own setting is left alone";
+    std::setlocale(LC_ALL, "C");
+}
+
+TEST(TextScannerLiteral, NeverPassesTheEnd) {
+    TextScanner scanner("a");
+    EXPECT_FALSE(scanner.literal('b'));
+    EXPECT_TRUE(scanner.literal('a'));
+    EXPECT_FALSE(scanner.literal('\0'));
+    EXPECT_STREQ(scanner.blanks().rest(), "");
+}
+
+}  // namespace

@@ -1,0 +1,72 @@
+#include <zellap10/platform/text_reader.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using zellap10::platform::TextReader;
+
+constexpr std::size_t kLimit = 4;
+
+// Every line of a text as "content/ended/cut", up to and including the first that no line end ended.
+std::vector<std::string> lines_of(const std::string& bytes) {
+    std::istringstream stream(bytes);
+    TextReader reader(stream);
+    std::vector<std::string> lines;
+    for (bool more = true; more;) {
+        std::string text;
+        const TextReader::Line line = reader.read_line(text, kLimit);
+        lines.push_back(text + (line.ended ? "/ended" : "/open") + (line.cut ? "/cut" : ""));
+        more = line.ended;
+    }
+    return lines;
+}
+
+struct Row {
+    const char* name;
+    std::string bytes;
+    std::vector<std::string> lines;
+};
+
+const Row kRows[] = {
+    {"nothing", "", {"/open"}},
+    {"LF and CR LF alike", "a\nb\r\nc", {"a/ended", "b/ended", "c/open"}},
+    {"empty lines", "\n\r\n", {"/ended", "/ended", "/open"}},
+    {"CR alone is a character", "a\rb\r", {"a\rb\r/open"}},
+    {"CR CR LF keeps the first", "a\r\r\n", {"a\r/ended", "/open"}},
+    {"0x1A ends the text",
+     "a\nb\x1A"
+     "c\n",
+     {"a/ended", "b/open"}},
+    {"0x1A behind CR", "a\r\x1A", {"a\r/open"}},
+    {"at the limit", "abcd\r\n", {"abcd/ended", "/open"}},
+    {"beyond the limit", "abcde\nf", {"abcd/ended/cut", "f/open"}},
+    {"beyond the limit, open", "abcdefgh", {"abcd/open/cut"}},
+    {"a zero ends a line's text", std::string("a\0b\nc", 5), {"a/ended", "c/open"}},
+};
+
+TEST(TextReaderLines, FollowTheRulesOfTextFiles) {
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(lines_of(row.bytes), row.lines);
+    }
+}
+
+TEST(TextReaderNextIs, LooksWithoutTaking) {
+    std::istringstream stream(std::string("a\n x\xFF\x1A "));
+    TextReader reader(stream);
+    std::string text;
+    EXPECT_FALSE(reader.next_is(' '));
+    reader.read_line(text, kLimit);
+    EXPECT_TRUE(reader.next_is(' '));
+    EXPECT_TRUE(reader.next_is(' '));
+    reader.read_line(text, kLimit);
+    EXPECT_EQ(text, " x\xFF");
+    EXPECT_FALSE(reader.next_is(' '));  // behind the end of the text
+}
+
+}  // namespace

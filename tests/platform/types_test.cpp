@@ -1,0 +1,76 @@
+#include <zellap10/platform/types.h>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(CStringText, HoldsWhatItWasGiven) {
+    CString text;
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_STREQ(text, "");
+    text =
+        "Ca\xF1"
+        "al";
+    const CString copy(text);
+    text = static_cast<const char*>(nullptr);
+    EXPECT_EQ(copy.GetLength(), 5);
+    EXPECT_TRUE(copy ==
+                    "Ca\xF1"
+                    "al" &&
+                copy != text && text == "");
+    CString self = copy;
+    self = static_cast<const char*>(self) + 3;
+    EXPECT_STREQ(self, "al");
+}
+
+TEST(CStringFormat, PrintsAsPrintf) {
+    CString text("7");
+    text.Format("+%3.3d %2.2d %05.2f %s", 12, 3, 4.256, static_cast<const char*>(text));
+    EXPECT_STREQ(text, "+012 03 04.26 7");
+    const std::string name(5000, 'x');
+    text.Format("<%s>", name.c_str());
+    EXPECT_EQ(text.GetLength(), 5002);
+    text.Format("%s", "");
+    EXPECT_TRUE(text.IsEmpty());
+}
+
+using IntList = CList<int, int>;
+
+std::vector<int> walked(const IntList& list) {
+    std::vector<int> elements;
+    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
+        elements.push_back(list.GetNext(place));
+    return elements;
+}
+
+TEST(CListWalk, GoesFromHeadToTail) {
+    IntList list(10);
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(list.GetHeadPosition(), nullptr);
+    std::vector<int> expected(1000);
+    std::iota(expected.begin(), expected.end(), 7);
+    for (const int element : expected)
+        list.AddTail(element);
+    EXPECT_EQ(list.GetCount(), 1000);
+    EXPECT_EQ(walked(list), expected);
+    list.RemoveAll();
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_TRUE(walked(list).empty());
+}
+
+TEST(CListPlaces, StayGoodWhileTheListGrows) {
+    IntList list;
+    POSITION place = list.AddTail(1);
+    for (int i = 2; i <= 100; ++i)
+        list.AddTail(i);
+    list.GetNext(place) = -1;
+    EXPECT_EQ(list.GetNext(place), 2);
+    EXPECT_EQ(walked(list).front(), -1);
+}
+
+}  // namespace

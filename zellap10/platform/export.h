@@ -1,0 +1,16 @@
+#pragma once
+
+/// ZELLAP10_API marks a class or function that leaves the library; everything else stays inside.
+///
+/// A program that links the static library defines ZELLAP10_STATIC (the CMake target does it for its users).
+#if defined(ZELLAP10_STATIC)
+#define ZELLAP10_API
+#elif defined(_WIN32)
+#if defined(ZELLAP10_BUILD)
+#define ZELLAP10_API __declspec(dllexport)
+#else
+#define ZELLAP10_API __declspec(dllimport)
+#endif
+#else
+#define ZELLAP10_API __attribute__((visibility("default")))
+#endif

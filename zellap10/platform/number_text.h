@@ -1,0 +1,38 @@
+#pragma once
+
+namespace zellap10::platform {
+
+/// Walks along a text as one scan format of sscanf does, in the "C" locale whatever locale is set: each
+/// operation takes one item off the front, or answers false and leaves the walk where it stands.
+///
+/// White space is blank, tab, LF, VT, FF and CR.
+class TextScanner {
+public:
+    /// @param text  ended by a zero; must outlive the scanner
+    explicit TextScanner(const char* text) : rest_(text) {}
+
+    /// A blank of a format: any run of white space, none included.
+    TextScanner& blanks();
+
+    /// Exactly this character.
+    bool literal(char character);
+
+    /// %d: leading white space, an optional sign, decimal digits. A number beyond the range of an int is held
+    /// at the range's end. `value` is written only on success.
+    bool integer(int& value);
+
+    /// %lf: leading white space and a number as strtod reads it (decimal, hexadecimal, "inf", "nan"; too
+    /// large gives infinity). `value` is written only on success.
+    bool real(double& value);
+
+    /// What has not been taken yet.
+    const char* rest() const { return rest_; }
+
+private:
+    const char* rest_;
+};
+
+/// atof in the "C" locale: the number at the front of the text, 0.0 where there is none.
+double number_of(const char* text);
+
+}  // namespace zellap10::platform

@@ -1,0 +1,66 @@
+#pragma once
+
+/// The palette object: the system's own where the system is Windows, and elsewhere one that is called alike.
+
+#include <zellap10/platform/export.h>
+
+#if defined(_WIN32)
+
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#if !defined(WIN32_LEAN_AND_MEAN)
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+#else
+
+/// One colour: red, green and blue from 0 to 255.
+struct PALETTEENTRY {
+    unsigned char peRed;
+    unsigned char peGreen;
+    unsigned char peBlue;
+    unsigned char peFlags;
+};
+
+/// What a palette object is made from: palNumEntries colours stand at palPalEntry, in one piece.
+struct LOGPALETTE {
+    unsigned short palVersion;
+    unsigned short palNumEntries;
+    PALETTEENTRY palPalEntry[1];
+};
+
+struct PaletteObject;
+using HPALETTE = PaletteObject*;
+
+/// A new palette object with the colours of `palette`, also where it has none; DeleteObject frees it. May
+/// throw std::bad_alloc.
+ZELLAP10_API HPALETTE CreatePalette(const LOGPALETTE* palette);
+
+/// Frees a palette object. 1, or 0 for a null handle.
+ZELLAP10_API int DeleteObject(HPALETTE palette);
+
+/// Copies colours of a palette object, from entry `start` on, to `entries`.
+///
+/// @param count    how many at the most
+/// @param entries  room for `count` colours, or null to ask only for the number
+/// @return         entries copied: fewer than `count` where the palette ends, 0 for a start behind its end or
+///                 a null handle; for null `entries`, the palette's number of entries
+ZELLAP10_API unsigned int GetPaletteEntries(HPALETTE palette, unsigned int start, unsigned int count,
+                                            PALETTEENTRY* entries);
+
+#endif
+
+/// A LOGPALETTE with room for 256 colours, laid out as that record is.
+struct LOGPALETTE256 {
+    unsigned short palVersion = 0x300;
+    unsigned short palNumEntries = 0;
+    PALETTEENTRY palPalEntry[256] = {};
+
+    operator const LOGPALETTE*() const { return reinterpret_cast<const LOGPALETTE*>(this); }
+};
+
+static_assert(sizeof(PALETTEENTRY) == 4, "a colour is four bytes");
+static_assert(sizeof(LOGPALETTE) == 8 && sizeof(LOGPALETTE256) == 4 + 256 * 4,
+              "the colours follow the two numbers directly");

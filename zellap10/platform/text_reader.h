@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <string>
+
+namespace zellap10::platform {
+
+/// Reads a stream that was opened in binary mode by the rules of a text file, the same on every system: CR LF
+/// is one line end, a CR elsewhere is a character like any other, and the first byte 0x1A ends the text as
+/// if the file stopped there. A stream that cannot be read on ends the text too.
+class TextReader {
+public:
+    /// How a line ended, and whether it was longer than it may be.
+    struct Line {
+        bool ended;  ///< by a line end; false where the text ended first
+        bool cut;    ///< characters beyond the limit were dropped
+    };
+
+    explicit TextReader(std::istream& stream) : stream_(stream) {}
+
+    /// Reads the rest of the current line without its line end.
+    ///
+    /// @param text   receives the line, at most `limit` characters of it; a zero byte ends the text that it
+    ///               receives, as it ends any C text, and what follows up to the line end is dropped
+    /// @param limit  characters
+    Line read_line(std::string& text, std::size_t limit);
+
+    /// Whether the next character of the text is this one; it is not taken.
+    bool next_is(char character);
+
+private:
+    // The next character as an unsigned char, '\n' for a line end, kEnd at the end of the text.
+    int take();
+
+    static constexpr int kEnd = -1;
+
+    std::istream& stream_;
+    bool ended_ = false;
+};
+
+}  // namespace zellap10::platform

@@ -1,0 +1,5 @@
+#pragma once
+
+/// Everything that the library offers, in one include.
+
+#include <zellap10/platform/platform.h>
