@@ -1,0 +1,110 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string>
+
+#include <zellap10/chart/zellap.h>
+#include <zellap10/platform/number_text.h>
+#include <zellap10/platform/text_reader.h>
+
+// The text part is lines. A line that begins with a blank continues the one before, and a line with all its
+// continuations is a record:
+//
+//     NOS/NA=HARBOUR,RA=0,0,640,480     the chart: name, size in the third and fourth number of RA,
+//         DU=254                        and a number; keys in any order
+//     RGB/1,255,0,0                     a colour: index, red, green, blue
+//
+// All other records are passed over.
+
+namespace {
+
+using zellap10::platform::TextReader;
+using zellap10::platform::TextScanner;
+
+constexpr std::size_t kLongestRecord = 1023;
+constexpr std::size_t kLongestContinuation = 127;
+
+// Columns of a continuation line: the text begins at 4, and an "=" at 6 makes it a new key of two letters.
+constexpr std::size_t kTextColumn = 4;
+constexpr std::size_t kEqualsColumn = 6;
+
+bool begins_with(const std::string& text, const char* front) {
+    return text.compare(0, std::strlen(front), front) == 0;
+}
+
+void join(std::string& record, const std::string& continuation) {
+    if (continuation.size() > kEqualsColumn && continuation[kEqualsColumn] == '=') record += ',';
+    if (continuation.size() > kTextColumn) record.append(continuation, kTextColumn);
+    if (record.size() > kLongestRecord) record.resize(kLongestRecord);
+}
+
+// The next record; false where the text ends before a line end has ended its first line.
+bool read_record(TextReader& reader, std::string& record) {
+    if (!reader.read_line(record, kLongestRecord).ended) return false;
+    while (reader.next_is(' ')) {
+        std::string continuation;
+        reader.read_line(continuation, kLongestContinuation);
+        join(record, continuation);
+    }
+    return true;
+}
+
+// Up to `count` numbers with commas between, blanks anywhere; the rest of `numbers` stays as it is.
+void scan_numbers(TextScanner& scanner, int* numbers, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (i > 0 && !scanner.blanks().literal(',')) return;
+        if (!scanner.integer(numbers[i])) return;
+    }
+}
+
+void read_chart(const std::string& record, CZellap& chart) {
+    std::memset(chart.ChartName, 0, sizeof chart.ChartName);
+    chart.DU = chart.Width = chart.Height = 0;
+
+    const std::size_t name = record.find("NA=");
+    if (name != std::string::npos) {
+        const std::size_t start = name + 3;
+        const std::size_t length = std::min(record.find(',', start), record.size()) - start;
+        record.copy(chart.ChartName, std::min(length, sizeof chart.ChartName - 1), start);
+    }
+    const std::size_t range = record.find("RA=");
+    if (range != std::string::npos) {
+        TextScanner scanner(record.c_str() + range + 3);
+        int numbers[4] = {};
+        scan_numbers(scanner, numbers, 4);
+        chart.Width = numbers[2];
+        chart.Height = numbers[3];
+    }
+    const std::size_t units = record.find("DU=");
+    if (units != std::string::npos) {
+        TextScanner scanner(record.c_str() + units + 3);
+        scan_numbers(scanner, &chart.DU, 1);
+    }
+}
+
+void read_colour(const std::string& record, CZellap& chart) {
+    TextScanner scanner(record.c_str() + 4);
+    int numbers[4] = {};
+    scan_numbers(scanner, numbers, 4);
+    const int index = numbers[0] % 256;
+    if (index < 0) return;
+    const auto low_8_bits = [](int number) { return static_cast<unsigned char>(number & 0xFF); };
+    chart.HeaderColours[index] = {low_8_bits(numbers[1]), low_8_bits(numbers[2]), low_8_bits(numbers[3]), 0};
+    if (index + 1 > chart.HeaderColourCount) chart.HeaderColourCount = index + 1;
+}
+
+}  // namespace
+
+void CZellap::ReadHeader(int infoOnly) {
+    // The record of the georeference is to be told the size here, and needs to know of infoOnly then.
+    static_cast<void>(infoOnly);
+    TextReader reader(TextStream);
+    std::string record;
+    while (read_record(reader, record)) {
+        if (begins_with(record, "NOS/")) {
+            read_chart(record, *this);
+        } else if (begins_with(record, "RGB/")) {
+            read_colour(record, *this);
+        }
+    }
+}
