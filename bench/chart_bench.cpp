@@ -1,0 +1,310 @@
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <samples/chart_writer.h>
+
+#include "plain_chart.h"
+
+#if defined(ZELLAP10_BENCH_TIFF)
+#include <tiffio.h>
+#endif
+
+// Every operation stands beside the plainest code that does the same, and beside libtiff for lines in order.
+// All results are compared before a clock runs.
+
+namespace {
+
+constexpr int kSize = 8192;  // pixels along an edge of each chart
+constexpr int kWindowWidth = 1920;
+constexpr int kWindowHeight = 1080;
+constexpr int kRuns[] = {4, 20, 180};  // mean length of a run
+
+// The folder of the charts; gone when the program ends.
+class Folder {
+public:
+    Folder() : path_(std::filesystem::temp_directory_path() / "zellap10_chart_bench") {
+        std::filesystem::create_directories(path_);
+    }
+    ~Folder() { std::filesystem::remove_all(path_); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
+
+private:
+    std::filesystem::path path_;
+};
+
+// Runs of geometrically spread lengths, no two neighbours of one colour.
+void draw_runs(int mean, int colours, int line, unsigned char* pixels) {
+    std::minstd_rand random(static_cast<unsigned>(line + 1));
+    std::geometric_distribution<int> more(1.0 / mean);
+    int colour = 0;
+    for (int x = 0; x < kSize;) {
+        colour = (colour + static_cast<int>(random() % static_cast<unsigned>(colours - 1))) % colours + 1;
+        const int end = std::min(kSize, x + 1 + more(random));
+        for (; x < end; ++x)
+            pixels[x] = static_cast<unsigned char>(colour);
+    }
+}
+
+samples::Chart chart_of_runs(int mean, int bits_per_pixel) {
+    samples::Chart chart;
+    chart.width = chart.height = kSize;
+    chart.bits_per_pixel = bits_per_pixel;
+    const int colours = (1 << bits_per_pixel) - 1;
+    std::minstd_rand random(7);
+    for (int i = 0; i < colours; ++i) {
+        const auto value = [&random] { return static_cast<int>(random() >> 8 & 0xFF); };
+        chart.colours.push_back({value(), value(), value()});
+    }
+    chart.draw = [mean, colours](int line, unsigned char* pixels) { draw_runs(mean, colours, line, pixels); };
+    return chart;
+}
+
+void demand(bool holds, const std::string& what) {
+    if (holds) return;
+    std::fprintf(stderr, "chart_bench: %s\n", what.c_str());
+    std::exit(1);
+}
+
+struct OpenChart {
+    std::string path;
+    PlainChart chart;
+    std::vector<unsigned char> pixels = std::vector<unsigned char>(kSize * kWindowHeight);
+    std::vector<unsigned char> expected = pixels;
+
+    OpenChart(const Folder& folder, int mean, int bits_per_pixel)
+        : path(folder.file("runs" + std::to_string(mean) + "x" + std::to_string(bits_per_pixel) + ".cht")) {
+        samples::write_file(path, samples::chart_bytes(chart_of_runs(mean, bits_per_pixel)));
+        demand(chart.OpenZellap(path.c_str(), 0) == 1, path + " does not open");
+    }
+    ~OpenChart() { chart.CloseZellap(); }
+
+    void same(const char* what) { demand(pixels == expected, what + std::string(" differ in ") + path); }
+};
+
+// A line, a window or a reduced line of a chart, the library's or the plain one.
+using Read = int (*)(PlainChart& chart, int line, unsigned char* dest);
+
+int library_line(PlainChart& chart, int line, unsigned char* dest) {
+    return chart.getLine(line, dest);
+}
+int plain_line(PlainChart& chart, int line, unsigned char* dest) {
+    return chart.plain_line(line, dest);
+}
+
+constexpr int kMiddleCol = (kSize - kWindowWidth) / 2;
+constexpr int kMiddleLine = (kSize - kWindowHeight) / 2;
+int library_window(PlainChart& chart, int, unsigned char* dest) {
+    return chart.getMultiLines(kMiddleLine, kWindowHeight, kMiddleCol, kWindowWidth, dest);
+}
+int plain_window(PlainChart& chart, int, unsigned char* dest) {
+    return chart.plain_window(kMiddleLine, kWindowHeight, kMiddleCol, kWindowWidth, dest);
+}
+// What the lines of the window cost from their start to the window's right edge.
+int window_from_left(PlainChart& chart, int, unsigned char* dest) {
+    return chart.getMultiLines(kMiddleLine, kWindowHeight, 0, kMiddleCol + kWindowWidth, dest);
+}
+template <int kFactor>
+int library_reduced(PlainChart& chart, int line, unsigned char* dest) {
+    return chart.getAALine(line / kFactor * kFactor, 0, kSize, dest, kFactor, kFactor);
+}
+template <int kFactor>
+int plain_reduced(PlainChart& chart, int line, unsigned char* dest) {
+    return chart.plain_reduced_line(line / kFactor * kFactor, 0, kSize, dest, kFactor, kFactor);
+}
+
+constexpr int kLastLine = kSize - 9;  // so that a block of 8 lines from it on is inside
+
+void read_lines(benchmark::State& state, OpenChart& open, Read read, const std::vector<int>& lines) {
+    std::size_t next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(read(open.chart, lines[next], open.pixels.data()));
+        next = next + 1 < lines.size() ? next + 1 : 0;
+    }
+}
+
+void check_lines(OpenChart& open, Read read, Read plain, const char* what) {
+    for (int line = 0; line <= kLastLine; line += 61) {
+        read(open.chart, line, open.pixels.data());
+        plain(open.chart, line, open.expected.data());
+        open.same(what);
+    }
+}
+
+struct Operation {
+    const char* name;
+    Read library;
+    Read plain;
+    bool random;
+};
+
+const Operation kOperations[] = {
+    {"line_in_order", library_line, plain_line, false},
+    {"line_at_random", library_line, plain_line, true},
+    {"window", library_window, plain_window, false},
+    {"reduced_by_3", library_reduced<3>, plain_reduced<3>, false},
+    {"reduced_by_8", library_reduced<8>, plain_reduced<8>, false},
+};
+
+void register_reads(const std::shared_ptr<OpenChart>& open, int mean) {
+    std::vector<int> in_order(kLastLine + 1);
+    std::iota(in_order.begin(), in_order.end(), 0);
+    std::vector<int> at_random = in_order;
+    std::shuffle(at_random.begin(), at_random.end(), std::minstd_rand(1));
+    const std::string runs = "/runs_" + std::to_string(mean);
+    const auto add = [&](const std::string& name, Read read, const std::vector<int>& lines) {
+        benchmark::RegisterBenchmark((name + runs).c_str(), [open, read, lines](benchmark::State& state) {
+            read_lines(state, *open, read, lines);
+        });
+    };
+    for (const Operation& operation : kOperations) {
+        check_lines(*open, operation.library, operation.plain, operation.name);
+        const std::vector<int>& lines = operation.random ? at_random : in_order;
+        add(operation.name, operation.library, lines);
+        add(std::string(operation.name) + "_plain", operation.plain, lines);
+    }
+    add("window_from_left", window_from_left, in_order);
+}
+
+// Colours spread over the whole cube, more of them than widening leaves room for.
+void spread_colours(PlainChart& chart, int count) {
+    std::minstd_rand random(11);
+    const auto value = [&random] { return static_cast<unsigned char>(random() >> 8 & 0xFF); };
+    chart.HeaderColourCount = count;
+    for (int i = 1; i < count; ++i)
+        chart.HeaderColours[i] = {value(), value(), value(), 0};
+}
+
+void library_palette(PlainChart& chart) {
+    chart.BuildPal();
+    DeleteObject(chart.PaletteHandle);
+    chart.PaletteHandle = nullptr;
+}
+void same_palette(PlainChart& a, PlainChart& b) {
+    library_palette(a);
+    b.plain_palette();
+    demand(std::memcmp(&a.LogPalette, &b.LogPalette, sizeof a.LogPalette) == 0, "palettes differ");
+    a.BuildPalIndex();
+    b.plain_index();
+    demand(std::memcmp(a.ColourIndex, b.ColourIndex, sizeof a.ColourIndex) == 0, "colour indexes differ");
+}
+
+template <void (*kBuild)(PlainChart&)>
+void build(benchmark::State& state) {
+    PlainChart chart;
+    PlainChart plain;
+    spread_colours(chart, static_cast<int>(state.range(0)));
+    spread_colours(plain, static_cast<int>(state.range(0)));
+    same_palette(chart, plain);
+    for (auto _ : state) {
+        kBuild(chart);
+        benchmark::DoNotOptimize(chart.ColourIndex);
+    }
+    state.counters["entries"] = chart.LogPalette.palNumEntries;
+}
+
+void library_index(PlainChart& chart) {
+    chart.BuildPalIndex();
+}
+void plain_index(PlainChart& chart) {
+    chart.plain_index();
+}
+void plain_palette(PlainChart& chart) {
+    chart.plain_palette();
+}
+
+BENCHMARK(build<library_index>)->Name("index")->Arg(256);
+BENCHMARK(build<plain_index>)->Name("index_plain")->Arg(256);
+BENCHMARK(build<library_palette>)->Name("widening")->Arg(128);
+BENCHMARK(build<plain_palette>)->Name("widening_plain")->Arg(128);
+
+void open_and_close(benchmark::State& state, const OpenChart& open,
+                    int (*open_it)(PlainChart&, const char*)) {
+    for (auto _ : state) {
+        PlainChart chart;
+        benchmark::DoNotOptimize(open_it(chart, open.path.c_str()));
+        chart.CloseZellap();
+    }
+}
+int library_open(PlainChart& chart, const char* path) {
+    return chart.OpenZellap(path, 0);
+}
+int plain_open(PlainChart& chart, const char* path) {
+    return chart.plain_open(path);
+}
+
+#if defined(ZELLAP10_BENCH_TIFF)
+struct TiffCloser {
+    void operator()(TIFF* tiff) const { TIFFClose(tiff); }
+};
+using Tiff = std::unique_ptr<TIFF, TiffCloser>;
+
+// The same picture in PackBits, one row a strip.
+std::string write_tiff(const Folder& folder, OpenChart& open, int mean) {
+    const std::string path = folder.file("runs" + std::to_string(mean) + ".tif");
+    const Tiff tiff(TIFFOpen(path.c_str(), "w"));
+    demand(tiff != nullptr, "cannot write " + path);
+    TIFFSetField(tiff.get(), TIFFTAG_IMAGEWIDTH, kSize);
+    TIFFSetField(tiff.get(), TIFFTAG_IMAGELENGTH, kSize);
+    TIFFSetField(tiff.get(), TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(tiff.get(), TIFFTAG_SAMPLESPERPIXEL, 1);
+    TIFFSetField(tiff.get(), TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+    TIFFSetField(tiff.get(), TIFFTAG_COMPRESSION, COMPRESSION_PACKBITS);
+    TIFFSetField(tiff.get(), TIFFTAG_ROWSPERSTRIP, 1);
+    for (int line = 0; line < kSize; ++line) {
+        open.chart.getLine(line, open.pixels.data());
+        TIFFWriteScanline(tiff.get(), open.pixels.data(), static_cast<std::uint32_t>(line));
+    }
+    return path;
+}
+
+void tiff_lines(benchmark::State& state, const std::string& path) {
+    const Tiff tiff(TIFFOpen(path.c_str(), "r"));
+    std::vector<unsigned char> pixels(kSize);
+    std::uint32_t line = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(TIFFReadScanline(tiff.get(), pixels.data(), line));
+        line = line + 1 < kSize ? line + 1 : 0;
+    }
+}
+#endif
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    // The C library leaves the locks of its files out until a program has had a second thread, as every
+    // application with a window has.
+    std::thread([] {}).join();
+    const Folder folder;
+    for (const int mean : kRuns) {
+        const auto open = std::make_shared<OpenChart>(folder, mean, 4);
+        register_reads(open, mean);
+#if defined(ZELLAP10_BENCH_TIFF)
+        const std::string tiff = write_tiff(folder, *open, mean);
+        benchmark::RegisterBenchmark(("line_in_order_libtiff/runs_" + std::to_string(mean)).c_str(),
+                                     [tiff](benchmark::State& state) { tiff_lines(state, tiff); });
+#endif
+    }
+    const auto colourful = std::make_shared<OpenChart>(folder, 20, 7);
+    benchmark::RegisterBenchmark("open_and_close", [colourful](benchmark::State& state) {
+        open_and_close(state, *colourful, library_open);
+    });
+    benchmark::RegisterBenchmark("open_and_close_plain", [colourful](benchmark::State& state) {
+        open_and_close(state, *colourful, plain_open);
+    });
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::ClearRegisteredBenchmarks();
+    benchmark::Shutdown();
+}
