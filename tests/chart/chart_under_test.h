@@ -1,0 +1,67 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <zellap10/chart/zellap.h>
+
+#include "../support/temp_file.h"
+
+/// A chart object with its protected operations in reach.
+class ChartUnderTest : public CZellap {
+public:
+    using CZellap::BuildPal;
+    using CZellap::BuildPalIndex;
+    using CZellap::seekLine;
+    using CZellap::vNextCRL;
+
+    ChartUnderTest() = default;
+
+    /// Opens a chart of these bytes, whose file goes with the object.
+    int open(const std::string& bytes, int info_only = 0) {
+        return OpenZellap(folder_.write("chart.cht", bytes).c_str(), info_only);
+    }
+
+private:
+    TempFolder folder_;
+};
+
+constexpr unsigned char kUntouched = 0xEE;
+
+/// A buffer for `size` pixels with a guard on both sides.
+class GuardedPixels {
+public:
+    explicit GuardedPixels(std::size_t size) : size_(size), bytes_(size + 2 * kGuard, kUntouched) {}
+
+    unsigned char* data() { return bytes_.data() + kGuard; }
+    std::vector<int> pixels() const { return {bytes_.begin() + kGuard, bytes_.end() - kGuard}; }
+    bool guards_untouched() const {
+        const auto untouched = [](unsigned char byte) { return byte == kUntouched; };
+        return std::all_of(bytes_.begin(), bytes_.begin() + kGuard, untouched) &&
+               std::all_of(bytes_.end() - kGuard, bytes_.end(), untouched);
+    }
+    bool untouched() const { return guards_untouched() && pixels() == std::vector<int>(size_, kUntouched); }
+
+private:
+    static constexpr std::ptrdiff_t kGuard = 64;
+    std::size_t size_;
+    std::vector<unsigned char> bytes_;
+};
+
+/// The text part of a chart of this size, with a red and a blue.
+inline std::string text_of_size(int width, int height) {
+    return "NOS/NA=SAMPLE,RA=0,0," + std::to_string(width) + "," + std::to_string(height) +
+           "\r\nRGB/1,255,0,0\r\nRGB/2,0,0,255\r\n";
+}
+
+/// Two lines of 20 pixels at 4 bits a pixel: 8 of colour 1 and 12 of colour 2, then 20 of colour 2.
+inline std::string small_chart() {
+    using namespace std::string_literals;
+    return text_of_size(20, 2) +
+           "\x1A\x00\x04"
+           "\x01\x0F\x90\x0B\x00"
+           "\x02\x90\x13\x00"
+           "\x00\x00\x00\x3C\x00\x00\x00\x41\x00\x00\x00\x45"s;
+}

@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "chart_under_test.h"
+
+namespace {
+
+struct HeaderRow {
+    const char* name;
+    std::string text;  // with LF for each line end
+    const char* chart_name;
+    int width, height, du;
+};
+
+// A record of 1000 characters in front of its continuation, which is cut 23 characters in.
+const std::string kNearLimit = "NOS/RA=0,0,1,2," + std::string(985, 'x');
+
+// clang-format off
+const HeaderRow kHeaderRows[] = {
+    // name                                 text                                              chart    w    h    du
+    {"one line",                            "NOS/NA=A B,RA=0,0,640,480,DU=254\n",             "A B",   640, 480, 254},
+    {"keys in another order",               "NOS/DU=254,RA=0,0,640,480,NA=A\n",               "A",     640, 480, 254},
+    {"continued with a new key",            "NOS/NA=A,RA=0,0,640,480\n    DU=254\n",          "A",     640, 480, 254},
+    {"continued in mid value",              "NOS/NA=HAR\n    BOUR,RA=0,0,640,480\n",          "HARBOUR", 640, 480, 0},
+    {"columns 0 to 3 are dropped",          "NOS/NA=A\n zzzRA=0,0,640,480\n",                 "A",     640, 480, 0},
+    {"short continuations",                 "NOS/NA=A\n    B\n \n    CD\n",                   "ABCD",  0,   0,   0},
+    {"a tab does not continue",             "NOS/NA=A\n\t   RA=0,0,640,480\n",                "A",     0,   0,   0},
+    {"an open continuation is joined",      "NOS/NA=A\n    RA=0,0,640,480",                   "A",     640, 480, 0},
+    {"an open primary line is dropped",     "NOS/NA=A\nNOS/NA=B,RA=0,0,640,480",              "A",     0,   0,   0},
+    {"two numbers of RA",                   "NOS/RA=640,480\n",                               "",      0,   0,   0},
+    {"three numbers of RA",                 "NOS/RA=0,0,640\n",                               "",      640, 0,   0},
+    {"a number that is none ends RA",       "NOS/RA=0,0,x,480\n",                             "",      0,   0,   0},
+    {"blanks around RA's numbers",          "NOS/RA= 0 ,0\t, 640 , 480 ,DU= 7\n",             "",      640, 480, 7},
+    {"signs",                               "NOS/RA=0,0,+5,-6,DU=-7\n",                       "",      5,   -6,  -7},
+    {"a key inside a longer word",          "NOS/XNA=A,NA=B\n",                               "A",     0,   0,   0},
+    {"a key inside a value",                "NOS/NA=xDU=9,DU=7\n",                            "xDU=9", 0,   0,   9},
+    {"an empty name",                       "NOS/NA=,RA=0,0,640,480\n",                       "",      640, 480, 0},
+    {"lower case is another record",        "NOS/NA=A\nnos/NA=B\n",                           "A",     0,   0,   0},
+    {"a first line that begins blank",      " NOS/NA=A\n",                                    "",      0,   0,   0},
+    {"a later record wipes the earlier",    "NOS/NA=A,RA=0,0,640,480,DU=7\nNOS/NA=B\n",       "B",     0,   0,   0},
+    {"unknown records with continuations",  "! NOS/\n    RA=0,0,1,1\n\nNOS/NA=A\n",           "A",     0,   0,   0},
+    {"a record cut at its limit",           kNearLimit + "\n    " + std::string(30, 'x') + "NA=A\n", "", 1, 2,   0},
+    {"a line cut at its limit",             kNearLimit + std::string(30, 'x') + "NA=A\n",     "",      1,   2,   0},
+    {"a continuation cut at its limit",     "NOS/NA=A\n    " + std::string(123, 'x') + ",DU=7\n", nullptr, 0, 0, 0},
+};
+// clang-format on
+
+TEST(ChartHeader, GivesNameSizeAndNumber) {
+    for (const HeaderRow& row : kHeaderRows) {
+        SCOPED_TRACE(row.name);
+        std::string crlf;
+        for (const char c : row.text)
+            crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+        for (const std::string& text : {row.text, crlf}) {
+            ChartUnderTest chart;
+            ASSERT_EQ(chart.open(text + '\x1A' + "RA=0,0,9,9\n", 1), 1);
+            const std::string long_name = "A" + std::string(123, 'x');
+            EXPECT_STREQ(chart.ChartName, row.chart_name != nullptr ? row.chart_name : long_name.c_str());
+            EXPECT_EQ(chart.GetDocumentSize().cx, row.width);
+            EXPECT_EQ(chart.GetDocumentSize().cy, row.height);
+            EXPECT_EQ(chart.DU, row.du);
+        }
+    }
+}
+
+TEST(ChartHeader, CutsALongName) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open("NOS/NA=" + std::string(300, 'n') + ",DU=7\n", 1), 1);
+    EXPECT_EQ(chart.ChartName, std::string(255, 'n'));
+    EXPECT_EQ(chart.DU, 7);
+}
+
+struct ColourRow {
+    const char* name;
+    const char* record;
+    int index;  // -1: the record is ignored
+    int red, green, blue, count;
+};
+
+// clang-format off
+const ColourRow kColourRows[] = {
+    // name                          record                  index  red  green blue count
+    {"plain",                        "RGB/5,1,2,3",          5,     1,   2,    3,   6},
+    {"blanks",                       "RGB/ 5 , 1 ,2, 3 ,4",  5,     1,   2,    3,   6},
+    {"missing numbers count as 0",   "RGB/5,1",              5,     1,   0,    0,   6},
+    {"no number at all",             "RGB/",                 0,     0,   0,    0,   1},
+    {"index and values are reduced", "RGB/300,300,-1,7",     44,    44,  255,  7,   45},
+    {"the last index",               "RGB/255,1,2,3",        255,   1,   2,    3,   256},
+    {"a negative index",             "RGB/-1,1,2,3",         -1,    0,   0,    0,   0},
+    {"a negative multiple of 256",   "RGB/-256,1,2,3",       0,     1,   2,    3,   1},
+    {"lower case",                   "rgb/5,1,2,3",          -1,    0,   0,    0,   0},
+};
+// clang-format on
+
+TEST(ChartHeader, GivesColours) {
+    for (const ColourRow& row : kColourRows) {
+        SCOPED_TRACE(row.name);
+        ChartUnderTest chart;
+        ASSERT_EQ(chart.open(std::string(row.record) + "\n", 1), 1);
+        EXPECT_EQ(chart.HeaderColourCount, row.count);
+        for (int i = 0; i < 256; ++i) {
+            const PALETTEENTRY& colour = chart.HeaderColours[i];
+            const bool named = i == row.index;
+            EXPECT_EQ(colour.peRed, named ? row.red : 0) << i;
+            EXPECT_EQ(colour.peGreen, named ? row.green : 0) << i;
+            EXPECT_EQ(colour.peBlue, named ? row.blue : 0) << i;
+            EXPECT_EQ(colour.peFlags, 0);
+        }
+    }
+}
+
+TEST(ChartHeader, KeepsWhatALaterChartDoesNotName) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open("NOS/NA=A,RA=0,0,4,5\nRGB/9,1,2,3\nRGB/2,7,7,7\n", 1), 1);
+    chart.CloseZellap();
+    ASSERT_EQ(chart.open("RGB/2,8,8,8\n", 1), 1);
+    EXPECT_STREQ(chart.ChartName, "A");
+    EXPECT_EQ(chart.GetDocumentSize().cx, 4);
+    EXPECT_EQ(chart.HeaderColourCount, 10);
+    EXPECT_EQ(chart.HeaderColours[9].peBlue, 3);
+    EXPECT_EQ(chart.HeaderColours[2].peRed, 8);
+}
+
+}  // namespace

@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "chart_under_test.h"
+
+namespace {
+
+using Colours = std::vector<samples::Colour>;
+
+// A chart object with these header colours, the first at index 0, and the palette made of them.
+class PaletteOf : public ChartUnderTest {
+public:
+    explicit PaletteOf(const Colours& colours) {
+        for (const samples::Colour& colour : colours) {
+            const auto value = [](int channel) { return static_cast<unsigned char>(channel); };
+            HeaderColours[HeaderColourCount++] = {value(colour.red), value(colour.green), value(colour.blue),
+                                                  0};
+        }
+        BuildPal();
+        BuildPalIndex();
+    }
+
+    std::vector<int> entry(int index) const {
+        const PALETTEENTRY& colour = LogPalette.palPalEntry[index];
+        return {colour.peRed, colour.peGreen, colour.peBlue, colour.peFlags};
+    }
+    int cell(int red, int green, int blue) const { return ColourIndex[(red * 32 + green) * 32 + blue]; }
+};
+
+Colours random_colours(int count, unsigned seed) {
+    std::minstd_rand random(seed);
+    const auto value = [&random] { return static_cast<int>(random() >> 8 & 0xFF); };
+    Colours colours;
+    for (int i = 0; i < count; ++i)
+        colours.push_back({value(), value(), value()});
+    return colours;
+}
+
+TEST(WidenedPalette, FollowsTheExample) {
+    const PaletteOf chart({{0, 0, 0}, {255, 0, 0}, {0, 0, 255}});
+    ASSERT_EQ(chart.LogPalette.palNumEntries, 10);
+    const std::vector<std::vector<int>> added = {{120, 0, 120, 0}, {184, 0, 56, 0}, {56, 0, 184, 0},
+                                                 {216, 0, 24, 0},  {152, 0, 88, 0}, {88, 0, 152, 0},
+                                                 {24, 0, 216, 0}};
+    for (int i = 3; i < 10; ++i)
+        EXPECT_EQ(chart.entry(i), added[static_cast<std::size_t>(i - 3)]) << i;
+    EXPECT_EQ(chart.cell(0, 0, 0), 3) << "entry 0 is black, but is not searched";
+    EXPECT_EQ(chart.cell(31, 0, 0), 1);
+    EXPECT_EQ(chart.cell(0, 0, 31), 2);
+}
+
+struct CountRow {
+    const char* name;
+    Colours colours;
+    int entries;
+    int every_cell;  // -1: not all alike
+};
+
+const CountRow kCountRows[] = {
+    {"no colour", {}, 0, 0},
+    {"entry 0 alone", {{9, 9, 9}}, 1, 0},
+    {"no pair without a third", {{0, 0, 0}, {255, 0, 0}}, 2, 1},
+    {"equal colours add nothing", {{0, 0, 0}, {7, 7, 7}, {7, 7, 7}}, 3, 1},
+    {"256 colours leave no room", random_colours(256, 1), 256, -1},
+    {"adding stops in mid pass", random_colours(255, 2), 256, -1},
+};
+
+TEST(WidenedPalette, HasItsCount) {
+    for (const CountRow& row : kCountRows) {
+        SCOPED_TRACE(row.name);
+        const PaletteOf chart(row.colours);
+        EXPECT_EQ(chart.LogPalette.palNumEntries, row.entries);
+        EXPECT_NE(chart.GetPaletteHandle(), nullptr);
+        if (row.every_cell < 0) continue;
+        for (const unsigned char cell : chart.ColourIndex)
+            ASSERT_EQ(cell, row.every_cell);
+    }
+}
+
+int distance_to(const PALETTEENTRY& entry, int red, int green, int blue) {
+    return (entry.peRed - red) * (entry.peRed - red) + (entry.peGreen - green) * (entry.peGreen - green) +
+           (entry.peBlue - blue) * (entry.peBlue - blue);
+}
+
+int smallest_distance(const LOGPALETTE256& palette, int count, const PALETTEENTRY& to) {
+    int smallest = INT_MAX;
+    for (int k = 1; k < count; ++k) {
+        smallest = std::min(smallest, distance_to(palette.palPalEntry[k], to.peRed, to.peGreen, to.peBlue));
+    }
+    return smallest;
+}
+
+// The rules of widening, word for word, on a palette that holds the chart's colours.
+void widen_plainly(LOGPALETTE256& palette) {
+    for (int threshold = 195075; palette.palNumEntries < 256 && threshold > 768;) {
+        threshold /= 2;
+        const int count = palette.palNumEntries;
+        for (int i = 1; i < count; ++i) {
+            for (int j = i + 1; j < count && palette.palNumEntries < 256; ++j) {
+                const PALETTEENTRY& a = palette.palPalEntry[i];
+                const PALETTEENTRY& b = palette.palPalEntry[j];
+                const auto mean = [](int x, int y) { return static_cast<unsigned char>((x + y) / 2 & 0xF8); };
+                const PALETTEENTRY candidate{mean(a.peRed, b.peRed), mean(a.peGreen, b.peGreen),
+                                             mean(a.peBlue, b.peBlue), 0};
+                if (smallest_distance(palette, palette.palNumEntries, candidate) > threshold) {
+                    palette.palPalEntry[palette.palNumEntries++] = candidate;
+                }
+            }
+        }
+    }
+}
+
+int plain_cell(const LOGPALETTE256& palette, int red, int green, int blue) {
+    int best = 0;
+    int best_distance = INT_MAX;
+    for (int k = 1; k < palette.palNumEntries; ++k) {
+        const int distance = distance_to(palette.palPalEntry[k], 8 * red, 8 * green, 8 * blue);
+        if (distance < best_distance) {
+            best_distance = distance;
+            best = k;
+        }
+    }
+    return best;
+}
+
+// Greys far from all other cells, doubles, and colours of every spread.
+std::vector<Colours> all_kinds_of_colours() {
+    std::vector<Colours> kinds;
+    for (const int count : {2, 3, 4, 17, 60, 128, 200, 255, 256}) {
+        kinds.push_back(random_colours(count, static_cast<unsigned>(count)));
+    }
+    Colours doubled = random_colours(40, 3);
+    doubled.insert(doubled.end(), doubled.begin(), doubled.begin() + 40);
+    kinds.push_back(doubled);
+    Colours grid;
+    for (int i = 0; i < 256; ++i)
+        grid.push_back({i % 8 * 32, i / 8 % 8 * 32, i / 64 * 64});
+    kinds.push_back(grid);
+    kinds.push_back(Colours(30, {255, 255, 255}));
+    return kinds;
+}
+
+TEST(PaletteAndIndex, EqualThePlainRules) {
+    for (const Colours& colours : all_kinds_of_colours()) {
+        SCOPED_TRACE(colours.size());
+        const PaletteOf chart(colours);
+        LOGPALETTE256 plain;
+        for (const samples::Colour& colour : colours) {
+            const auto value = [](int channel) { return static_cast<unsigned char>(channel); };
+            plain.palPalEntry[plain.palNumEntries++] = {value(colour.red), value(colour.green),
+                                                        value(colour.blue), 0};
+        }
+        widen_plainly(plain);
+        ASSERT_EQ(chart.LogPalette.palNumEntries, plain.palNumEntries);
+        for (int i = 0; i < plain.palNumEntries; ++i) {
+            const PALETTEENTRY& entry = plain.palPalEntry[i];
+            ASSERT_EQ(chart.entry(i), (std::vector<int>{entry.peRed, entry.peGreen, entry.peBlue, 0})) << i;
+        }
+        for (int cell = 0; cell < 32 * 32 * 32; ++cell) {
+            const int red = cell / 1024;
+            const int green = cell / 32 % 32;
+            ASSERT_EQ(chart.ColourIndex[cell], plain_cell(plain, red, green, cell % 32)) << cell;
+        }
+    }
+}
+
+TEST(ColourIndex, GivesTiesToTheLowestEntry) {
+    PaletteOf chart({});
+    chart.LogPalette.palNumEntries = 3;
+    chart.LogPalette.palPalEntry[1] = {16, 0, 0, 0};
+    chart.LogPalette.palPalEntry[2] = {0, 16, 0, 0};
+    chart.BuildPalIndex();
+    EXPECT_EQ(chart.cell(1, 1, 0), 1);
+    EXPECT_EQ(chart.cell(0, 1, 0), 2);
+}
+
+}  // namespace

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+#include <vector>
+
+#include "chart_under_test.h"
+
+namespace {
+
+// Stripes of 16 colours in runs that no block size divides, different from line to line.
+samples::Chart striped_chart(int width, int height) {
+    samples::Chart chart;
+    chart.width = width;
+    chart.height = height;
+    for (int i = 1; i < 16; ++i)
+        chart.colours.push_back({i * 17, 255 - i * 11, i * 53 % 256});
+    chart.draw = [width](int line, unsigned char* pixels) {
+        for (int x = 0; x < width; ++x)
+            pixels[x] = static_cast<unsigned char>((x / 7 + line * 5) % 16);
+    };
+    return chart;
+}
+
+// The mean of a block's palette colours as the upper five bits of each channel, and its cell.
+int plain_mean(ChartUnderTest& chart, int line, int col, int x_factor, int y_factor) {
+    std::vector<unsigned char> block(static_cast<std::size_t>(x_factor) * static_cast<std::size_t>(y_factor));
+    EXPECT_EQ(chart.getMultiLines(line, y_factor, col, x_factor, block.data()), 1);
+    long long red = 0;
+    long long green = 0;
+    long long blue = 0;
+    for (const unsigned char pixel : block) {
+        red += chart.LogPalette.palPalEntry[pixel].peRed;
+        green += chart.LogPalette.palPalEntry[pixel].peGreen;
+        blue += chart.LogPalette.palPalEntry[pixel].peBlue;
+    }
+    const auto mean = [&block](long long sum) { return sum / static_cast<long long>(block.size()) / 8; };
+    return chart.ColourIndex[(mean(red) * 32 + mean(green)) * 32 + mean(blue)];
+}
+
+struct ReductionRow {
+    const char* name;
+    int line, col, cols, x_factor, y_factor;
+};
+
+// clang-format off
+const ReductionRow kReductionRows[] = {
+    // name                            line  col  cols   x     y
+    {"single pixels",                  3,    5,   200,   1,    1},
+    {"by 2",                           0,    0,   9000,  2,    2},
+    {"by 3, to the last line",         7,    1,   8999,  3,    3},
+    {"by 4",                           2,    3,   4000,  4,    4},
+    {"by 8",                           1,    2,   8000,  8,    8},
+    {"wide blocks",                    0,    0,   9000,  17,   1},
+    {"high blocks",                    0,    100, 50,    1,    10},
+    {"a last block that is not whole", 4,    0,   10,    3,    2},
+    {"the largest block of the lanes", 0,    0,   8224,  8224, 1},
+    {"one pixel more",                 0,    0,   8225,  8225, 1},
+    {"blocks of 45000 pixels",         0,    0,   9000,  4500, 10},
+};
+// clang-format on
+
+TEST(ReducedLine, IsTheMeanOfEachBlock) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(striped_chart(9000, 10))), 1);
+    for (const ReductionRow& row : kReductionRows) {
+        SCOPED_TRACE(row.name);
+        const int count = row.cols / row.x_factor;
+        GuardedPixels dest(static_cast<std::size_t>(count));
+        ASSERT_EQ(chart.getAALine(row.line, row.col, row.cols, dest.data(), row.x_factor, row.y_factor), 1);
+        EXPECT_TRUE(dest.guards_untouched());
+        std::vector<int> expected;
+        for (int o = 0; o < count; ++o) {
+            expected.push_back(
+                plain_mean(chart, row.line, row.col + o * row.x_factor, row.x_factor, row.y_factor));
+        }
+        EXPECT_EQ(dest.pixels(), expected);
+    }
+}
+
+TEST(ReducedLine, KeepsAWhiteBlockOfTheLargestSizeWhite) {
+    samples::Chart white;
+    white.width = 8224;
+    white.height = 2;
+    white.colours = {{0, 0, 0}, {255, 255, 255}};
+    white.draw = [](int, unsigned char* pixels) { std::fill_n(pixels, 8224, static_cast<unsigned char>(2)); };
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(white)), 1);
+    for (const int lines : {1, 2}) {
+        GuardedPixels dest(1);
+        ASSERT_EQ(chart.getAALine(0, 0, 8224, dest.data(), 8224, lines), 1);
+        EXPECT_EQ(dest.pixels(), std::vector<int>{2}) << lines;
+    }
+}
+
+TEST(ReducedLine, TakesTheSlotOfAColourThatThePaletteLacks) {
+    // Pixels of colour 9 on a chart with colours 1 and 2 only, whose palette ends before 9.
+    samples::Chart drawn = striped_chart(4, 1);
+    drawn.colours = {{255, 255, 255}, {250, 250, 250}};
+    drawn.draw = [](int, unsigned char* pixels) { std::fill_n(pixels, 4, static_cast<unsigned char>(9)); };
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
+    ASSERT_LE(chart.LogPalette.palNumEntries, 9);
+    chart.ColourIndex[0] = 77;
+    GuardedPixels dest(2);
+    ASSERT_EQ(chart.getAALine(0, 0, 4, dest.data(), 2, 1), 1);
+    EXPECT_EQ(dest.pixels(), (std::vector<int>{77, 77}));
+}
+
+struct RefusalRow {
+    const char* name;
+    int line, col, cols, x_factor, y_factor;
+    int result;
+};
+
+// clang-format off
+const RefusalRow kRefusalRows[] = {
+    // name                            line  col      cols     x        y        result
+    {"to the last line",               8,    0,       2,       3,       2,       1},
+    {"one line too many",              9,    0,       10,      1,       2,       0},
+    {"line below 0",                   -1,   0,       10,      1,       1,       0},
+    {"column below 0",                 0,    -1,      10,      1,       1,       0},
+    {"one column too many",            0,    91,      10,      1,       1,       0},
+    {"more columns than the picture",  0,    0,       101,     1,       1,       0},
+    {"columns below 0",                0,    0,       -1,      1,       1,       0},
+    {"no columns",                     0,    0,       0,       1,       1,       1},
+    {"no columns, from outside",       0,    -1,      0,       1,       1,       0},
+    {"no whole block",                 0,    0,       10,      11,      1,       1},
+    {"x factor 0",                     0,    0,       10,      0,       1,       0},
+    {"y factor 0",                     0,    0,       10,      1,       0,       0},
+    {"factors below 0",                0,    0,       10,      INT_MIN, INT_MIN, 0},
+    {"sum of lines over an int",       1,    0,       10,      1,       INT_MAX, 0},
+    {"sum of columns over an int",     0,    INT_MAX, 100,     1,       1,       0},
+    {"the widest block",               0,    0,       100,     INT_MAX, 10,      1},
+};
+// clang-format on
+
+TEST(ReducedLine, WritesNothingWithoutAWholeBlock) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(striped_chart(100, 10))), 1);
+    for (const RefusalRow& row : kRefusalRows) {
+        SCOPED_TRACE(row.name);
+        GuardedPixels dest(200);
+        EXPECT_EQ(chart.getAALine(row.line, row.col, row.cols, dest.data(), row.x_factor, row.y_factor),
+                  row.result);
+        EXPECT_TRUE(dest.untouched());
+    }
+}
+
+}  // namespace

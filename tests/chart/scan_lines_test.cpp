@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "chart_under_test.h"
+
+namespace {
+
+using samples::append_run;
+
+std::vector<int> line_of(ChartUnderTest& chart, int line) {
+    GuardedPixels dest(static_cast<std::size_t>(chart.Width));
+    EXPECT_EQ(chart.getLine(line, dest.data()), 1);
+    EXPECT_TRUE(dest.guards_untouched());
+    return dest.pixels();
+}
+
+std::vector<int> window_of(ChartUnderTest& chart, int line, int lines, int col, int cols) {
+    GuardedPixels dest(static_cast<std::size_t>(lines) * static_cast<std::size_t>(cols));
+    EXPECT_EQ(chart.getMultiLines(line, lines, col, cols, dest.data()), 1);
+    EXPECT_TRUE(dest.guards_untouched());
+    return dest.pixels();
+}
+
+std::vector<int> joined(std::vector<std::pair<int, int>> runs) {
+    std::vector<int> pixels;
+    for (const auto& [colour, length] : runs)
+        pixels.insert(pixels.end(), static_cast<std::size_t>(length), colour);
+    return pixels;
+}
+
+TEST(SmallChart, DecodesAsDrawn) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(small_chart()), 1);
+    EXPECT_EQ(chart.BitsPerPixel, 4);
+    EXPECT_EQ(chart.ColourMask, 0x78);
+    EXPECT_EQ(chart.RunMask, 0x07);
+    EXPECT_EQ(chart.ColourShift, 3);
+    EXPECT_EQ(chart.LineCount, 2);
+    EXPECT_EQ(chart.LineOffsets[0], 60);
+    EXPECT_EQ(chart.LineOffsets[1], 65);
+    EXPECT_EQ(chart.LineOffsets[2], 69);
+    EXPECT_EQ(line_of(chart, 0), joined({{1, 8}, {2, 12}}));
+    EXPECT_EQ(line_of(chart, 1), joined({{2, 20}}));
+    EXPECT_EQ(window_of(chart, 0, 2, 6, 4), joined({{1, 2}, {2, 6}}));
+    EXPECT_EQ(window_of(chart, 0, 1, 8, 12), joined({{2, 12}})) << "from the boundary of two runs";
+    EXPECT_EQ(window_of(chart, 0, 1, 0, 8), joined({{1, 8}}));
+    EXPECT_EQ(window_of(chart, 0, 2, 0, 20), joined({{1, 8}, {2, 32}}));
+}
+
+TEST(SmallChart, GivesItsRunsOneByOne) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(small_chart()), 1);
+    for (const long line : {0L, -5L, LONG_MIN}) {
+        int colour = -1;
+        int length = -1;
+        chart.seekLine(line);
+        chart.vNextCRL(&colour, &length);
+        EXPECT_EQ(std::pair(colour, length), std::pair(1, 8));
+        chart.vNextCRL(&colour, &length);
+        EXPECT_EQ(std::pair(colour, length), std::pair(2, 12));
+    }
+    for (const long line : {1L, 2L, LONG_MAX}) {
+        int colour = -1;
+        int length = -1;
+        chart.seekLine(line);
+        chart.vNextCRL(&colour, &length);
+        EXPECT_EQ(std::pair(colour, length), std::pair(2, 20));
+    }
+}
+
+struct RangeRow {
+    const char* name;
+    int line, lines, col, cols;
+    int result;
+};
+
+// clang-format off
+const RangeRow kRangeRows[] = {
+    // name                         line     lines    col      cols     result
+    {"one line too many",           1,       2,       0,       20,      0},
+    {"one column too many",         0,       1,       19,      2,       0},
+    {"line below 0",                -1,      1,       0,       20,      0},
+    {"column below 0",              0,       1,       -1,      20,      0},
+    {"no lines",                    0,       0,       0,       20,      1},
+    {"no columns",                  0,       2,       20,      0,       1},
+    {"no lines behind the last",    2,       0,       0,       20,      1},
+    {"no lines farther behind",     3,       0,       0,       20,      0},
+    {"lines below 0",               1,       -7,      0,       20,      1},
+    {"columns below 0",             0,       1,       5,       -7,      1},
+    {"sum of lines over an int",    2,       INT_MAX, 0,       20,      0},
+    {"sum of columns over an int",  0,       1,       20,      INT_MAX, 0},
+    {"sums far below an int",       0,       INT_MIN, 0,       INT_MIN, 1},
+};
+// clang-format on
+
+TEST(SmallChart, WritesNothingForARangeWithoutPixels) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(small_chart()), 1);
+    for (const RangeRow& row : kRangeRows) {
+        SCOPED_TRACE(row.name);
+        GuardedPixels dest(64);
+        EXPECT_EQ(chart.getMultiLines(row.line, row.lines, row.col, row.cols, dest.data()), row.result);
+        EXPECT_TRUE(dest.untouched());
+    }
+    for (const int line : {-1, 2, INT_MIN, INT_MAX}) {
+        GuardedPixels dest(20);
+        EXPECT_EQ(chart.getLine(line, dest.data()), 0) << line;
+        EXPECT_TRUE(dest.untouched()) << line;
+    }
+}
+
+// A chart of one line at 4 bits a pixel, of these bytes behind the line number.
+std::string chart_of_line(int width, const std::string& runs) {
+    return samples::chart_bytes(text_of_size(width, 1), 4, {"\x01" + runs});
+}
+
+TEST(Overrun, IsRefusedByOneAndCutByTheOther) {
+    std::string runs;
+    append_run(runs, 4, 1, 8);
+    append_run(runs, 4, 3, 4);
+    append_run(runs, 4, 2, 9);
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(chart_of_line(20, runs)), 1);
+    GuardedPixels dest(20);
+    EXPECT_EQ(chart.getLine(0, dest.data()), 0);
+    EXPECT_TRUE(dest.guards_untouched());
+    EXPECT_EQ(dest.pixels(), joined({{1, 8}, {3, 4}, {kUntouched, 8}}));
+    EXPECT_EQ(window_of(chart, 0, 1, 0, 20), joined({{1, 8}, {3, 4}, {2, 8}}));
+}
+
+struct LongRunRow {
+    const char* name;
+    std::string bytes;
+    int length;  // as vNextCRL gives it
+};
+
+const LongRunRow kLongRunRows[] = {
+    {"200 pixels", "\x91\x47", 200},
+    {"value of 31 bits", "\x87\xFF\xFF\xFF\x7F", INT_MAX},
+    {"value of 36 bits", "\x89\x80\x80\x80\x80\x01", INT_MAX},
+    {"value of 60 bits", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", INT_MAX},
+    {"leading zero groups", std::string("\x90\x80\x80\x80\x80\x80\x80\x47", 8), 72},
+};
+
+TEST(LongRun, IsHeldAtTheLargestInt) {
+    for (const LongRunRow& row : kLongRunRows) {
+        SCOPED_TRACE(row.name);
+        ChartUnderTest chart;
+        ASSERT_EQ(chart.open(chart_of_line(20, row.bytes)), 1);
+        int colour = -1;
+        int length = -1;
+        chart.seekLine(0);
+        chart.vNextCRL(&colour, &length);
+        EXPECT_EQ(length, row.length);
+        GuardedPixels dest(20);
+        EXPECT_EQ(chart.getLine(0, dest.data()), 0);
+        EXPECT_TRUE(dest.untouched());
+        EXPECT_EQ(window_of(chart, 0, 1, 13, 7), joined({{colour, 7}}));
+    }
+}
+
+TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
+    const int width = 21;
+    ChartUnderTest chart;
+    const std::string bytes = samples::chart_bytes(text_of_size(width, 3), 4, {"\x01", "\x01", "\x01"});
+    ASSERT_EQ(chart.open(bytes), 1);
+    const auto end = static_cast<std::int32_t>(bytes.size());
+    const std::int32_t outside[] = {end, INT32_MAX, -1};
+    std::copy(std::begin(outside), std::end(outside), chart.LineOffsets);
+    for (int line = 0; line < 3; ++line) {
+        SCOPED_TRACE(line);
+        int colour = -1;
+        int length = -1;
+        chart.seekLine(line);
+        chart.vNextCRL(&colour, &length);
+        EXPECT_EQ(std::pair(colour, length), std::pair(15, 8));
+        // Runs of 8 do not fill 21 exactly.
+        GuardedPixels dest(width);
+        EXPECT_EQ(chart.getLine(line, dest.data()), 0);
+        EXPECT_EQ(dest.pixels(), joined({{15, 16}, {kUntouched, 5}}));
+        EXPECT_EQ(window_of(chart, line, 1, 0, width), joined({{15, width}}));
+    }
+}
+
+struct LibertyRow {
+    const char* name;
+    samples::Liberties liberties;
+};
+
+std::vector<LibertyRow> liberty_rows() {
+    std::vector<LibertyRow> rows{{"plain", {}},
+                                 {"lines in reverse", {}},
+                                 {"gaps", {}},
+                                 {"long numbers", {}},
+                                 {"padded runs", {}},
+                                 {"runs of one pixel", {}},
+                                 {"LF and 0x1A twice", {}}};
+    rows[1].liberties.reversed_lines = true;
+    rows[2].liberties.gap_bytes = 5000;
+    rows[3].liberties.number_bytes = 9;
+    rows[4].liberties.padding_bytes = 7;
+    rows[5].liberties.longest_run = 1;
+    rows[6].liberties.line_end = "\n";
+    rows[6].liberties.skipped_byte = 0x1A;
+    return rows;
+}
+
+// Runs of 1 pixel to some hundreds, of every colour that the depth has; no two charts and no two lines alike.
+samples::Chart random_chart(int bits_per_pixel, const samples::Liberties& liberties) {
+    samples::Chart chart;
+    chart.width = 5003;
+    chart.height = 5;
+    chart.bits_per_pixel = bits_per_pixel;
+    chart.liberties = liberties;
+    chart.draw = [bits_per_pixel](int line, unsigned char* pixels) {
+        std::minstd_rand random(static_cast<unsigned>(line * 8 + bits_per_pixel));
+        for (int x = 0; x < 5003;) {
+            const auto colour = static_cast<unsigned char>((random() >> 5) % (1U << bits_per_pixel));
+            const int end = std::min(5003, x + 1 + static_cast<int>((random() >> 5) % (1U << random() % 10)));
+            for (; x < end; ++x)
+                pixels[x] = colour;
+        }
+    };
+    return chart;
+}
+
+TEST(WrittenChart, ReadsBackWhateverItsLayout) {
+    for (const LibertyRow& row : liberty_rows()) {
+        for (int bits = 1; bits <= 7; ++bits) {
+            SCOPED_TRACE(std::string(row.name) + ", bits per pixel " + std::to_string(bits));
+            const samples::Chart drawn = random_chart(bits, row.liberties);
+            ChartUnderTest chart;
+            ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
+            for (int line = drawn.height - 1; line >= 0; --line) {
+                std::vector<unsigned char> pixels(static_cast<std::size_t>(drawn.width));
+                drawn.draw(line, pixels.data());
+                const std::vector<int> expected(pixels.begin(), pixels.end());
+                ASSERT_EQ(line_of(chart, line), expected);
+                ASSERT_EQ(window_of(chart, line, 1, 4000, 1003),
+                          std::vector<int>(expected.begin() + 4000, expected.end()));
+            }
+        }
+    }
+}
+
+}  // namespace
