@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <samples/canvas.h>
+#include <samples/chart_writer.h>
+#include <samples/layout.h>
+
+/// What stands on each of the sample charts.
+namespace samples {
+
+/// The colour index of each thing drawn.
+struct Inks {
+    int paper = 0;           ///< the margin and the deep water
+    std::vector<int> tints;  ///< shallow water, from the deep side to the shore
+    int contour = 0;         ///< the line around a tint; 0 draws none
+    int land = 0;
+    int shore = 0;  ///< the coast line
+    int black = 0;
+    int grid = 0;
+    int water_name = 0;
+    int magenta = 0;
+    int flare = 0;  ///< of a light
+};
+
+/// How the border is divided; minutes of arc, each a whole part of the one before.
+struct Graduation {
+    int figure = 60;  ///< a figure in the border
+    int line = 30;    ///< a meridian or parallel across the chart
+    int bar = 10;     ///< a black or white bar of the border
+    int tick = 2;
+};
+
+enum class Mark { kTown, kLight, kIsland, kSmallWater, kWater, kWideWater };
+enum class Beside { kOn, kRight, kLeft, kAbove, kBelow };
+
+struct Place {
+    const char* name;
+    double lon, lat;
+    Mark mark;
+    Beside side;  ///< of the mark, on which the name stands
+};
+
+struct Title {
+    Position middle;     ///< of the first line
+    int background = 0;  ///< colour index of what the block covers
+    std::vector<std::string> lines;
+};
+
+struct Sheet {
+    std::string file;  ///< base name of the chart and of its coast file
+    std::string name;
+    int du = 254;
+    int width = 0;  ///< pixels
+    int bits_per_pixel = 4;
+    double em = 40;  ///< size of the plain lettering, pixels
+    Area covered;    ///< what the coast file covers
+    Area area;       ///< what the chart shows, a tint's width inside
+    std::vector<double> tint_miles;
+    std::vector<Colour> colours;  ///< of the colour indexes from 1 upward
+    Inks inks;
+    Graduation graduation;
+    Title title;
+    Position rose;
+    std::vector<Place> places;
+};
+
+Sheet english_channel();
+Sheet gulf_of_maine();
+Sheet fiji();
+
+/// The sheet's picture.
+Canvas draw_sheet(const Sheet& sheet, const std::string& coast_dir);
+
+}  // namespace samples
