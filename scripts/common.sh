@@ -1,0 +1,64 @@
+# What the scripts share; they source it.
+
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+JOBS=$(nproc 2>/dev/null || echo 2)
+CMAKE_AT_LEAST=3.25
+
+# Debian's names of what the library, the sample charts and the example need, and of what the tests and
+# benchmarks need besides.
+BUILD_PACKAGES=(g++ cmake ninja-build libpng-dev libcairo2-dev fonts-dejavu-core)
+TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
+               libeigen3-dev libtiff-dev)
+
+say() { printf '== %s\n' "$*"; }
+
+fail() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+has() { command -v "$1" >/dev/null 2>&1; }
+
+is_installed() { dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed; }
+
+# Whether as_root can work: as root, or through a sudo that asks nothing or has somebody to ask.
+can_be_root() { [ "$(id -u)" -eq 0 ] || { has sudo && { [ -t 0 ] || sudo -n true 2>/dev/null; }; }; }
+
+as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
+
+# need_packages PACKAGE...: installs those that are missing, or says in one line what to install.
+need_packages() {
+    local package missing=()
+    if ! has dpkg-query; then
+        has cmake && has ninja && has c++ || fail "please install what Debian calls: $*"
+        return
+    fi
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    { has apt-get && can_be_root; } || fail "please install: apt-get install ${missing[*]}"
+    say "installing ${missing[*]}"
+    { as_root apt-get update -qq &&
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+            "${missing[@]}" >/dev/null; } || fail "please install: apt-get install ${missing[*]}"
+}
+
+need_cmake() {
+    local version
+    version=$(cmake --version | sed -n '1s/[^0-9]*//p')
+    [ "$(printf '%s\n' "$CMAKE_AT_LEAST" "$version" | sort -V | head -n 1)" = "$CMAKE_AT_LEAST" ] ||
+        fail "please install CMake $CMAKE_AT_LEAST or later, this one is $version"
+}
+
+# build PRESET [OPTION...]: configures a preset, with further options of cmake, and builds it.
+build() {
+    local preset=$1
+    shift
+    need_cmake
+    cd "$ROOT"
+    say "configuring build/$preset"
+    cmake --preset "$preset" "$@"
+    say "building build/$preset"
+    cmake --build --preset "$preset" --parallel "$JOBS"
+}
