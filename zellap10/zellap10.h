@@ -5,3 +5,8 @@
 #include <zellap10/chart/zellap.h>
 #include <zellap10/datum/shift.h>
 #include <zellap10/platform/platform.h>
+#include <zellap10/projection/lambert.h>
+#include <zellap10/projection/mercator.h>
+#include <zellap10/projection/polyconic.h>
+#include <zellap10/projection/projection.h>
+#include <zellap10/projection/transverse_mercator.h>

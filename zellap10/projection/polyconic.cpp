@@ -1,0 +1,97 @@
+#include <zellap10/projection/polyconic.h>
+
+#include <zellap10/platform/angle.h>
+#include <zellap10/projection/meridian_arc.h>
+
+#include <cmath>
+#include <limits>
+
+// Symbols as in the source: N radius of curvature in the prime vertical, M arc from the equator, Ma = M / a.
+// Forward, with E = (lam - lam0) sin phi:
+//   x = N cot phi sin E                       (18-12)
+//   y = M - M0 + N cot phi (1 - cos E)        (18-13)
+// Inverse, by Newton's method from phi = A = (M0 + y) / a, with B = x^2 / a^2 + A^2, K = the source's C
+// (18-20) and G = the derivative Mn' (18-17):
+//   P = A (K Ma + 1) - Ma - (Ma^2 + B) K / 2
+//   Q = e2 sin 2phi (Ma^2 + B - 2 A Ma) K / 4 + (A - Ma) (K G - 2 / sin 2phi) - G
+//   phi - P / Q is the next phi               (18-21)
+//   lam = asin(x K / a) / sin phi + lam0      (18-22)
+// Departures: the source divides by K in the first term of Q; the longitude takes K of the last pass, which
+// stands on the latitude that the pass began with.
+
+namespace zellap10::projection {
+namespace {
+
+using platform::DEG_TO_RAD;
+using platform::RAD_TO_DEG;
+
+// RADIANS: the steps shrink quadratically, so the step after one of this size is lost in the rounding. The
+// longitude, whose K lags one pass behind, keeps an error of this size over the latitude.
+constexpr double kLatTolRad = 0.0000001;
+// All points of a chart settle in a few passes; some of the plane never do, and have no position then.
+constexpr int kMaxPasses = 100;
+
+double arc_to(const tagPPARMS* parms, double phi) {
+    return meridian_arc(meridian_arc_of(parms->e2, parms->e4, parms->e6), phi, std::sin(2.0 * phi)) *
+           parms->a;
+}
+
+}  // namespace
+}  // namespace zellap10::projection
+
+using namespace zellap10::projection;
+
+void polyconic_init(double lat, double lon, tagPPARMS* parms) {
+    parms->lat0 = lat * DEG_TO_RAD;
+    parms->lon0 = lon * DEG_TO_RAD;
+    parms->poly_m0 = arc_to(parms, parms->lat0);
+}
+
+void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y) {
+    const double phi = lat * DEG_TO_RAD;
+    const double lam = lon * DEG_TO_RAD;
+    if (phi == 0.0) {
+        *x = (lam - parms->lon0) * parms->a;
+        *y = -parms->poly_m0;
+        return;
+    }
+    const double M = arc_to(parms, phi);
+    const double s = std::sin(phi);
+    const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
+    const double E = (lam - parms->lon0) * s;
+    const double w = 1.0 / std::tan(phi);
+    *x = w * std::sin(E) * n;
+    *y = w * (1.0 - std::cos(E)) * n + (M - parms->poly_m0);
+}
+
+void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon) {
+    const double a = parms->a;
+    if (y == -parms->poly_m0) {
+        *lat = 0.0;
+        *lon = (x / a + parms->lon0) * RAD_TO_DEG;
+        return;
+    }
+    const double A = (y + parms->poly_m0) / a;
+    const double B = x * x / (a * a) + A * A;
+    const MeridianArc arc = meridian_arc_of(parms->e2, parms->e4, parms->e6);
+    double phi = A;
+    for (int pass = 0; pass < kMaxPasses; ++pass) {
+        const double before = phi;
+        const double s = std::sin(phi);
+        const double K = std::sqrt(1.0 - s * s * parms->e2) * std::tan(phi);
+        const double G = arc.c0 - 2.0 * arc.c2 * std::cos(2.0 * phi) + 4.0 * arc.c4 * std::cos(4.0 * phi) -
+                         6.0 * arc.c6 * std::cos(6.0 * phi);
+        const double S = std::sin(2.0 * phi);
+        const double Ma = meridian_arc(arc, phi, S);
+        const double P = (Ma * K + 1.0) * A - Ma - (Ma * Ma + B) * K * 0.5;
+        const double Q =
+            (G * K - 2.0 / S) * (A - Ma) + (Ma * Ma + B - 2.0 * Ma * A) * parms->e2 * S * K * 0.25 - G;
+        phi = phi - P / Q;
+        if (!(std::fabs(phi - before) > kLatTolRad)) {
+            *lat = phi * RAD_TO_DEG;
+            *lon = (std::asin(K * x / a) / std::sin(phi) + parms->lon0) * RAD_TO_DEG;
+            return;
+        }
+    }
+    *lat = *lon = std::numeric_limits<double>::quiet_NaN();
+}
