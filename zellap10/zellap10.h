@@ -4,6 +4,8 @@
 
 #include <zellap10/chart/zellap.h>
 #include <zellap10/datum/shift.h>
+#include <zellap10/navigation/course.h>
+#include <zellap10/navigation/dead_reckoning.h>
 #include <zellap10/platform/platform.h>
 #include <zellap10/projection/lambert.h>
 #include <zellap10/projection/mercator.h>

@@ -1,0 +1,222 @@
+#include <zellap10/navigation/course.h>
+#include <zellap10/navigation/dead_reckoning.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kRad = 3.14159265359 / 180.0;
+
+// Some last places of a double near 360.
+constexpr double kTolDeg = 1e-12;
+// What the rounding of the parts leaves of a distance; a parallel, measured over 0.0002 degrees, feels it
+// more.
+constexpr double kTolDistance = 1e-13;
+constexpr double kTolParallel = 1e-10;
+
+struct CourseRow {
+    const char* name;
+    double lat1, lon1, lat2, lon2;
+    double bearing, theta, distance, reduced_bearing;
+};
+
+// The formulas at 50 digits.
+// clang-format off
+const CourseRow kCourseRows[] = {
+    // name                       lat1    lon1    lat2   lon2  m_bearing           m_theta                distance            bearing of m_b_d
+    {"meridian",                   0.0,    0.0,    1.0,   0.0, 0.0,                1.5707963267948966,    60.0,               0.0},
+    {"equator",                    0.0,    0.0,    0.0,   1.0, 90.0,               0.0,                   60.408886954575151, 90.0},
+    {"equator, west",              0.0,    0.0,    0.0,  -1.0, 270.00000000001185, 3.1415926535897932,    60.408886954575151, 270.00000000001185},
+    {"meridian, south",            0.0,    0.0,   -1.0,   0.0, 180.0,             -1.5707963267948966,    60.0,               180.0},
+    {"parallel of 45",            45.0,    0.0,   45.0,   1.0, 90.0,               0.0,                   42.569988385496598, 90.0},
+    {"parallel of 60 S, west",   -60.0,   10.0,  -60.0,   9.0, 270.00000000001185, 3.1415926535897932,    30.05059102158447,  270.00000000001185},
+    {"diagonal",                   0.0,    0.0,    1.0,   1.0, 45.193090990711014, 0.78202808985365481,   85.140225505906252, 45.193090990711014},
+    {"north-west",                10.5,  20.25,  40.75, -15.5, 313.52445517127399, 2.3819476057145464,    2635.5373370726241, 313.52445517127399},
+    {"far south",                -20.0,   30.0,  -75.5,  35.0, 177.06358421613302, -1.5195462031589877,   3334.3780388901163, 177.06358421613302},
+    {"over the date line, east",  10.0,  170.0,   10.0,-170.0, 270.00000000001185, 3.1415926535897932,    1189.5767522463356, 90.0},
+    {"over the date line, west",  10.0, -170.0,   11.0, 170.0, 89.829732555516862, 0.0029717275151876093, 1189.1744428342729, 272.8920963257874},
+    {"600 degrees apart",         10.0, -300.0,   20.0, 300.0, 89.016274875307136, 0.017169242360483383,  7014.2649159074836, 87.541954622692188},
+    {"to itself",                 41.5,  -71.0,   41.5, -71.0, 90.0,               0.0,                   0.0,                90.0},
+};
+// clang-format on
+
+TEST(Course, MeetsReferenceRows) {
+    for (const CourseRow& row : kCourseRows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_NEAR(m_bearing(row.lat1, row.lon1, row.lat2, row.lon2), row.bearing, kTolDeg);
+        EXPECT_NEAR(m_theta(row.lat1, row.lon1, row.lat2, row.lon2), row.theta, kTolDeg * kRad);
+        const double tolerance = (row.lat1 == row.lat2 ? kTolParallel : kTolDistance) * row.distance;
+        const double distance = m_distance(row.lat1, row.lon1, row.lat2, row.lon2);
+        EXPECT_NEAR(distance, row.distance, tolerance);
+        double bearing = -1.0;
+        EXPECT_EQ(m_b_d(row.lat1, row.lon1, row.lat2, row.lon2, &bearing), distance);
+        EXPECT_NEAR(bearing, row.reduced_bearing, kTolDeg);
+    }
+}
+
+struct AngleRow {
+    const char* name;
+    double x, y, bearing;
+};
+
+// The half turn that the arctangent gives is a little short of one by our own pi, hence 270 and a bit.
+const AngleRow kAngleRows[] = {
+    {"zero vector", 0.0, 0.0, 90.0},
+    {"north", 0.0, 1.0, 0.0},
+    {"north-east", 1.0, 1.0, 45.000000000002963},
+    {"east", 1.0, 0.0, 90.0},
+    {"south-east", 1.0, -1.0, 134.99999999999704},
+    {"south", 0.0, -1.0, 180.0},
+    {"south-west", -1.0, -1.0, 224.99999999999112},
+    {"west", -1.0, 0.0, 270.00000000001185},
+    {"north-west", -1.0, 1.0, 315.00000000000888},
+};
+
+TEST(Angle, GoesClockwiseFromNorth) {
+    for (const AngleRow& row : kAngleRows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_NEAR(m_angle(row.x, row.y), row.bearing, kTolDeg);
+    }
+    EXPECT_TRUE(std::isnan(m_angle(0.0, kNan)));
+    EXPECT_TRUE(std::isnan(m_angle(kNan, 0.0)));
+}
+
+TEST(Angle, StaysBelow360) {
+    for (double x = -1e-17; x > -1e-11; x *= 1.01) {
+        EXPECT_GE(m_angle(x, 1.0), 0.0) << x;
+        EXPECT_LT(m_angle(x, 1.0), 360.0) << x;
+    }
+}
+
+TEST(MeridionalParts, MeetReferenceRowsAndReturn) {
+    const struct {
+        double lat, parts;
+    } rows[] = {{60.0, 4507.2504850477049},
+                {45.0, 3013.5041891596737},
+                {-75.5, -7065.7012197973779},
+                {0.001, 0.059593881018963206}};
+    for (const auto& row : rows) {
+        EXPECT_NEAR(m_parts(row.lat * kRad), row.parts, 2e-11);
+        EXPECT_NEAR(m_parts_inv(row.parts), row.lat, 1e-8) << "three refinements";
+    }
+    EXPECT_NEAR(m_diff(45.0 * kRad, 60.0 * kRad), 4507.2504850477049 - 3013.5041891596737, 2e-11);
+    EXPECT_NEAR(m_parts(0.0), 3.6e-10, 1e-11);
+    EXPECT_NEAR(m_parts(90.0 * kRad), 102765.6, 2.0);
+    EXPECT_EQ(m_parts(-90.0 * kRad), -kInf);
+    EXPECT_NEAR(m_parts_inv(3000.0), 44.840088953828322, kTolDeg);
+    EXPECT_NEAR(m_parts_inv(-3000.0), -44.840088953840212, kTolDeg);
+    EXPECT_NEAR(m_parts_inv(9000.0), 81.710821649061768, kTolDeg);
+}
+
+struct AdvanceRow {
+    const char* name;
+    double lat, lon, distance, course, new_lat, new_lon;
+};
+
+// The formulas at 50 digits.
+// clang-format off
+const AdvanceRow kAdvanceRows[] = {
+    // name                            lat      lon distance  course  new lat             new lon
+    {"north",                          0.0,     0.0,    60.0,    0.0, 1.0,                0.0},
+    {"south",                          0.0,     0.0,    60.0,  180.0, -1.0,               0.0},
+    {"east on the equator",            0.0,     0.0,    60.0,   90.0, 0.0,                0.99323134434040119},
+    {"west on the equator",            0.0,     0.0,    60.0,  270.0, 0.0,                -0.99323134434040119},
+    {"east at 45",                    45.0,     0.0,    60.0,   90.0, 45.0,               1.4094436544512126},
+    {"hardly off east",               45.0,     0.0,    60.0, 90.009, 45.0,               1.4094436544512126},
+    {"hardly off west",               45.0,     0.0,    60.0,269.991, 45.0,               -1.4094436544512126},
+    {"off east",                      45.0,     0.0,    60.0,  90.02, 44.999650934156587, 1.4094392460372581},
+    {"north-east",                    45.0,     0.0,    60.0,   45.0, 45.707106781186511, 1.0028959027209727},
+    {"south-east",                    45.0,     0.0,    60.0,  135.0, 44.292893218813343, 0.99051092846396938},
+    {"south-west",                    45.0,     0.0,    60.0,  225.0, 44.292893218813635, -0.99051092846438127},
+    {"north-west",                    45.0,     0.0,    60.0,  315.0, 45.707106781186803, -1.0028959027205608},
+    {"-45 goes north-east",           45.0,     0.0,    60.0,  -45.0, 45.707106781186511, 1.0028959027209727},
+    {"over the date line",            45.0,   179.5,    60.0,   90.0, 45.0,               180.90944365445121},
+    {"far, south of the line",       -33.5,  151.25,  1200.0,   37.5, -17.632933194175821, 164.73615065266099},
+    {"backwards",                    -60.0,    -5.0,   -30.0,  300.0, -60.250000000000149, -4.132135193306452},
+    {"nowhere",                       10.0,    20.0,     0.0,  123.0, 10.0,               20.0},
+};
+// clang-format on
+
+// A parallel is measured over 0.0002 degrees, which multiplies the rounding of the parts by 5000.
+constexpr double kTolAdvance = 3e-9;
+
+TEST(Advance, MeetsReferenceRows) {
+    for (const AdvanceRow& row : kAdvanceRows) {
+        SCOPED_TRACE(row.name);
+        double lat = row.lat, lon = row.lon;
+        EXPECT_EQ(m_advance_d(&lat, &lon, row.distance, row.course), row.distance);
+        EXPECT_NEAR(lat, row.new_lat, kTolDeg);
+        EXPECT_NEAR(lon, row.new_lon, kTolAdvance);
+    }
+}
+
+TEST(Advance, GoesByTimeAndSpeed) {
+    for (const auto& [time, speed] : {std::pair(3600.0, 10.0), std::pair(10.0, 3600.0)}) {
+        double lat = 45.0, lon = 0.0;
+        EXPECT_NEAR(m_advance_t(&lat, &lon, time, speed, 0.0), 10.0, kTolDeg);
+        EXPECT_NEAR(lat, 45.0 + 10.0 / 60.0, kTolDeg);
+    }
+}
+
+TEST(TimeToGo, CutsOffAndHoldsAtTheEnds) {
+    const struct {
+        double lat2, speed;
+        long seconds;
+    } rows[] = {{1.0, 10.0, 21600},
+                {1.0, 7.0, 30857},
+                {1.0, -7.0, -30857},
+                {1.0, 0.0, 2147483647},
+                {1.0, -0.0, -2147483647 - 1},
+                {0.0, 0.0, 0},
+                {1.0, 1e-5, 2147483647},
+                {1.0, -1e-5, -2147483647 - 1},
+                {1.0, kNan, 0},
+                {1.0, kInf, 0},
+                {kNan, 10.0, 0},
+                {1.0, 216000.0 / 2147483647.0, 2147483647}};
+    for (const auto& row : rows)
+        EXPECT_EQ(m_ttg(0.0, 0.0, row.lat2, 0.0, row.speed), row.seconds) << row.speed;
+}
+
+TEST(Line, DropsPositionsOntoARhumbLine) {
+    const struct {
+        double lat0, lon0, lat, lon, theta, foot_lat, foot_lon;
+    } rows[] = {{0.0, 0.0, 1.0, 1.0, 0.0, 0.0, 1.0},
+                {0.0, 0.0, 1.0, 1.0, 1.5707963267948966, 1.0, 0.0},
+                {10.0, 20.0, 11.0, 21.0, 0.785398163397448, 10.994866748127812, 21.005195164736625},
+                {-40.0, 10.0, -45.0, 14.0, 2.0, -45.242461758043599, 13.251695373858922}};
+    for (const auto& row : rows) {
+        double lat = row.lat, lon = row.lon;
+        m_line(row.lat0, row.lon0, &lat, &lon, row.theta);
+        EXPECT_NEAR(lat, row.foot_lat, 1e-8);
+        EXPECT_NEAR(lon, row.foot_lon, 1e-12);
+    }
+}
+
+TEST(NavigationTotality, ReturnsForEveryInput) {
+    const double values[] = {0.0, -0.0, 1e-310, 45.0, -90.0, 90.0, 270.0, 1e19, -1.7e308, kInf, kNan};
+    for (double a : values) {
+        for (double b : values) {
+            for (double c : values) {
+                double bearing = -1.0, lat = a, lon = b;
+                const double distance = m_b_d(a, b, c, 10.0, &bearing);
+                EXPECT_FALSE(bearing < 0.0 || bearing >= 360.0) << a << ' ' << b << ' ' << c;
+                EXPECT_FALSE(distance < 0.0);
+                EXPECT_EQ(m_ttg(a, b, c, 10.0, kNan), 0);
+                m_advance_d(&lat, &lon, c, a);
+                m_line(a, b, &lat, &lon, c);
+                EXPECT_FALSE(std::fabs(m_parts_inv(m_parts(c))) > 90.0 + 1e-9);
+            }
+        }
+    }
+    double bearing = -1.0;
+    m_b_d(-90.0, 0.0, -90.0, 0.0, &bearing);
+    EXPECT_TRUE(std::isnan(bearing)) << "no parts between two south poles";
+}
+
+}  // namespace

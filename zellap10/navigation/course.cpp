@@ -1,0 +1,103 @@
+#include <zellap10/navigation/course.h>
+
+#include <zellap10/navigation/meridional_parts.h>
+
+#include <cmath>
+
+namespace zellap10::navigation {
+namespace {
+
+using platform::DEG_TO_RAD;
+using platform::HALF_PI;
+using platform::RAD_TO_DEG;
+
+// A parallel is measured over 0.0002 degrees of latitude about it, which is 0.012 minutes.
+constexpr double kParallelDeg = 0.0001;
+constexpr double kParallelMinutes = 0.012;
+
+// A difference of longitude in degrees, one turn nearer to zero if it is past 180.
+double reduced(double dlon) {
+    if (dlon > 180.0) return dlon - 360.0;
+    if (dlon < -180.0) return dlon + 360.0;
+    return dlon;
+}
+
+double bearing_of(double x, double y) {
+    double theta = 0.0;
+    if (x == 0.0 && y > 0.0) {
+        theta = HALF_PI;
+    } else if (x == 0.0 && y < 0.0) {
+        theta = -HALF_PI;
+    } else if (!(x == 0.0 && y == 0.0)) {
+        theta = std::atan2(y, x);
+    }
+    const double t = theta * RAD_TO_DEG - 90.0;
+    const double bearing = t > 0.0 ? 360.0 - t : -t;
+    return bearing == 360.0 ? 0.0 : bearing;  // a t too small to be seen beside 360
+}
+
+// The sides of a rhumb line's triangle, with the parts between the latitudes, which no two steps compute
+// anew. dlon is the difference of longitude, reduced.
+double distance_over(double dlat, double dlon, double minutes, double parts_diff) {
+    if (parts_diff == 0.0) return 0.0;
+    const double departure = minutes * dlon * 60.0 / parts_diff;
+    const double northing = dlat * 60.0;
+    const double q = departure * departure + northing * northing;
+    return q == 0.0 ? 0.0 : std::sqrt(q);
+}
+
+double parallel_distance(double lat1, double lat2, double dlon) {
+    return distance_over(lat2 - lat1, dlon, kParallelMinutes,
+                         parts_between(lat1 - kParallelDeg, lat2 + kParallelDeg));
+}
+
+}  // namespace
+}  // namespace zellap10::navigation
+
+using namespace zellap10::navigation;
+
+double m_bearing(double lat1, double lon1, double lat2, double lon2) {
+    return bearing_of((lon2 - lon1) * 60.0, parts_between(lat1, lat2));
+}
+
+double m_theta(double lat1, double lon1, double lat2, double lon2) {
+    const double x = (lon2 - lon1) * 60.0;
+    const double y = parts_between(lat1, lat2);
+    return x == 0.0 && y == 0.0 ? 0.0 : std::atan2(y, x);
+}
+
+double m_distance(double lat1, double lon1, double lat2, double lon2) {
+    const double dlon = reduced(reduced(lon2 - lon1));
+    const double dlat = lat2 - lat1;
+    if (dlat == 0.0) return parallel_distance(lat1, lat2, dlon);
+    return distance_over(dlat, dlon, dlat * 60.0, parts_between(lat1, lat2));
+}
+
+double m_b_d(double lat1, double lon1, double lat2, double lon2, double* bearing) {
+    const double dlon = reduced(lon2 - lon1);
+    const double dlat = lat2 - lat1;
+    const double parts1 = parts(lat1 * DEG_TO_RAD);
+    if (dlat == 0.0) {
+        *bearing = bearing_of(dlon * 60.0, parts1 - parts1);  // 0, or NaN at the south pole
+        return parallel_distance(lat1, lat2, reduced(dlon));
+    }
+    const double parts_diff = parts(lat2 * DEG_TO_RAD) - parts1;
+    *bearing = bearing_of(dlon * 60.0, parts_diff);
+    return distance_over(dlat, reduced(dlon), dlat * 60.0, parts_diff);
+}
+
+double m_angle(double x, double y) {
+    return bearing_of(x, y);
+}
+
+double m_diff(double lat1, double lat2) {
+    return parts(lat2) - parts(lat1);
+}
+
+double m_parts(double lat) {
+    return parts(lat);
+}
+
+double m_parts_inv(double minutes) {
+    return latitude_of(minutes);
+}

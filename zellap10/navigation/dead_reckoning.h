@@ -1,0 +1,49 @@
+#pragma once
+
+#include <zellap10/platform/export.h>
+
+/// Moves positions along rhumb lines. Units, signs and source as in course.h; speeds are knots, times
+/// seconds, courses degrees clockwise from north, good from 0 up to but not including 360.
+
+/// The time to go from one position to another.
+///
+/// @param lat1, lon1, lat2, lon2  degrees, as in m_distance
+/// @param speed                   knots; a negative one gives a negative time
+/// @return                        seconds, the fraction cut off; held at 2147483647 and -2147483648, so that
+///                                a speed of 0 gives the former. NaN, from any argument or from no distance
+///                                at no speed, gives 0
+ZELLAP10_API long m_ttg(double lat1, double lon1, double lat2, double lon2, double speed);
+
+/// Moves a position by a distance on a course.
+///
+/// @param lat, lon  in and out: degrees. The longitude may pass 180, the latitude 90: beyond a pole neither
+///                  has a meaning
+/// @param distance  nautical miles, negative backwards
+/// @param course    degrees; within 0.01 of 90 or 270 the position stays on its parallel. A course out of
+///                  range, negative ones included, moves the longitude by a wrong sign in two quadrants
+/// @return          the distance passed in
+///
+/// NaN in any argument gives NaN positions, but not every result rests on every argument.
+/// Rounding measured: 1e-14 degrees of latitude, 6e-12 of longitude for courses a degree and more off east
+/// and west, 1e-8 of longitude along a parallel (3000 advances up to 1000 miles, up to latitude 80).
+ZELLAP10_API double m_advance_d(double* lat, double* lon, double distance, double course);
+
+/// Moves a position by a time at a speed on a course.
+///
+/// @param lat, lon  in and out: degrees, as in m_advance_d
+/// @param time      seconds
+/// @param speed     knots
+/// @param course    degrees, as in m_advance_d
+/// @return          the distance covered, nautical miles
+///
+/// Rounding as in m_advance_d.
+ZELLAP10_API double m_advance_t(double* lat, double* lon, double time, double speed, double course);
+
+/// Drops a position onto a line of the plane of longitude and meridional parts, a rhumb line.
+///
+/// @param lat0, lon0  a position of the line, degrees
+/// @param lat, lon    in: the position, degrees; out: its foot on the line, not reduced
+/// @param theta       direction of the line, RADIANS counter-clockwise from east, as m_theta gives it
+///
+/// Rounding measured: 1e-13 degrees at most (1000 positions), beside what m_parts_inv leaves.
+ZELLAP10_API void m_line(double lat0, double lon0, double* lat, double* lon, double theta);
