@@ -1,0 +1,203 @@
+// Compares projections and datum shifts with PROJ, which works with the full pi and other series. What the
+// two may differ by follows from our constants and our series:
+//   kAngle   a right angle made from our pi is 1.04e-13 rad too wide
+//   arc      the arc's series ends with e^6; its terms of e^8 have the factors 175/16384 (of phi),
+//            105/4096, 525/16384, 175/12288 and 315/131072, together 0.091 e^8 a < 1.3e-3 m or 1.2e-8 degrees
+//   kPass    1e-7, in the unit of the iteration, is where an inverse stops; a pass shrinks an error by e2
+#include <zellap10/datum/shift.h>
+#include <zellap10/datum/tables.h>
+#include <zellap10/projection/projection.h>
+
+#include <gtest/gtest.h>
+#include <proj.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace {
+
+using zellap10::datum::datum_figures;
+using zellap10::datum::DatumFigures;
+
+constexpr double kA = 6378400.0;  // no axis is longer
+constexpr double kE2 = 0.00683;   // no eccentricity is larger
+constexpr double kAngle = 1.04e-13;
+constexpr double kPass = 1e-7;
+constexpr double kRounding = 2e-8;  // metres
+constexpr double kRoundingDeg = 4e-12;
+constexpr double kDegPerRad = 57.3;
+constexpr double kArcMetres = 1.3e-3;
+constexpr double kArcDeg = 1.2e-8;
+
+using Operation = std::unique_ptr<PJ, decltype(&proj_destroy)>;
+
+template <class... Arguments>
+Operation operation(const char* format, Arguments... arguments) {
+    char text[400];
+    std::snprintf(text, sizeof text, format, arguments...);
+    Operation result(proj_create(PJ_DEFAULT_CTX, text), &proj_destroy);
+    EXPECT_NE(result, nullptr) << text;
+    return result;
+}
+
+PJ_COORD radians(double lat, double lon, double h) {
+    return proj_coord(proj_torad(lon), proj_torad(lat), h, 0.0);
+}
+
+struct Bounds {
+    double x_m, y_m, lat_deg, lon_deg;
+};
+
+// Near the pole the angle of lat counts 1 / cos lat times over, twice through the half angle and the sine.
+double conformal_bound(double lat) {
+    return 3.0 * kAngle * kA / std::cos(proj_torad(lat)) + 2.0 * kRounding;
+}
+
+Bounds mercator_bounds(double lat, double) {
+    const double plane = conformal_bound(lat);
+    // The stored base is 3.5e-13 too large as a part of itself, which counts y / a times, at most 2.5.
+    return {plane, plane, kE2 * kPass + kRoundingDeg + 2.5 * 3.5e-13 * kDegPerRad, 4.0 * kRoundingDeg};
+}
+
+// The series leave the terms of A^7 and A^8 out, with factors below 90/5040 and 900/40320 forward and 0.55
+// and 0.25 back, where A and D are at most the difference of longitude.
+Bounds transverse_bounds(double, double dlon) {
+    const double lam7 = std::pow(proj_torad(dlon), 7.0);
+    const double lam8 = std::pow(proj_torad(dlon), 8.0);
+    return {0.018 * lam7 * kA + kAngle * kA + kRounding, 0.0224 * lam8 * kA + 2.0 * kArcMetres,
+            0.25 * lam8 * kDegPerRad + 2.0 * kArcDeg, 0.55 * lam7 * kDegPerRad + 2.0 * kArcDeg};
+}
+
+// The longitude goes back from the latitude of the last pass.
+Bounds polyconic_bounds(double lat, double dlon) {
+    const double phi = proj_torad(lat);
+    return {2.0 * kAngle * kA + kRounding, kArcMetres, kArcDeg,
+            kArcDeg + kPass * std::fabs(dlon / (std::sin(phi) * std::cos(phi)))};
+}
+
+Bounds lambert_bounds(double lat, double) {
+    const double plane = conformal_bound(lat);
+    return {plane, plane, kE2 * kPass * kDegPerRad + kRoundingDeg, 4.0 * kRoundingDeg};
+}
+
+struct FamilyRow {
+    const char* name;
+    int code;
+    double lat0, lon0, lat1, lat2;
+    const char* definition;
+    double lat_from, lat_to, dlon;  // the useful range
+    Bounds (*bounds)(double lat, double dlon);
+};
+
+// clang-format off
+const FamilyRow kFamilyRows[] = {
+    // name                 code lat0   lon0   lat1   lat2   definition                                                            lat           dlon
+    {"mercator",             1,  0.0,  -30.0,  0.0,   0.0,  "+proj=merc +lon_0=-30",                                              -80.0, 80.0, 170.0, mercator_bounds},
+    {"polyconic",            2,  0.0,  100.0,  0.0,   0.0,  "+proj=poly +lat_0=0 +lon_0=100",                                     -80.0, 80.0,   5.0, polyconic_bounds},
+    {"transverse mercator",  3, 49.0,   -2.0,  0.0,   0.0,  "+proj=tmerc +approx +k=0.9996 +lat_0=49 +lon_0=-2",                  -80.0, 80.0,   3.5, transverse_bounds},
+    {"lambert",              4, 40.0,  -96.0, 33.0,  45.0,  "+proj=lcc +lat_0=40 +lon_0=-96 +lat_1=33 +lat_2=45",                 -20.0, 80.0,  80.0, lambert_bounds},
+    {"lambert, southern",    4,-40.0,  150.0,-33.0, -45.0,  "+proj=lcc +lat_0=-40 +lon_0=150 +lat_1=-33 +lat_2=-45",              -80.0, 20.0,  80.0, lambert_bounds},
+    {"lambert, one parallel",4, 52.0,   10.0, 52.0,  52.0,  "+proj=lcc +lat_0=52 +lon_0=10 +lat_1=52",                            -20.0, 80.0,  80.0, lambert_bounds},
+};
+// clang-format on
+
+void compare(const FamilyRow& row, const PPARMS& parms, PJ* proj, double lat, double dlon) {
+    const double lon = row.lon0 + dlon;
+    const Bounds bounds = row.bounds(lat, dlon == 0.0 ? 0.0 : std::fabs(dlon));
+    const PJ_COORD plane = proj_trans(proj, PJ_FWD, radians(lat, lon, 0.0));
+    double x = 0.0, y = 0.0, back_lat = 0.0, back_lon = 0.0;
+    project_f(row.code, &parms, lat, lon, &x, &y);
+    EXPECT_NEAR(x, plane.xy.x, bounds.x_m) << lat << ' ' << dlon;
+    EXPECT_NEAR(y, plane.xy.y, bounds.y_m) << lat << ' ' << dlon;
+    project_i(row.code, &parms, plane.xy.x, plane.xy.y, &back_lat, &back_lon);
+    const PJ_COORD back = proj_trans(proj, PJ_INV, plane);
+    EXPECT_NEAR(back_lat, proj_todeg(back.lp.phi), bounds.lat_deg) << lat << ' ' << dlon;
+    EXPECT_NEAR(back_lon, proj_todeg(back.lp.lam), bounds.lon_deg) << lat << ' ' << dlon;
+}
+
+TEST(ProjComparison, ProjectionsAgreeWithinTheirConstantsAndSeries) {
+    for (int datum : {17, 38, 87, 117}) {
+        const DatumFigures figures = datum_figures(datum);
+        for (const FamilyRow& row : kFamilyRows) {
+            SCOPED_TRACE(std::string(row.name) + ", datum " + std::to_string(datum));
+            PPARMS parms;
+            project_init2(row.code, row.lat0, row.lon0, row.lat1, row.lat2, datum, &parms);
+            const Operation proj =
+                operation("%s +over +a=%.17g +f=%.17g", row.definition, figures.a, figures.f);
+            for (double lat = row.lat_from; lat <= row.lat_to; lat += 6.4) {
+                for (double part : {-1.0, -0.37, 0.0, 0.61, 1.0}) {
+                    compare(row, parms, proj.get(), lat, part * row.dlon);
+                }
+            }
+        }
+    }
+}
+
+struct Place {
+    double lat, lon, h;
+};
+
+void expect_near(const Place& at, const PJ_COORD& proj, double tol_deg, double tol_m) {
+    EXPECT_NEAR(at.lat, proj_todeg(proj.lpz.phi), tol_deg);
+    EXPECT_NEAR(at.lon, proj_todeg(proj.lpz.lam), tol_deg);
+    EXPECT_NEAR(at.h, proj.lpz.z, tol_m);
+}
+
+const Place kPlaces[] = {{0.0, 0.0, 0.0},      {50.0, 10.0, 40.0},       {-33.5, 151.25, 900.0},
+                         {71.2, -156.5, -5.0}, {-54.75, -68.25, 6900.0}, {12.5, 179.5, 100.0}};
+
+// Half a turn made from our pi is two right angles too wide by kAngle each.
+constexpr double kTurnDeg = 2.0 * kAngle * kDegPerRad + kRoundingDeg;
+
+TEST(ProjComparison, EarthCentredCoordinatesAgree) {
+    for (int datum : {17, 38, 87, 117}) {
+        const DatumFigures figures = datum_figures(datum);
+        const Operation cart = operation("+proj=cart +a=%.17g +f=%.17g", figures.a, figures.f);
+        for (const Place& place : kPlaces) {
+            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place.lat));
+            const PJ_COORD expected = proj_trans(cart.get(), PJ_FWD, radians(place.lat, place.lon, place.h));
+            double x = 0.0, y = 0.0, z = 0.0;
+            llhxyz(place.lat, place.lon, place.h, datum, &x, &y, &z);
+            EXPECT_NEAR(x, expected.xyz.x, 3.0 * kAngle * kA);
+            EXPECT_NEAR(y, expected.xyz.y, 3.0 * kAngle * kA);
+            EXPECT_NEAR(z, expected.xyz.z, 3.0 * kAngle * kA);
+            Place back{};
+            xyzllh(expected.xyz.x, expected.xyz.y, expected.xyz.z, datum, &back.lat, &back.lon, &back.h);
+            // The closed form misses up to 7e-12 degrees and 9e-7 m at 9 km.
+            expect_near(back, radians(place.lat, place.lon, place.h), kTurnDeg + 7e-12, 9e-7);
+        }
+    }
+}
+
+TEST(ProjComparison, MolodenskyAgrees) {
+    const DatumFigures wgs = datum_figures(117);
+    for (int datum : {17, 38, 87, 111, 117}) {
+        const DatumFigures local = datum_figures(datum);
+        const auto molodensky = [](const DatumFigures& from, const DatumFigures& to, double sign,
+                                   const DatumFigures& shift) {
+            return operation(
+                "+proj=molodensky +a=%.17g +f=%.17g +da=%.17g +df=%.17g +dx=%.17g +dy=%.17g +dz=%.17g",
+                from.a, from.f, to.a - from.a, to.f - from.f, sign * shift.dx, sign * shift.dy,
+                sign * shift.dz);
+        };
+        const Operation there = molodensky(local, wgs, 1.0, local);
+        const Operation back = molodensky(wgs, local, -1.0, local);
+        for (const Place& place : kPlaces) {
+            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place.lat));
+            Place at = place;
+            datum_to_WGS(&at.lat, &at.lon, &at.h, datum);
+            // The shift turns with the angles, by less than 1600 m times kAngle: rounding is larger.
+            expect_near(at, proj_trans(there.get(), PJ_FWD, radians(place.lat, place.lon, place.h)), kTurnDeg,
+                        kRounding);
+            at = place;
+            WGS_to_datum(&at.lat, &at.lon, &at.h, datum);
+            expect_near(at, proj_trans(back.get(), PJ_FWD, radians(place.lat, place.lon, place.h)), kTurnDeg,
+                        kRounding);
+        }
+    }
+}
+
+}  // namespace
