@@ -31,8 +31,9 @@ constexpr double kLatTolRad = 0.0000001;
 // All points of a chart settle in a few passes; some of the plane never do, and have no position then.
 constexpr int kMaxPasses = 100;
 
-double arc_to(const tagPPARMS* parms, double phi) {
-    return meridian_arc(meridian_arc_of(parms->e2, parms->e4, parms->e6), phi, std::sin(2.0 * phi)) *
+// Arc from the equator to phi, radians, with its sine s; metres.
+double arc_to(const tagPPARMS* parms, double phi, double s) {
+    return meridian_arc(meridian_arc_of(parms->e2, parms->e4, parms->e6), phi, s, std::sin(2.0 * phi)) *
            parms->a;
 }
 
@@ -44,7 +45,7 @@ using namespace zellap10::projection;
 void polyconic_init(double lat, double lon, tagPPARMS* parms) {
     parms->lat0 = lat * DEG_TO_RAD;
     parms->lon0 = lon * DEG_TO_RAD;
-    parms->poly_m0 = arc_to(parms, parms->lat0);
+    parms->poly_m0 = arc_to(parms, parms->lat0, std::sin(parms->lat0));
 }
 
 void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y) {
@@ -55,8 +56,8 @@ void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, doub
         *y = -parms->poly_m0;
         return;
     }
-    const double M = arc_to(parms, phi);
     const double s = std::sin(phi);
+    const double M = arc_to(parms, phi, s);
     const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
     const double E = (lam - parms->lon0) * s;
     const double w = 1.0 / std::tan(phi);
@@ -82,7 +83,7 @@ void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double
         const double G = arc.c0 - 2.0 * arc.c2 * std::cos(2.0 * phi) + 4.0 * arc.c4 * std::cos(4.0 * phi) -
                          6.0 * arc.c6 * std::cos(6.0 * phi);
         const double S = std::sin(2.0 * phi);
-        const double Ma = meridian_arc(arc, phi, S);
+        const double Ma = meridian_arc(arc, phi, s, S);
         const double P = (Ma * K + 1.0) * A - Ma - (Ma * Ma + B) * K * 0.5;
         const double Q =
             (G * K - 2.0 / S) * (A - Ma) + (Ma * Ma + B - 2.0 * Ma * A) * parms->e2 * S * K * 0.25 - G;

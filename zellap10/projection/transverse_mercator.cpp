@@ -26,9 +26,9 @@ constexpr double kOver24 = 0.041666666666666664;
 constexpr double kOver120 = 0.008333333333333333;
 constexpr double kOver720 = 0.001388888888888889;
 
-// Arc from the equator to phi, radians, in metres.
-double arc_to(const tagPPARMS* parms, double phi) {
-    return meridian_arc({parms->utm_c0, parms->utm_c2, parms->utm_c4, parms->utm_c6}, phi,
+// Arc from the equator to phi, radians, with its sine s; metres.
+double arc_to(const tagPPARMS* parms, double phi, double s) {
+    return meridian_arc({parms->utm_c0, parms->utm_c2, parms->utm_c4, parms->utm_c6}, phi, s,
                         std::sin(2.0 * phi));
 }
 
@@ -55,7 +55,7 @@ void utm_init(double lat, double lon, tagPPARMS* parms) {
     parms->utm_c2 = arc.c2 * parms->a;
     parms->utm_c4 = arc.c4 * parms->a;
     parms->utm_c6 = arc.c6 * parms->a;
-    parms->utm_m0 = arc_to(parms, parms->lat0);
+    parms->utm_m0 = arc_to(parms, parms->lat0, std::sin(parms->lat0));
     const double r = std::sqrt(1.0 - parms->e2);
     parms->utm_e1 = (1.0 - r) / (r + 1.0);
     parms->utm_ep2 = parms->e2 / (1.0 - parms->e2);
@@ -75,7 +75,7 @@ void utm_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y)
     const double A2 = A * A;
     const double A3 = A2 * A;
     const double A5 = A2 * A2 * A;
-    const double M = arc_to(parms, phi);
+    const double M = arc_to(parms, phi, s);
     *x =
         ((5.0 - 18.0 * T + 72.0 * U + T * T - 58.0 * ep2) * A5 * kOver120 + (1.0 - T + U) * A3 * kOver6 + A) *
         n * kScale;
