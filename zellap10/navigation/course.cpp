@@ -42,8 +42,7 @@ double distance_over(double dlat, double dlon, double minutes, double parts_diff
     if (parts_diff == 0.0) return 0.0;
     const double departure = minutes * dlon * 60.0 / parts_diff;
     const double northing = dlat * 60.0;
-    const double q = departure * departure + northing * northing;
-    return q == 0.0 ? 0.0 : std::sqrt(q);
+    return std::sqrt(departure * departure + northing * northing);
 }
 
 double parallel_distance(double lat1, double lat2, double dlon) {
