@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -11,34 +13,55 @@ constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr int kWgs84 = 117;
 
+using Triple = std::array<double, 3>;  // latitude, longitude and height, or x, y and z
+
+Triple to_wgs(Triple at, int datum) {
+    datum_to_WGS(&at[0], &at[1], &at[2], datum);
+    return at;
+}
+
+Triple from_wgs(Triple at, int datum) {
+    WGS_to_datum(&at[0], &at[1], &at[2], datum);
+    return at;
+}
+
+Triple cartesian(const Triple& at, int datum) {
+    Triple xyz{};
+    llhxyz(at[0], at[1], at[2], datum, &xyz[0], &xyz[1], &xyz[2]);
+    return xyz;
+}
+
+Triple geodetic(const Triple& xyz, int datum) {
+    Triple at{};
+    xyzllh(xyz[0], xyz[1], xyz[2], datum, &at[0], &at[1], &at[2]);
+    return at;
+}
+
+Triple shifted(Triple xyz, int from, int to) {
+    shxyz(from, to, &xyz[0], &xyz[1], &xyz[2]);
+    return xyz;
+}
+
+void expect_near(const Triple& triple, const Triple& expected, const Triple& tolerance) {
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_TRUE(triple[i] == expected[i] || std::fabs(triple[i] - expected[i]) <= tolerance[i])
+            << "number " << i << " is " << triple[i] << ", not " << expected[i];
+    }
+}
+
+int nans(const Triple& triple) {
+    return static_cast<int>(
+        std::count_if(triple.begin(), triple.end(), [](double v) { return std::isnan(v); }));
+}
+
 // Some last places of a double near 180, and near the radius of the earth.
-constexpr double kTolDeg = 2e-13;
-constexpr double kTolMetres = 5e-9;
-
-struct Position {
-    double lat, lon, h;
-};
-
-Position to_wgs(Position at, int datum) {
-    datum_to_WGS(&at.lat, &at.lon, &at.h, datum);
-    return at;
-}
-
-Position from_wgs(Position at, int datum) {
-    WGS_to_datum(&at.lat, &at.lon, &at.h, datum);
-    return at;
-}
-
-void expect_near(const Position& at, const Position& expected) {
-    EXPECT_NEAR(at.lat, expected.lat, kTolDeg);
-    EXPECT_NEAR(at.lon, expected.lon, kTolDeg);
-    EXPECT_NEAR(at.h, expected.h, kTolMetres);
-}
+const Triple kTolPosition{2e-13, 2e-13, 8e-9};
+const Triple kTolCartesian{5e-9, 5e-9, 5e-9};
 
 struct ShiftRow {
     const char* name;
     int datum;
-    Position at, on_wgs, on_datum;
+    Triple at, on_wgs, on_datum;
 };
 
 // The formulae at 50 digits, both ways from the position in the third column.
@@ -55,140 +78,92 @@ const ShiftRow kShiftRows[] = {
 TEST(Molodensky, MeetsReferenceRows) {
     for (const ShiftRow& row : kShiftRows) {
         SCOPED_TRACE(row.name);
-        expect_near(to_wgs(row.at, row.datum), row.on_wgs);
-        expect_near(from_wgs(row.at, row.datum), row.on_datum);
+        expect_near(to_wgs(row.at, row.datum), row.on_wgs, kTolPosition);
+        expect_near(from_wgs(row.at, row.datum), row.on_datum, kTolPosition);
     }
 }
 
-TEST(Molodensky, LeavesPositionsOfWgs84AndItsEquals) {
-    const Position at{12.345678, 98.7654321, 100.0};
-    for (int datum : {44, 48, 75, 103, kWgs84}) {
-        expect_near(to_wgs(at, datum), at);
-        expect_near(from_wgs(at, datum), at);
-    }
-}
-
-TEST(Molodensky, ReturnsNearlyOverAllRows) {
+TEST(Molodensky, ReturnsNearlyOverAllRowsAndQuiteOnWgs84) {
+    const Triple at{12.345678, 98.7654321, 100.0};
     for (int datum = 0; datum < 120; ++datum) {
-        const Position back = from_wgs(to_wgs({51.5, -0.1, 50.0}, datum), datum);
-        EXPECT_NEAR(back.lat, 51.5, 6e-5) << datum;
-        EXPECT_NEAR(back.lon, -0.1, 6e-5) << datum;
-        EXPECT_NEAR(back.h, 50.0, 0.4) << datum;
+        SCOPED_TRACE(datum);
+        expect_near(from_wgs(to_wgs(at, datum), datum), at, {6e-5, 6e-5, 0.4});
     }
+    for (int datum : {44, 48, 75, 103, kWgs84})
+        expect_near(to_wgs(at, datum), at, kTolPosition);
 }
 
 TEST(Molodensky, KeepsTheLongitudeAtAPole) {
-    for (double lat : {90.0, -90.0}) {
-        for (const Position& at : {to_wgs({lat, 123.456, 10.0}, 38), from_wgs({lat, 123.456, 10.0}, 38)}) {
-            EXPECT_EQ(at.lon, 123.456);
-            EXPECT_NEAR(at.lat, lat, 0.01);
-            EXPECT_NEAR(std::fabs(at.h - 10.0), lat > 0.0 ? 39.632 : 279.632, 5e-3) << "dz is -120 m";
-        }
-    }
-    EXPECT_NE(to_wgs({89.999999, 123.456, 10.0}, 38).lon, 123.456);
+    const double dh = 39.632, dh_south = 279.632;  // dz is -120 m
+    expect_near(to_wgs({90.0, 123.456, 10.0}, 38), {90.0, 123.456, 10.0 + dh}, {0.01, 0.0, 5e-3});
+    expect_near(from_wgs({90.0, 123.456, 10.0}, 38), {90.0, 123.456, 10.0 - dh}, {0.01, 0.0, 5e-3});
+    expect_near(to_wgs({-90.0, 123.456, 10.0}, 38), {-90.0, 123.456, 10.0 + dh_south}, {0.01, 0.0, 5e-3});
+    EXPECT_NE(to_wgs({89.999999, 123.456, 10.0}, 38)[1], 123.456);
 }
 
 struct CartesianRow {
     const char* name;
     int datum;
-    Position at;
-    double x, y, z;
-    Position back;
+    Triple at, xyz, back;
 };
 
 // Both ways at 50 digits; what `back` misses of `at`, the closed form misses.
 // clang-format off
 const CartesianRow kCartesianRows[] = {
-    {"WGS-84",                 117, {50.0, 10.0, 0.0},        4045456.4053406035, 713323.11354147654, 4862789.0377066676, {50.0, 10.0, 0.0}},
-    {"European 1950, high up",  38, {-33.5, -70.25, 6900.0},  1801114.995666594, -5016520.770729432, -3504195.8208856282, {-33.500000000003008, -70.25, 6900.0000002209707}},
-    {"Great Britain, west",     87, {57.25, -4.5, -3.5},      3447604.77840029, -271332.3805168312, 5340611.8064593507,   {57.25, -4.5, -3.500000000286372}},
-    {"the 180th meridian",     117, {0.0, 180.0, 0.0},        -6378137.0, -1.3192e-6, 0.0,                                {0.0, -180.0, 0.0}},
+    {"WGS-84",                 117, {50.0, 10.0, 0.0},        {4045456.4053406035, 713323.11354147654, 4862789.0377066676}, {50.0, 10.0, 0.0}},
+    {"European 1950, high up",  38, {-33.5, -70.25, 6900.0},  {1801114.995666594, -5016520.770729432, -3504195.8208856282}, {-33.500000000003008, -70.25, 6900.0000002209707}},
+    {"Great Britain, west",     87, {57.25, -4.5, -3.5},      {3447604.77840029, -271332.3805168312, 5340611.8064593507},   {57.25, -4.5, -3.500000000286372}},
+    {"the 180th meridian",     117, {0.0, 180.0, 0.0},        {-6378137.0, -1.3192e-6, 0.0},                                {0.0, -179.99999999997632, 0.0}},
 };
 // clang-format on
 
 TEST(EarthCentred, MeetsReferenceRows) {
     for (const CartesianRow& row : kCartesianRows) {
         SCOPED_TRACE(row.name);
-        double x = 0.0, y = 0.0, z = 0.0;
-        llhxyz(row.at.lat, row.at.lon, row.at.h, row.datum, &x, &y, &z);
-        EXPECT_NEAR(x, row.x, kTolMetres);
-        EXPECT_NEAR(y, row.y, kTolMetres);
-        EXPECT_NEAR(z, row.z, kTolMetres);
-        Position back{};
-        xyzllh(row.x, row.y, row.z, row.datum, &back.lat, &back.lon, &back.h);
-        EXPECT_NEAR(back.lat, row.back.lat, kTolDeg);
-        EXPECT_NEAR(back.lon, row.back.lon, 1e-10);
-        EXPECT_NEAR(back.h, row.back.h, kTolMetres);
+        expect_near(cartesian(row.at, row.datum), row.xyz, kTolCartesian);
+        expect_near(geodetic(row.xyz, row.datum), row.back, kTolPosition);
     }
 }
 
 TEST(EarthCentred, IsAnotherRoadThanMolodensky) {
-    double x = 0.0, y = 0.0, z = 0.0;
-    Position at{};
-    llhxyz(50.0, 10.0, 0.0, 38, &x, &y, &z);
-    const double x38 = x, y38 = y, z38 = z;
-    shxyz(38, kWgs84, &x, &y, &z);
-    EXPECT_NEAR(x - x38, -87.0, kTolMetres);
-    EXPECT_NEAR(y - y38, -96.0, kTolMetres);
-    EXPECT_NEAR(z - z38, -120.0, kTolMetres);
-    xyzllh(x, y, z, kWgs84, &at.lat, &at.lon, &at.h);
-    EXPECT_NEAR(at.lat, 49.99920197904, 1e-11);
-    EXPECT_NEAR(at.lon, 9.99889209137, 1e-11);
-    EXPECT_NEAR(at.h, 39.74472869, 1e-8);
-    shxyz(87, 38, &x, &y, &z);
-    EXPECT_NEAR(z - z38, -120.0 + 431.0 + 120.0, kTolMetres) << "between two local datums";
+    const Triple xyz = shifted(cartesian({50.0, 10.0, 0.0}, 38), 38, kWgs84);
+    expect_near(geodetic(xyz, kWgs84), {49.99920197904, 9.99889209137, 39.74472869}, {1e-11, 1e-11, 1e-8});
+    expect_near(shifted({0.0, 0.0, 0.0}, 87, 38), {375.0 + 87.0, -111.0 + 96.0, 431.0 + 120.0}, {});
 }
 
 TEST(EarthCentred, AnswersOnThePolarAxis) {
-    const double b = 6378137.0 * (1.0 - 0.0033528106647474805);
+    const double a = 6378137.0, b = 6356752.314245179;
     const struct {
-        double x, z, lat, h;
-    } rows[] = {{0.0, b + 25.0, 90.0, 25.0}, {-0.0, -b, -90.0, 0.0},       {1e-200, -7e6, -90.0, 7e6 - b},
-                {0.0, 0.0, 0.0, -6378137.0}, {0.0, -0.0, 0.0, -6378137.0}, {0.0, kInf, 90.0, kInf}};
-    for (const auto& row : rows) {
-        Position at{1.0, 1.0, 1.0};
-        xyzllh(row.x, 0.0, row.z, kWgs84, &at.lat, &at.lon, &at.h);
-        EXPECT_EQ(at.lat, row.lat);
-        EXPECT_EQ(at.lon, 0.0);
-        if (std::isinf(row.h)) {
-            EXPECT_EQ(at.h, row.h);
-        } else {
-            EXPECT_NEAR(at.h, row.h, kTolMetres);
-        }
-    }
+        Triple xyz, at;
+    } rows[] = {{{0.0, 0.0, b + 25.0}, {90.0, 0.0, 25.0}},
+                {{-0.0, 0.0, -b}, {-90.0, 0.0, 0.0}},
+                {{1e-200, 0.0, -7e6}, {-90.0, 0.0, 7e6 - b}},
+                {{0.0, 0.0, kInf}, {90.0, 0.0, kInf}},
+                {{0.0, 0.0, 0.0}, {0.0, 0.0, -a}},
+                {{0.0, -0.0, -0.0}, {0.0, 0.0, -a}}};
+    for (const auto& row : rows)
+        expect_near(geodetic(row.xyz, kWgs84), row.at, kTolPosition);
 }
 
 TEST(DatumShift, IsNanForARowOutsideTheTable) {
     for (int datum : {-1, 120, 2147483647}) {
         for (double lat : {50.0, 90.0}) {
-            for (const Position& at : {to_wgs({lat, 10.0, 0.0}, datum), from_wgs({lat, 10.0, 0.0}, datum)}) {
-                EXPECT_TRUE(std::isnan(at.lat) && std::isnan(at.lon) && std::isnan(at.h)) << datum;
-            }
+            EXPECT_EQ(nans(to_wgs({lat, 10.0, 0.0}, datum)), 3) << datum;
+            EXPECT_EQ(nans(from_wgs({lat, 10.0, 0.0}, datum)), 3) << datum;
+            EXPECT_EQ(nans(cartesian({lat, 10.0, 0.0}, datum)), 3) << datum;
         }
-        double x = 1.0, y = 1.0, z = 1.0;
-        llhxyz(50.0, 10.0, 0.0, datum, &x, &y, &z);
-        EXPECT_TRUE(std::isnan(x) && std::isnan(y) && std::isnan(z)) << datum;
-        for (double axis : {0.0, 1e6}) {
-            Position at{};
-            xyzllh(axis, 0.0, 6e6, datum, &at.lat, &at.lon, &at.h);
-            EXPECT_TRUE(std::isnan(at.lat) && std::isnan(at.lon) && std::isnan(at.h)) << datum;
-        }
-        x = y = z = 1.0;
-        shxyz(kWgs84, datum, &x, &y, &z);
-        EXPECT_TRUE(std::isnan(x) && std::isnan(y) && std::isnan(z)) << datum;
+        for (double x : {0.0, 1e6})
+            EXPECT_EQ(nans(geodetic({x, 0.0, 6e6}, datum)), 3) << datum;
+        EXPECT_EQ(nans(shifted({1.0, 1.0, 1.0}, kWgs84, datum)), 3) << datum;
     }
 }
 
 TEST(DatumShift, HandsNanOn) {
-    for (const Position& start :
-         {Position{kNan, 10.0, 0.0}, Position{50.0, kNan, 0.0}, Position{kInf, 10.0, 0.0}}) {
-        for (const Position& at : {to_wgs(start, 38), from_wgs(start, 38)}) {
-            EXPECT_TRUE(std::isnan(at.lat) && std::isnan(at.lon) && std::isnan(at.h));
-        }
+    for (const Triple& at : {Triple{kNan, 10.0, 0.0}, Triple{50.0, kNan, 0.0}, Triple{kInf, 10.0, 0.0}}) {
+        EXPECT_EQ(nans(to_wgs(at, 38)), 3);
+        EXPECT_EQ(nans(from_wgs(at, 38)), 3);
     }
-    Position at{};
-    xyzllh(0.0, 0.0, kNan, kWgs84, &at.lat, &at.lon, &at.h);
-    EXPECT_TRUE(std::isnan(at.lat) && std::isnan(at.h));
+    EXPECT_EQ(nans(geodetic({0.0, 0.0, kNan}, kWgs84)), 2) << "the longitude is known";
 }
 
 }  // namespace

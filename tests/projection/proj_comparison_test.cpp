@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <proj.h>
 
-#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -52,14 +52,19 @@ struct Bounds {
 };
 
 // Near the pole the angle of lat counts 1 / cos lat times over, twice through the half angle and the sine.
-double conformal_bound(double lat) {
-    return 3.0 * kAngle * kA / std::cos(proj_torad(lat)) + 2.0 * kRounding;
+// The inverse of Mercator has a base that is 3.5e-13 of itself too large, which counts y / a times, at
+// most 2.5.
+Bounds conformal_bounds(double lat, double pass_deg) {
+    const double plane = 3.0 * kAngle * kA / std::cos(proj_torad(lat)) + 2.0 * kRounding;
+    return {plane, plane, kE2 * pass_deg + 2.5 * 3.5e-13 * kDegPerRad + kRoundingDeg, 4.0 * kRoundingDeg};
 }
 
 Bounds mercator_bounds(double lat, double) {
-    const double plane = conformal_bound(lat);
-    // The stored base is 3.5e-13 too large as a part of itself, which counts y / a times, at most 2.5.
-    return {plane, plane, kE2 * kPass + kRoundingDeg + 2.5 * 3.5e-13 * kDegPerRad, 4.0 * kRoundingDeg};
+    return conformal_bounds(lat, kPass);
+}
+
+Bounds lambert_bounds(double lat, double) {
+    return conformal_bounds(lat, kPass * kDegPerRad);
 }
 
 // The series leave the terms of A^7 and A^8 out, with factors below 90/5040 and 900/40320 forward and 0.55
@@ -76,11 +81,6 @@ Bounds polyconic_bounds(double lat, double dlon) {
     const double phi = proj_torad(lat);
     return {2.0 * kAngle * kA + kRounding, kArcMetres, kArcDeg,
             kArcDeg + kPass * std::fabs(dlon / (std::sin(phi) * std::cos(phi)))};
-}
-
-Bounds lambert_bounds(double lat, double) {
-    const double plane = conformal_bound(lat);
-    return {plane, plane, kE2 * kPass * kDegPerRad + kRoundingDeg, 4.0 * kRoundingDeg};
 }
 
 struct FamilyRow {
@@ -106,7 +106,7 @@ const FamilyRow kFamilyRows[] = {
 
 void compare(const FamilyRow& row, const PPARMS& parms, PJ* proj, double lat, double dlon) {
     const double lon = row.lon0 + dlon;
-    const Bounds bounds = row.bounds(lat, dlon == 0.0 ? 0.0 : std::fabs(dlon));
+    const Bounds bounds = row.bounds(lat, std::fabs(dlon));
     const PJ_COORD plane = proj_trans(proj, PJ_FWD, radians(lat, lon, 0.0));
     double x = 0.0, y = 0.0, back_lat = 0.0, back_lon = 0.0;
     project_f(row.code, &parms, lat, lon, &x, &y);
@@ -136,66 +136,60 @@ TEST(ProjComparison, ProjectionsAgreeWithinTheirConstantsAndSeries) {
     }
 }
 
-struct Place {
-    double lat, lon, h;
-};
+using Triple = std::array<double, 3>;  // latitude, longitude and height
 
-void expect_near(const Place& at, const PJ_COORD& proj, double tol_deg, double tol_m) {
-    EXPECT_NEAR(at.lat, proj_todeg(proj.lpz.phi), tol_deg);
-    EXPECT_NEAR(at.lon, proj_todeg(proj.lpz.lam), tol_deg);
-    EXPECT_NEAR(at.h, proj.lpz.z, tol_m);
-}
-
-const Place kPlaces[] = {{0.0, 0.0, 0.0},      {50.0, 10.0, 40.0},       {-33.5, 151.25, 900.0},
-                         {71.2, -156.5, -5.0}, {-54.75, -68.25, 6900.0}, {12.5, 179.5, 100.0}};
+const Triple kPlaces[] = {{0.0, 0.0, 0.0},      {50.0, 10.0, 40.0},       {-33.5, 151.25, 900.0},
+                          {71.2, -156.5, -5.0}, {-54.75, -68.25, 6900.0}, {12.5, 179.5, 100.0}};
 
 // Half a turn made from our pi is two right angles too wide by kAngle each.
 constexpr double kTurnDeg = 2.0 * kAngle * kDegPerRad + kRoundingDeg;
+
+void expect_near(const Triple& at, const PJ_COORD& proj, double tol_deg, double tol_m) {
+    EXPECT_NEAR(at[0], proj_todeg(proj.lpz.phi), tol_deg);
+    EXPECT_NEAR(at[1], proj_todeg(proj.lpz.lam), tol_deg);
+    EXPECT_NEAR(at[2], proj.lpz.z, tol_m);
+}
 
 TEST(ProjComparison, EarthCentredCoordinatesAgree) {
     for (int datum : {17, 38, 87, 117}) {
         const DatumFigures figures = datum_figures(datum);
         const Operation cart = operation("+proj=cart +a=%.17g +f=%.17g", figures.a, figures.f);
-        for (const Place& place : kPlaces) {
-            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place.lat));
-            const PJ_COORD expected = proj_trans(cart.get(), PJ_FWD, radians(place.lat, place.lon, place.h));
+        for (const Triple& place : kPlaces) {
+            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place[0]));
+            const PJ_COORD start = radians(place[0], place[1], place[2]);
+            const PJ_XYZ expected = proj_trans(cart.get(), PJ_FWD, start).xyz;
             double x = 0.0, y = 0.0, z = 0.0;
-            llhxyz(place.lat, place.lon, place.h, datum, &x, &y, &z);
-            EXPECT_NEAR(x, expected.xyz.x, 3.0 * kAngle * kA);
-            EXPECT_NEAR(y, expected.xyz.y, 3.0 * kAngle * kA);
-            EXPECT_NEAR(z, expected.xyz.z, 3.0 * kAngle * kA);
-            Place back{};
-            xyzllh(expected.xyz.x, expected.xyz.y, expected.xyz.z, datum, &back.lat, &back.lon, &back.h);
+            llhxyz(place[0], place[1], place[2], datum, &x, &y, &z);
+            EXPECT_NEAR(std::hypot(x - expected.x, y - expected.y, z - expected.z), 0.0, 3.0 * kAngle * kA);
+            Triple back{};
+            xyzllh(expected.x, expected.y, expected.z, datum, &back[0], &back[1], &back[2]);
             // The closed form misses up to 7e-12 degrees and 9e-7 m at 9 km.
-            expect_near(back, radians(place.lat, place.lon, place.h), kTurnDeg + 7e-12, 9e-7);
+            expect_near(back, start, kTurnDeg + 7e-12, 9e-7);
         }
     }
 }
 
+Operation molodensky(const DatumFigures& from, const DatumFigures& to) {
+    return operation("+proj=molodensky +a=%.17g +f=%.17g +da=%.17g +df=%.17g +dx=%.17g +dy=%.17g +dz=%.17g",
+                     from.a, from.f, to.a - from.a, to.f - from.f, from.dx - to.dx, from.dy - to.dy,
+                     from.dz - to.dz);
+}
+
+// The shift turns with the angles, by less than 1600 m times kAngle: rounding is larger.
 TEST(ProjComparison, MolodenskyAgrees) {
     const DatumFigures wgs = datum_figures(117);
     for (int datum : {17, 38, 87, 111, 117}) {
-        const DatumFigures local = datum_figures(datum);
-        const auto molodensky = [](const DatumFigures& from, const DatumFigures& to, double sign,
-                                   const DatumFigures& shift) {
-            return operation(
-                "+proj=molodensky +a=%.17g +f=%.17g +da=%.17g +df=%.17g +dx=%.17g +dy=%.17g +dz=%.17g",
-                from.a, from.f, to.a - from.a, to.f - from.f, sign * shift.dx, sign * shift.dy,
-                sign * shift.dz);
-        };
-        const Operation there = molodensky(local, wgs, 1.0, local);
-        const Operation back = molodensky(wgs, local, -1.0, local);
-        for (const Place& place : kPlaces) {
-            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place.lat));
-            Place at = place;
-            datum_to_WGS(&at.lat, &at.lon, &at.h, datum);
-            // The shift turns with the angles, by less than 1600 m times kAngle: rounding is larger.
-            expect_near(at, proj_trans(there.get(), PJ_FWD, radians(place.lat, place.lon, place.h)), kTurnDeg,
-                        kRounding);
+        const Operation there = molodensky(datum_figures(datum), wgs),
+                        back = molodensky(wgs, datum_figures(datum));
+        for (const Triple& place : kPlaces) {
+            SCOPED_TRACE(std::to_string(datum) + " at " + std::to_string(place[0]));
+            const PJ_COORD start = radians(place[0], place[1], place[2]);
+            Triple at = place;
+            datum_to_WGS(&at[0], &at[1], &at[2], datum);
+            expect_near(at, proj_trans(there.get(), PJ_FWD, start), kTurnDeg, kRounding);
             at = place;
-            WGS_to_datum(&at.lat, &at.lon, &at.h, datum);
-            expect_near(at, proj_trans(back.get(), PJ_FWD, radians(place.lat, place.lon, place.h)), kTurnDeg,
-                        kRounding);
+            WGS_to_datum(&at[0], &at[1], &at[2], datum);
+            expect_near(at, proj_trans(back.get(), PJ_FWD, start), kTurnDeg, kRounding);
         }
     }
 }
