@@ -4,6 +4,8 @@
 
 #include <zellap10/chart/zellap.h>
 #include <zellap10/datum/shift.h>
+#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/ref_point.h>
 #include <zellap10/navigation/course.h>
 #include <zellap10/navigation/dead_reckoning.h>
 #include <zellap10/platform/platform.h>

@@ -2,10 +2,9 @@
 
 #include <zellap10/navigation/course.h>
 #include <zellap10/navigation/meridional_parts.h>
+#include <zellap10/platform/whole_number.h>
 
 #include <cmath>
-#include <cstdint>
-#include <limits>
 
 namespace zellap10::navigation {
 namespace {
@@ -33,12 +32,7 @@ double m_course_tan(double course) {
 using namespace zellap10::navigation;
 
 long m_ttg(double lat1, double lon1, double lat2, double lon2, double speed) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    const double seconds = m_distance(lat1, lon1, lat2, lon2) * 3600.0 / speed;
-    if (std::isnan(seconds)) return 0;
-    if (seconds >= Limits::max()) return Limits::max();
-    if (seconds <= Limits::min()) return Limits::min();
-    return static_cast<long>(seconds);
+    return zellap10::platform::whole_number(m_distance(lat1, lon1, lat2, lon2) * 3600.0 / speed);
 }
 
 double m_advance_d(double* lat, double* lon, double distance, double course) {

@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/points.h>
+#include <zellap10/platform/number_text.h>
+#include <zellap10/platform/text_compare.h>
+
+namespace {
+
+using zellap10::georef::for_each_point;
+
+// The datum row whose ellipsoid every chart's record is set up on.
+constexpr int kRecordDatum = 17;
+
+struct ProjectionName {
+    const char* front;  // of the text that names it
+    int code;
+};
+
+// In the order of comparison.
+constexpr ProjectionName kProjectionNames[] = {
+    {"MERCATOR", 1}, {"POLYCONIC", 2}, {"UTM", 3}, {"TRANSVERSE MERCATOR", 3}, {"LAMBERT", 4}};
+
+int code_of(const char* name) {
+    for (const ProjectionName& known : kProjectionNames) {
+        if (zellap10::platform::begins_with_any_case(name, known.front)) return known.code;
+    }
+    return 0;
+}
+
+// The number of a text; the other value for an empty text, but not for a blank one.
+double number_or(const CString& text, double otherwise) {
+    return text.IsEmpty() ? otherwise : zellap10::platform::number_of(text);
+}
+
+}  // namespace
+
+void CGEORec::MinMeanMaxLL() {
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    MinLat = MinLon = kLargest;
+    MaxLat = MaxLon = -kLargest;
+    for_each_point(Vertices, [this](const CRefPoint& vertex) {
+        if (vertex.Longitude < MinLon) MinLon = vertex.Longitude;
+        if (vertex.Longitude > MaxLon) MaxLon = vertex.Longitude;
+        if (vertex.Latitude < MinLat) MinLat = vertex.Latitude;
+        if (vertex.Latitude > MaxLat) MaxLat = vertex.Latitude;
+    });
+    MeanLat = (MaxLat + MinLat) * 0.5;
+    MeanLon = (MaxLon + MinLon) * 0.5;
+}
+
+void CGEORec::ProjectionInit() {
+    ProjCode = 0;
+    if (Wraps180 != 0) return;
+    const int code = code_of(Projection);
+    if (code == 0) return;
+    ProjCode = code;
+
+    MinMeanMaxLL();
+    project_init2(code, number_or(P1, MeanLat), number_or(PP, MeanLon), number_or(P5, MeanLat),
+                  number_or(P6, MeanLat), kRecordDatum, &ProjParms);
+
+    // The points on the projected plane: easting stands for longitude and northing for latitude.
+    std::vector<CRefPoint> projected;
+    for_each_point(Points, [&](const CRefPoint& point) {
+        double easting = 0.0;
+        double northing = 0.0;
+        ProjFwd(point.Longitude, point.Latitude, &easting, &northing);
+        projected.emplace_back("", point.X, point.Y, easting, northing);
+    });
+    CRefPointList list;
+    for (CRefPoint& point : projected)
+        list.AddTail(&point);
+
+    for (double* coefficients : {wpxAffine, wpyAffine, pwxAffine, pwyAffine}) {
+        std::fill_n(coefficients, 21, 0.0);
+    }
+    double error = 0.0;
+    SolveSVDpw(1, &list, pwxAffine, pwyAffine, &error);
+    SolveSVDwp(1, &list, wpxAffine, wpyAffine, &error);
+}

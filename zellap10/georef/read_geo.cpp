@@ -1,0 +1,66 @@
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include <zellap10/georef/geo_file.h>
+#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/points.h>
+#include <zellap10/platform/file.h>
+#include <zellap10/platform/whole_number.h>
+
+namespace {
+
+using zellap10::georef::for_each_point;
+using zellap10::platform::whole_number;
+
+// Pixels around the points of an inset that belong to it.
+constexpr int kInsetMargin = 80;
+
+int held(std::int64_t number) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
+}
+
+// The pixels of the points and a margin around them, not clipped to the picture; zeros without a point.
+PixelRect rect_of(const CRefPointList& points) {
+    if (points.IsEmpty()) return {};
+    using Limits = std::numeric_limits<int>;
+    PixelRect rect{Limits::max(), Limits::max(), Limits::min(), Limits::min()};
+    for_each_point(points, [&rect](const CRefPoint& point) {
+        rect = {std::min(rect.left, point.X), std::min(rect.top, point.Y), std::max(rect.right, point.X),
+                std::max(rect.bottom, point.Y)};
+    });
+    const auto moved = [](int pixel, int by) { return held(static_cast<std::int64_t>(pixel) + by); };
+    return {moved(rect.left, -kInsetMargin), moved(rect.top, -kInsetMargin), moved(rect.right, kInsetMargin),
+            moved(rect.bottom, kInsetMargin)};
+}
+
+// Fits a record and gives its vertices their pixels.
+void fit(CGEORec& record) {
+    record.solvepoly();
+    for_each_point(record.Vertices, [&record](CRefPoint& vertex) {
+        double x = 0.0;
+        double y = 0.0;
+        record.wpxy(vertex.Longitude, vertex.Latitude, &x, &y);
+        vertex.X = whole_number(x);
+        vertex.Y = whole_number(y);
+    });
+}
+
+}  // namespace
+
+void CGEORec::ReadGEO(CString path, int infoOnly) {
+    std::ifstream stream;
+    if (!zellap10::platform::open_for_reading(stream, path)) return;
+    zellap10::georef::read_entries(stream, *this);
+    stream.close();
+    if (infoOnly != 0) return;
+
+    InsetRect = {};
+    fit(*this);
+    for (POSITION place = Insets.GetHeadPosition(); place != nullptr;) {
+        CGEORec& inset = *Insets.GetNext(place);
+        fit(inset);
+        inset.InsetRect = rect_of(inset.Points);
+    }
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <zellap10/platform/platform.h>
+
+/// A point of a georeference record: a pixel, a position and a name. Copying copies all five.
+class ZELLAP10_API CRefPoint {
+public:
+    /// No name, all else 0.
+    CRefPoint();
+
+    /// @param x, y                 pixel column and row
+    /// @param longitude, latitude  DEGREES, east and north positive
+    CRefPoint(const char* name, int x, int y, double longitude, double latitude);
+
+    CRefPoint(const CRefPoint& other);
+    CRefPoint& operator=(const CRefPoint& other);
+    virtual ~CRefPoint();
+
+    CString Name;            ///< the text of the file's line in front of its "="
+    int X = 0;               ///< pixel column
+    int Y = 0;               ///< pixel row
+    double Longitude = 0.0;  ///< DEGREES, east positive
+    double Latitude = 0.0;   ///< DEGREES, north positive
+};
+
+/// Pointers to points, which the list does not own.
+using CRefPointList = CList<CRefPoint*, CRefPoint*>;
