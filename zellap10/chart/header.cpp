@@ -4,8 +4,10 @@
 #include <string>
 
 #include <zellap10/chart/zellap.h>
+#include <zellap10/georef/points.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_reader.h>
+#include <zellap10/platform/whole_number.h>
 
 // The text part is lines. A line that begins with a blank continues the one before, and a line with all its
 // continuations is a record:
@@ -20,6 +22,7 @@ namespace {
 
 using zellap10::platform::TextReader;
 using zellap10::platform::TextScanner;
+using zellap10::platform::whole_number;
 
 constexpr std::size_t kLongestRecord = 1023;
 constexpr std::size_t kLongestContinuation = 127;
@@ -93,11 +96,18 @@ void read_colour(const std::string& record, CZellap& chart) {
     if (index + 1 > chart.HeaderColourCount) chart.HeaderColourCount = index + 1;
 }
 
+// Fits a record to the points that it holds, and rounds the pixels of its vertices.
+void refit(CGEORec& record) {
+    record.solvepoly();
+    zellap10::georef::for_each_point(record.Vertices, [&record](CRefPoint& vertex) {
+        vertex.X = whole_number(record.wpx(vertex.Longitude, vertex.Latitude) + 0.5);
+        vertex.Y = whole_number(record.wpy(vertex.Longitude, vertex.Latitude) + 0.5);
+    });
+}
+
 }  // namespace
 
 void CZellap::ReadHeader(int infoOnly) {
-    // The record of the georeference is to be told the size here, and needs to know of infoOnly then.
-    static_cast<void>(infoOnly);
     TextReader reader(TextStream);
     std::string record;
     while (read_record(reader, record)) {
@@ -107,4 +117,7 @@ void CZellap::ReadHeader(int infoOnly) {
             read_colour(record, *this);
         }
     }
+    BaseRec.InsetRect = {0, 0, Width, Height};
+    // Points are only here where an earlier open was not followed by a close.
+    if (!BaseRec.Points.IsEmpty() && infoOnly == 0) refit(BaseRec);
 }

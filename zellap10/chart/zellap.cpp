@@ -1,28 +1,38 @@
 #include <zellap10/chart/zellap.h>
 
+#include <cstddef>
+#include <string>
 #include <utility>
 
 #include <zellap10/chart/line_table.h>
+#include <zellap10/georef/points.h>
+#include <zellap10/platform/file.h>
 
 namespace {
 
 // A text stream that is open for as long as this object lives.
 class OpenText {
 public:
-    OpenText(std::ifstream& stream, const char* path) : stream_(stream) {
-        stream.clear();
-        // Binary, because the rules of the text are the library's own and not the system's.
-        stream.open(path, std::ios::in | std::ios::binary);
-    }
+    OpenText(std::ifstream& stream, const char* path)
+        : stream_(stream), open_(zellap10::platform::open_for_reading(stream, path)) {}
     ~OpenText() {
-        if (stream_.is_open()) stream_.close();
+        if (open_) stream_.close();
     }
     OpenText(const OpenText&) = delete;
     OpenText& operator=(const OpenText&) = delete;
+    explicit operator bool() const { return open_; }
 
 private:
     std::ifstream& stream_;
+    bool open_;
 };
+
+// The chart's path with ".GEO" in the place of its last dot and what follows, a dot in a folder's name
+// included; a dot at the very start is none.
+std::string georeference_path(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    return (dot == std::string::npos || dot == 0 ? path : path.substr(0, dot)) + ".GEO";
+}
 
 }  // namespace
 
@@ -40,19 +50,22 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
     Path = path;
     {
         const OpenText text(TextStream, path);
-        if (!TextStream.is_open()) return 0;
+        if (!text) return 0;
         ReadHeader(infoOnly);
     }
-    // The georeference file that stands beside the chart is to be read here.
-    if (infoOnly != 0) return 1;
-
-    File file(std::fopen(path, "rb"));
+    // What can be refused stands in front of what cannot, so that a refusal leaves the record as it was.
+    File file;
     BinaryPart part;
-    if (file == nullptr || !zellap10::chart::read_binary_part(file.get(), Height, part)) return 0;
+    if (infoOnly == 0) {
+        file.reset(std::fopen(path, "rb"));
+        if (file == nullptr || !zellap10::chart::read_binary_part(file.get(), Height, part)) return 0;
+    }
+    BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
+    if (infoOnly != 0) return 1;
     BuildPal();
     BuildPalIndex();
 
-    // Nothing can fail from here on, so that a refusal leaves what was open before.
+    // Nothing can fail from here on, so that memory that runs out leaves what was open before.
     BitsPerPixel = part.bits_per_pixel;
     ColourShift = 7 - BitsPerPixel;
     RunMask = (1 << ColourShift) - 1;
@@ -68,6 +81,9 @@ void CZellap::CloseZellap() {
     if (ChartFile != nullptr) std::fclose(std::exchange(ChartFile, nullptr));
     if (PaletteHandle != nullptr) DeleteObject(std::exchange(PaletteHandle, nullptr));
     delete[] std::exchange(LineOffsets, nullptr);
+    zellap10::georef::delete_all(BaseRec.Insets);
+    zellap10::georef::delete_all(BaseRec.Vertices);
+    zellap10::georef::delete_all(BaseRec.Points);
 }
 
 CSize CZellap::GetDocumentSize() const {
@@ -76,4 +92,8 @@ CSize CZellap::GetDocumentSize() const {
 
 HPALETTE CZellap::GetPaletteHandle() const {
     return PaletteHandle;
+}
+
+CGEORec* CZellap::GetBaseGeoRec() {
+    return &BaseRec;
 }

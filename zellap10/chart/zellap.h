@@ -4,9 +4,10 @@
 #include <cstdio>
 #include <fstream>
 
+#include <zellap10/georef/geo_record.h>
 #include <zellap10/platform/platform.h>
 
-/// One raster chart: its header, its colours and its pixels.
+/// One raster chart: its header, its colours, its pixels and its georeference.
 ///
 /// The usual order of calls is: construct; OpenZellap; GetDocumentSize and GetPaletteHandle; any number of
 /// getLine, getMultiLines and getAALine; CloseZellap; destroy.
@@ -17,10 +18,10 @@
 /// Threads: an object is for one thread at a time, since its line operations move one file position. Separate
 /// objects share nothing.
 ///
-/// Ownership: the object owns the palette object, the open file and the line table until CloseZellap or the
-/// destructor. An open on an object that is already open replaces the three without releasing them: close
-/// first. After a close the object may be opened again; colours that the new chart does not name stay as the
-/// earlier chart left them.
+/// Ownership: the object owns the palette object, the open file, the line table and the records of insets
+/// until CloseZellap or the destructor. An open on an object that is already open replaces the first three
+/// without releasing them, and adds to the lists of the base record: close first. After a close the object
+/// may be opened again; colours that the new chart does not name stay as the earlier chart left them.
 class ZELLAP10_API CZellap {
 public:
     CZellap();
@@ -31,19 +32,21 @@ public:
     CZellap(const CZellap&) = delete;
     CZellap& operator=(const CZellap&) = delete;
 
-    /// Opens a chart file.
+    /// Opens a chart file, and reads the georeference file that stands beside it: the chart's path up to its
+    /// last dot, and ".GEO". Without that file the chart opens all the same.
     ///
     /// @param path      the chart file, at most 2 GiB
-    /// @param infoOnly  0 to read everything; else only the text header is read, the line operations refuse
-    ///                  and there is no palette
+    /// @param infoOnly  0 to read everything; else only the text header and the entries of the georeference
+    ///                  file are read: the line operations refuse, there is no palette and nothing is fitted
     /// @return          1, or 0 for a null path, a file that cannot be opened and, with infoOnly 0, one whose
     ///                  binary part is unsound: no end of the text, bits per pixel outside 1 to 7, a line
     ///                  table that is not wholly inside the file. What this open set up is then released,
     ///                  and what was open before stays open; the header's fields may be the new file's.
     int OpenZellap(const char* path, int infoOnly);
 
-    /// Closes the file and releases the palette object and the line table. Everything else, such as the
-    /// size, keeps its value. Does nothing where nothing is open.
+    /// Closes the file, releases the palette object and the line table, deletes the records of insets and
+    /// empties the lists of the base record. Everything else, such as the size, keeps its value. Does nothing
+    /// where nothing is open.
     void CloseZellap();
 
     /// Width and height of the chart in pixels, 0 by 0 on a new object; still good after a close.
@@ -52,6 +55,10 @@ public:
     /// The palette object: the chart's colours under their colour indexes and behind them the added ones;
     /// null where there is none. The object keeps ownership.
     HPALETTE GetPaletteHandle() const;
+
+    /// The record of the whole chart, which holds those of its insets; the same address for the whole life of
+    /// the object. It is fitted after an open with infoOnly 0 that found a georeference file.
+    CGEORec* GetBaseGeoRec();
 
     /// Decodes a scan line.
     ///
@@ -83,7 +90,7 @@ public:
     int getAALine(int firstLine, int firstCol, int colCount, unsigned char* dest, int xFactor, int yFactor);
 
 protected:
-    /// Reads the text part from TextStream, which stands at its start.
+    /// Reads the text part from TextStream, which stands at its start, and tells the base record the size.
     void ReadHeader(int infoOnly);
 
     /// Puts ChartFile at the first run of a line; a line out of range is taken as the nearest one. Does
@@ -104,6 +111,7 @@ protected:
 
 public:
     CString Version;                       ///< "1.0"
+    CGEORec BaseRec;                       ///< the georeference of the whole chart
     char ChartName[256] = {};              ///< the chart's name, ended by a zero
     int DU = 0;                            ///< the number of the "DU=" key
     int Width = 0;                         ///< pixels in a scan line

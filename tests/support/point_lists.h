@@ -1,0 +1,57 @@
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include <zellap10/georef/geo_record.h>
+
+/// One reference point, as tables of tests write it.
+struct PointRow {
+    int x;
+    int y;
+    double longitude;
+    double latitude;
+};
+
+/// Points that a test owns, and the list that the operations of a record take.
+class PointList {
+public:
+    PointList() = default;
+    PointList(const std::vector<PointRow>& rows) {
+        for (const PointRow& row : rows)
+            add(row);
+    }
+    PointList(const PointList&) = delete;
+    PointList& operator=(const PointList&) = delete;
+
+    void add(const PointRow& row) {
+        points_.emplace_back("", row.x, row.y, row.longitude, row.latitude);
+        list_.AddTail(&points_.back());
+    }
+    CRefPointList* list() { return &list_; }
+    const std::deque<CRefPoint>& points() const { return points_; }
+
+private:
+    std::deque<CRefPoint> points_;
+    CRefPointList list_;
+};
+
+/// Gives a record points of its own.
+inline void add_points(CGEORec& record, const std::vector<PointRow>& rows) {
+    for (const PointRow& row : rows) {
+        record.Points.AddTail(new CRefPoint("", row.x, row.y, row.longitude, row.latitude));
+    }
+}
+
+inline void add_vertex(CGEORec& record, double longitude, double latitude) {
+    record.Vertices.AddTail(new CRefPoint("", 0, 0, longitude, latitude));
+}
+
+/// The elements of a list, from its head.
+template <class Element>
+std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
+    std::vector<Element*> elements;
+    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
+        elements.push_back(list.GetNext(place));
+    return elements;
+}
