@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include <zellap10/georef/geo_record.h>
+
+namespace {
+
+constexpr int kTerms = 21;
+
+TEST(Polynomial, HasItsTermsInOrder) {
+    const CGEORec record;
+    const double expected[kTerms] = {1,  2,  3,  4,  6,  9,  8,  12,  18,  27, 16,
+                                     24, 36, 54, 81, 32, 48, 72, 108, 162, 243};
+    for (int i = 0; i < kTerms; ++i)
+        EXPECT_EQ(record.polyfunc(i, 2.0, 3.0), expected[i]) << i;
+    for (const int i : {-1, kTerms, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(record.polyfunc(i, 2.0, 3.0), 0.0) << i;
+    }
+}
+
+TEST(Polynomial, SumsItsTermsInOrder) {
+    const CGEORec record;
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> spread(-1.0, 1.0);
+    for (int round = 0; round < 1000; ++round) {
+        double coefficients[kTerms];
+        for (double& coefficient : coefficients)
+            coefficient = spread(random) * std::pow(10.0, 5 * spread(random));
+        const double a = 1e4 * spread(random);
+        const double b = 180 * spread(random);
+        double sum = 0.0;
+        for (int i = 0; i < kTerms; ++i)
+            sum += coefficients[i] * record.polyfunc(i, a, b);
+        ASSERT_EQ(record.Evaluate(coefficients, a, b), sum);
+    }
+}
+
+TEST(Regions, ChangeAboveTheSplit) {
+    CGEORec record;
+    for (const double value : {0.0, -1e308, std::numeric_limits<double>::max()}) {
+        EXPECT_EQ(record.SelectPWpoly(value, value), 0);
+        EXPECT_EQ(record.SelectWPpoly(value, value), 0);
+    }
+    record.pwSplit = 5000;
+    record.wpSplit = 48.5;
+    EXPECT_EQ(record.SelectPWpoly(9999, 5000), 0);
+    EXPECT_EQ(record.SelectPWpoly(0, std::nextafter(5000, 6000)), 1);
+    EXPECT_EQ(record.SelectWPpoly(99, 48.5), 0);
+    EXPECT_EQ(record.SelectWPpoly(0, std::nextafter(48.5, 49)), 1);
+}
+
+TEST(Transforms, TakeTheRegionAndTheWrapIntoAccount) {
+    CGEORec record;
+    record.pwSplit = 10;
+    record.wpSplit = 20;
+    for (const int region : {0, 1}) {
+        const double sign = region == 0 ? 1.0 : -1.0;
+        record.pwxPoly[region][1] = sign;  // longitude = +-x
+        record.pwyPoly[region][2] = sign * 2;
+        record.wpxPoly[region][1] = sign * 3;
+        record.wpyPoly[region][2] = sign * 4;
+    }
+    double a = 0, b = 0;
+    record.pwxy(7, 10, &a, &b);
+    EXPECT_EQ(a, 7);
+    EXPECT_EQ(b, 20);
+    record.pwxy(7, 11, &a, &b);
+    EXPECT_EQ(a, -7);
+    EXPECT_EQ(b, -22);
+    record.wpxy(170, 21, &a, &b);
+    EXPECT_EQ(a, -510);
+    EXPECT_EQ(b, -84);
+    record.Wraps180 = 1;
+    for (const double longitude : {170.0, -190.0})
+        EXPECT_EQ(record.wpx(longitude, 5), -570);
+    EXPECT_EQ(record.wpx(-170, 5), -510);
+    EXPECT_EQ(record.wpx(0, 5), 0);
+    EXPECT_EQ(record.pwx(-190, 5), 170);
+    EXPECT_EQ(record.pwx(-180, 5), -180);
+    record.pwxy(3, 4, &a, &b);
+    EXPECT_EQ(record.pwx(3, 4), a);
+    EXPECT_EQ(record.pwy(3, 4), b);
+    record.wpxy(3, 4, &a, &b);
+    EXPECT_EQ(record.wpx(3, 4), a);
+    EXPECT_EQ(record.wpy(3, 4), b);
+}
+
+}  // namespace

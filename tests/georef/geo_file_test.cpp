@@ -1,0 +1,294 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <string>
+#include <vector>
+
+#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/points.h>
+
+#include "../support/point_lists.h"
+#include "../support/temp_file.h"
+
+namespace {
+
+// A record read from a text, with the insets that it got.
+class ReadRecord : public CGEORec {
+public:
+    explicit ReadRecord(const std::string& text, int info_only = 1) { read(text, info_only); }
+    ~ReadRecord() { zellap10::georef::delete_all(Insets); }
+
+    void read(const std::string& text, int info_only) {
+        ReadGEO(folder_.write("chart.GEO", text).c_str(), info_only);
+    }
+    CGEORec& inset(std::size_t i) const { return *elements_of(Insets).at(i); }
+
+private:
+    TempFolder folder_;
+};
+
+struct TextRow {
+    const char* name;
+    const char* line;
+    CString CGEORec::*field;
+    const char* value;
+};
+
+// clang-format off
+const TextRow kTextRows[] = {
+    // name                                line                                   field                        value
+    {"plain",                              "Name=Example Bay",                    &CGEORec::Name,              "Example Bay"},
+    {"upper case",                         "NAME=x",                              &CGEORec::Name,              "x"},
+    {"lower case",                         "name=x",                              &CGEORec::Name,              "x"},
+    {"a blank in front",                   " Name=x",                             &CGEORec::Name,              ""},
+    {"a longer label",                     "Names of the sea=x",                  &CGEORec::Name,              "x"},
+    {"no equals sign",                     "Name x",                              &CGEORec::Name,              ""},
+    {"equals signs in the value",          "Name=a=b",                            &CGEORec::Name,              "a=b"},
+    {"blanks stay in the value",           "Scale = 1:40000 ",                    &CGEORec::Scale,             " 1:40000 "},
+    {"8-bit characters stay",              "Name=\xC9vora",                       &CGEORec::Name,              "\xC9vora"},
+    {"Source Edition is no Source",        "Source Edition=3",                    &CGEORec::Source,            ""},
+    {"Source Edition",                     "Source Edition=3",                    &CGEORec::SourceEdition,     "3"},
+    {"Source",                             "Source Date=1999",                    &CGEORec::Source,            "1999"},
+    {"P1 by prefix",                       "P10=5",                               &CGEORec::P1,                "5"},
+    {"Id by prefix",                       "Identifier=7",                        &CGEORec::Id,                "7"},
+    {"PP is no P",                         "PP=-70",                              &CGEORec::PP,                "-70"},
+    {"Declination",                        "Magnetic Declination=5",              &CGEORec::MagDeclination,    "5"},
+    {"Declination takes no blank",         "Magnetic Declination =5",             &CGEORec::MagDeclination,    ""},
+    {"Declination Date",                   "Magnetic Declination Date=1999",      &CGEORec::MagDeclinationDate, "1999"},
+    {"Declination Change",                 "Magnetic Declination Change =0",      &CGEORec::MagDeclinationChange, "0"},
+    {"Declination Change is no other",     "Magnetic Declination Change =0",      &CGEORec::MagDeclination,    ""},
+    {"Upper left",                         "UL Latitude=51",                      &CGEORec::ULLatitude,        "51"},
+    {"Lower right",                        "LR Longitude=2",                      &CGEORec::LRLongitude,       "2"},
+    {"Province",                           "Province/State=ME",                   &CGEORec::ProvinceState,     "ME"},
+    {"P6",                                 "P6=45",                               &CGEORec::P6,                "45"},
+    {"Resolution",                         "Resolution=254",                      &CGEORec::Resolution,        "254"},
+    {"Datum is not Date",                  "Date Published=1999",                 &CGEORec::Datum,             ""},
+    {"Sounding Datum is no Datum",         "Sounding Datum=LAT",                  &CGEORec::Datum,             ""},
+};
+// clang-format on
+
+TEST(GeoText, GoesToTheFieldOfItsKey) {
+    for (const TextRow& row : kTextRows) {
+        SCOPED_TRACE(row.name);
+        for (const char* end : {"\n", "\r\n"}) {
+            const ReadRecord record(row.line + std::string(end));
+            EXPECT_STREQ(record.*row.field, row.value);
+        }
+    }
+}
+
+struct NumberRow {
+    const char* name;
+    const char* value;
+    double number;
+};
+
+const NumberRow kNumberRows[] = {{"plain", "0.0002", 0.0002},
+                                 {"blanks in front", "  -1.5", -1.5},
+                                 {"text behind", "2.5deg", 2.5},
+                                 {"no number", "north", 0.0},
+                                 {"empty", "", 0.0}};
+
+TEST(GeoNumber, IsReadAsAtofDoes) {
+    for (const NumberRow& row : kNumberRows) {
+        SCOPED_TRACE(row.name);
+        const std::string value = row.value;
+        const ReadRecord record("Skew Angle=" + value + "\nLatitude Offset=" + value +
+                                "\nLongitude Offset=7\n");
+        EXPECT_EQ(record.SkewAngle, row.number);
+        EXPECT_EQ(record.LatitudeOffset, row.number);
+        EXPECT_EQ(record.LongitudeOffset, 7.0);
+    }
+}
+
+struct PointLineRow {
+    const char* name;
+    const char* line;
+    bool taken;
+};
+
+// clang-format off
+const PointLineRow kPointLineRows[] = {
+    // name                          line                                 taken
+    {"plain",                        "Point2 =-71.0 42.5 100 200",        true},
+    {"more behind",                  "Point2 =-71.0 42.5 100 200 extra",  true},
+    {"blanks and tabs",              "Point2 = \t-71.0  42.5\t100 200",   true},
+    {"a number short",               "Point2 =-71.0 42.5 100",            false},
+    {"a fraction of a pixel",        "Point2 =-71.0 42.5 100.5 200",      false},
+    {"commas",                       "Point2 =-71.0,42.5,100,200",        false},
+    {"no equals sign",               "Point2 -71.0 42.5 100 200",         false},
+};
+// clang-format on
+
+TEST(GeoPoint, IsLongitudeLatitudeRowColumn) {
+    for (const PointLineRow& row : kPointLineRows) {
+        SCOPED_TRACE(row.name);
+        const ReadRecord record(row.line + std::string("\n"));
+        const std::vector<CRefPoint*> points = elements_of(record.Points);
+        ASSERT_EQ(points.size(), row.taken ? 1u : 0u);
+        if (!row.taken) continue;
+        EXPECT_STREQ(points[0]->Name, "Point2 ");
+        EXPECT_EQ(points[0]->Longitude, -71.0);
+        EXPECT_EQ(points[0]->Latitude, 42.5);
+        EXPECT_EQ(points[0]->Y, 100);
+        EXPECT_EQ(points[0]->X, 200);
+    }
+}
+
+TEST(GeoVertex, IsLatitudeLongitude) {
+    const ReadRecord record(
+        "Number of Vertices=99\nVertex9=42.5 -71.0 x\nVertex1=42.5\nVertex1=42.5,-71.0\nvertex9=1 2\n");
+    const std::vector<CRefPoint*> vertices = elements_of(record.Vertices);
+    ASSERT_EQ(vertices.size(), 2u);
+    EXPECT_STREQ(vertices[0]->Name, "Vertex9");
+    EXPECT_EQ(vertices[0]->Latitude, 42.5);
+    EXPECT_EQ(vertices[0]->Longitude, -71.0);
+    EXPECT_EQ(vertices[0]->X, 0);
+    EXPECT_EQ(vertices[0]->Y, 0);
+}
+
+TEST(GeoInset, TakesWhatFollows) {
+    const ReadRecord record(
+        "Name=Base\nScale=1\n[Chart]\nOrder=4\n[Inset 1]\n[INSET\nName=Second\nPoint1=1 2 3 4\n[inset "
+        "3]\nP1=5\n");
+    ASSERT_EQ(record.Insets.GetCount(), 3);
+    EXPECT_STREQ(record.Name, "Base");
+    EXPECT_STREQ(record.Order, "4");
+    EXPECT_TRUE(record.Points.IsEmpty());
+    EXPECT_TRUE(record.inset(0).Name.IsEmpty());
+    EXPECT_STREQ(record.inset(1).Name, "Second");
+    EXPECT_TRUE(record.inset(1).Scale.IsEmpty()) << "nothing is inherited";
+    EXPECT_EQ(record.inset(1).Points.GetCount(), 1);
+    EXPECT_STREQ(record.inset(2).P1, "5");
+    EXPECT_TRUE(record.inset(2).Insets.IsEmpty());
+}
+
+TEST(GeoFile, DropsLinesThatDoNotEndOrAreTooLong) {
+    const std::string longest = "Name=" + std::string(506, 'x');
+    EXPECT_EQ(ReadRecord(longest + "\n").Name.GetLength(), 506);
+    const ReadRecord skipped("Scale=1\n" + longest + "x\nOrder=2\nScale=9");
+    EXPECT_TRUE(skipped.Name.IsEmpty());
+    EXPECT_STREQ(skipped.Order, "2");
+    EXPECT_STREQ(skipped.Scale, "1");
+    EXPECT_STREQ(ReadRecord("Scale=1\n\x1A\nScale=2\n").Scale, "1");
+}
+
+TEST(GeoFile, AddsToWhatIsThere) {
+    ReadRecord record("Name=A\nScale=1\nPoint1=1 2 3 4\n[Inset\n");
+    record.read("Name=B\nPoint1=1 2 3 4\n[Inset\n", 1);
+    EXPECT_STREQ(record.Name, "B");
+    EXPECT_STREQ(record.Scale, "1");
+    EXPECT_EQ(record.Points.GetCount(), 2);
+    EXPECT_EQ(record.Insets.GetCount(), 2);
+}
+
+TEST(GeoFile, IsReadAlikeInEveryLocale) {
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "the build makes this locale";
+    const ReadRecord record("Latitude Offset=42.5\nVertex=1.25 2.5\n");
+    const CString angle = record.deg2dms(42.123456);
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(record.LatitudeOffset, 42.5);
+    EXPECT_EQ(elements_of(record.Vertices).at(0)->Longitude, 2.5);
+    EXPECT_STREQ(angle, "+042 07 24.44");
+}
+
+TEST(GeoFile, MissingOrAFolderChangesNothing) {
+    const TempFolder folder;
+    CGEORec record;
+    record.InsetRect = {1, 2, 3, 4};
+    record.Wraps180 = 1;
+    for (const std::string& path : {folder.file("missing.GEO"), folder.file("")}) {
+        record.ReadGEO(path.c_str(), 0);
+        EXPECT_EQ(record.InsetRect.right, 3);
+        EXPECT_EQ(record.Wraps180, 1) << "no fit";
+    }
+    record.ReadGEO(folder.write("empty.GEO", "").c_str(), 1);
+    EXPECT_EQ(record.Wraps180, 1);
+    record.ReadGEO(folder.write("empty.GEO", "").c_str(), 0);
+    EXPECT_EQ(record.InsetRect.right, 0);
+    EXPECT_EQ(record.Wraps180, 0) << "an empty file is fitted";
+}
+
+// Four corners of a picture, a degree to a thousand pixels.
+const char* const kCorners =
+    "Point1=-70 40 0 0\nPoint2=-69 40 0 1000\nPoint3=-70 39 1000 0\nPoint4=-69 39 1000 1000\n";
+
+TEST(GeoFit, GivesVerticesTheirPixelsAndInsetsTheirPlace) {
+    const ReadRecord record(
+        kCorners +
+            std::string("Vertex1=39.9997 -69.9997\nVertex2=40.0018 -70.0018\n[Inset]\n[Inset]\n"
+                        "Point1=5 5 20 10\n[Inset]\n") +
+            kCorners + "Vertex=39.4997 -69.4997\n",
+        0);
+    const std::vector<CRefPoint*> vertices = elements_of(record.Vertices);
+    EXPECT_EQ(vertices[0]->X, 0);
+    EXPECT_EQ(vertices[0]->Y, 0);
+    EXPECT_EQ(vertices[1]->X, -1) << "cut toward zero";
+    EXPECT_EQ(vertices[1]->Y, -1);
+    EXPECT_EQ(record.InsetRect.right, 0);
+    const std::vector<std::vector<int>> expected = {
+        {0, 0, 0, 0}, {-70, -60, 90, 100}, {-80, -80, 1080, 1080}};
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const PixelRect& rect = record.inset(i).InsetRect;
+        EXPECT_EQ((std::vector<int>{rect.left, rect.top, rect.right, rect.bottom}), expected[i]) << i;
+    }
+    EXPECT_EQ(elements_of(record.inset(2).Vertices)[0]->X, 500);
+}
+
+TEST(GeoFit, HoldsPixelsAtTheEndsOfAnInt) {
+    const ReadRecord record(
+        kCorners +
+            std::string("Vertex1=-1e10 1e10\nVertex2=nan nan\n[Inset]\nPoint1=0 0 -2147483648 2147483647\n"),
+        0);
+    const std::vector<CRefPoint*> vertices = elements_of(record.Vertices);
+    EXPECT_EQ(vertices[0]->X, 2147483647);
+    EXPECT_EQ(vertices[0]->Y, 2147483647);
+    EXPECT_EQ(vertices[1]->X, 0);
+    EXPECT_EQ(record.inset(0).InsetRect.top, -2147483647 - 1);
+    EXPECT_EQ(record.inset(0).InsetRect.bottom, -2147483568);
+    EXPECT_EQ(record.inset(0).InsetRect.right, 2147483647);
+    EXPECT_EQ(record.inset(0).InsetRect.left, 2147483567);
+}
+
+std::string geo_with_everything() {
+    std::string text = "Projection=LAMBERT\nPP=-69.5\nP5=39\nP6=40\nLatitude Offset=0.001\n" +
+                       std::string(kCorners) + "Vertex1=40 -70\nVertex2=39 -69\n[Inset 1]\n" + kCorners;
+    for (int i = 0; i < 12; ++i) {
+        text += "Point=" + std::to_string(177 + i % 4) + ".5 " + std::to_string(i) + " " +
+                std::to_string(i * 90) + " " + std::to_string(i % 4 * 100) + "\n";
+    }
+    return text + "[Inset 2]\nProjection=MERCATOR\nPoint1=179 1 0 0\nPoint2=-179 2 3 4\n";
+}
+
+TEST(DamagedGeoFile, EndsWell) {
+    const std::string text = geo_with_everything();
+    for (std::size_t i = 0; i < text.size(); i += 3) {
+        SCOPED_TRACE(i);
+        const ReadRecord cut(text.substr(0, i), 0);
+        std::string damaged = text;
+        damaged[i] = static_cast<char>(damaged[i] ^ (i % 2 == 0 ? 0x01 : 0x04));
+        const ReadRecord changed(damaged, 0);
+        double x = 0.0;
+        double y = 0.0;
+        changed.wpxy(-69.3, 39.4, &x, &y);
+        changed.pwxy(500, 400, &x, &y);
+    }
+}
+
+TEST(LargeGeoFile, IsReadAndFitted) {
+    std::string text = kCorners;
+    for (int i = 0; i < 3000; ++i)
+        text += "[Inset]\nPoint1=1 2 3 4\nVertex=1 2\n";
+    for (int i = 0; i < 5000; ++i) {
+        const int x = i * 37 % 1000;
+        const int y = i * 53 % 1000;
+        text += "Point=" + std::to_string(-70 + x * 0.001) + " " + std::to_string(40 - y * 0.001) + " " +
+                std::to_string(y) + " " + std::to_string(x) + "\n";
+    }
+    const ReadRecord record(text, 0);
+    ASSERT_EQ(record.Insets.GetCount(), 3000);
+    EXPECT_EQ(record.inset(2999).Points.GetCount(), 5001);
+    EXPECT_NEAR(record.inset(2999).pwx(250, 750), -69.75, 0.01);
+}
+
+}  // namespace

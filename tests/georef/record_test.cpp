@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <zellap10/georef/geo_record.h>
+
+#include "../support/point_lists.h"
+
+namespace {
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+TEST(RefPoint, CopiesItsFiveFields) {
+    const CRefPoint empty;
+    EXPECT_STREQ(empty.Name, "");
+    EXPECT_EQ(empty.X + empty.Y + empty.Longitude + empty.Latitude, 0.0);
+    CRefPoint point("Point1", 3, -4, 170.5, -18.25);
+    CRefPoint& same = point;
+    point = same;
+    const CRefPoint copy(point);
+    EXPECT_STREQ(copy.Name, "Point1");
+    EXPECT_EQ(copy.X, 3);
+    EXPECT_EQ(copy.Y, -4);
+    EXPECT_EQ(copy.Longitude, 170.5);
+    EXPECT_EQ(copy.Latitude, -18.25);
+}
+
+class CountedPoint : public CRefPoint {
+public:
+    explicit CountedPoint(int& deleted) : deleted_(deleted) {}
+    ~CountedPoint() override { ++deleted_; }
+
+private:
+    int& deleted_;
+};
+
+TEST(Record, DeletesItsPointsAndNotItsInsets) {
+    int deleted = 0;
+    CGEORec inset;
+    inset.Points.AddTail(new CountedPoint(deleted));
+    {
+        CGEORec record;
+        record.Points.AddTail(new CountedPoint(deleted));
+        record.Vertices.AddTail(new CountedPoint(deleted));
+        record.Insets.AddTail(&inset);
+    }
+    EXPECT_EQ(deleted, 2);
+    EXPECT_EQ(inset.Points.GetCount(), 1);
+}
+
+struct WrapRow {
+    const char* name;
+    std::vector<PointRow> points;
+    int wraps;
+};
+
+const WrapRow kWrapRows[] = {
+    {"east to west over 180", {{0, 0, 179, 0}, {1000, 0, -179, 0}}, 1},
+    {"in another order", {{1000, 0, -179, 0}, {0, 0, 179, 0}}, 1},
+    {"over 0 and not over 180", {{0, 0, -179, 0}, {1000, 0, 179, 0}}, 0},
+    {"only the outer columns count", {{0, 0, 10, 0}, {500, 0, -170, 0}, {1000, 0, 20, 0}}, 0},
+    {"one point", {{0, 0, 179, 0}}, 0},
+    {"no point", {}, 0},
+    {"0 at the left", {{0, 0, 0, 0}, {1000, 0, -179, 0}}, 0},
+    {"0 at the right", {{0, 0, 179, 0}, {1000, 0, 0, 0}}, 0},
+    {"the first of equal columns", {{0, 0, 179, 0}, {0, 9, -179, 0}, {9, 0, -179, 0}, {9, 9, 179, 0}}, 1},
+};
+
+TEST(LongitudeWrap, IsSeenAtTheOuterColumns) {
+    for (const WrapRow& row : kWrapRows) {
+        SCOPED_TRACE(row.name);
+        CGEORec record;
+        record.Wraps180 = 1 - row.wraps;
+        PointList points(row.points);
+        record.Check180Wrap(points.list());
+        EXPECT_EQ(record.Wraps180, row.wraps);
+    }
+}
+
+TEST(LongitudeWrap, MovesPositiveLongitudesAndBack) {
+    CGEORec record;
+    PointList points({{0, 0, 179, 0}, {0, 0, 180, 0}, {0, 0, 0, 0}, {0, 0, -179, 0}});
+    const auto longitudes = [&points] {
+        std::vector<double> values;
+        for (const CRefPoint& point : points.points())
+            values.push_back(point.Longitude);
+        return values;
+    };
+    const std::vector<double> before = longitudes();
+    record.WrapLongitude(points.list());
+    record.UnWrapLongitude(points.list());
+    EXPECT_EQ(longitudes(), before) << "nothing moves without the flag";
+    record.Wraps180 = 1;
+    record.WrapLongitude(points.list());
+    EXPECT_EQ(longitudes(), (std::vector<double>{-181, -180, 0, -179}));
+    record.UnWrapLongitude(points.list());
+    EXPECT_EQ(longitudes(), (std::vector<double>{179, -180, 0, -179}));
+}
+
+struct AngleRow {
+    double degrees;
+    const char* text;
+};
+
+// clang-format off
+const AngleRow kAngleRows[] = {
+    {12.5,       "+012 30 00.00"},
+    {-0.25,      "-000 15 00.00"},
+    {42.123456,  "+042 07 24.44"},
+    {-122.4194,  "-122 25 09.84"},
+    {0.0,        "-000 00 00.00"},
+    {-0.0,       "-000 00 00.00"},
+    {10.9999999, "+010 59 60.00"},
+    {179.99999,  "+179 59 59.96"},
+    {1234.5,     "+1234 30 00.00"},
+    {1e300,      "+2147483647 00 00.00"},
+};
+// clang-format on
+
+TEST(AngleText, HasDegreesMinutesAndSeconds) {
+    const CGEORec record;
+    for (const AngleRow& row : kAngleRows)
+        EXPECT_STREQ(record.deg2dms(row.degrees), row.text);
+}
+
+struct CodeRow {
+    const char* projection;
+    int code;
+};
+
+// clang-format off
+const CodeRow kCodeRows[] = {
+    {"MERCATOR", 1}, {"Mercator", 1}, {"MERCATOR (WORLD)", 1}, {"POLYCONIC", 2}, {"UTM", 3}, {"utm zone 19", 3},
+    {"TRANSVERSE MERCATOR", 3}, {"LAMBERT CONFORMAL", 4}, {" MERCATOR", 0}, {"OBLIQUE MERCATOR", 0}, {"", 0},
+    {"MERCATO", 0},
+};
+// clang-format on
+
+TEST(ProjectionName, DecidesByItsFront) {
+    for (const CodeRow& row : kCodeRows) {
+        SCOPED_TRACE(row.projection);
+        CGEORec record;
+        record.ProjCode = 9;
+        record.MinLat = 77.0;
+        record.wpxAffine[0] = 5.0;
+        record.Projection = row.projection;
+        record.ProjectionInit();
+        EXPECT_EQ(record.ProjCode, row.code);
+        EXPECT_EQ(record.MinLat, row.code != 0 ? kLargest : 77.0) << "untouched without a projection";
+        EXPECT_EQ(record.wpxAffine[0], row.code != 0 ? 0.0 : 5.0);
+        record.Wraps180 = 1;
+        record.ProjectionInit();
+        EXPECT_EQ(record.ProjCode, 0) << "over the 180th meridian";
+    }
+}
+
+TEST(ProjectionParameters, ComeFromTheFileOrElseFromTheVertices) {
+    CGEORec record;
+    record.Projection = "LAMBERT";
+    add_vertex(record, -71, 44);
+    add_vertex(record, -67, 41);
+    add_vertex(record, -70, 42);
+    record.PP = " ";
+    record.P5 = "41.5";
+    record.ProjectionInit();
+    EXPECT_EQ(record.MinLat, 41);
+    EXPECT_EQ(record.MeanLat, 42.5);
+    EXPECT_EQ(record.MaxLat, 44);
+    EXPECT_EQ(record.MinLon, -71);
+    EXPECT_EQ(record.MeanLon, -69);
+    EXPECT_EQ(record.MaxLon, -67);
+    PPARMS expected;
+    project_init2(4, 42.5, 0.0, 41.5, 42.5, 17, &expected);
+    EXPECT_EQ(record.ProjParms.a, 6377397.155);
+    EXPECT_EQ(record.ProjParms.lon0, 0.0) << "a blank text is a number, 0";
+    EXPECT_EQ(record.ProjParms.lam_n, expected.lam_n);
+    EXPECT_EQ(record.ProjParms.lam_rho0, expected.lam_rho0);
+    record.PP = "";
+    record.P1 = "10";
+    record.P6 = "50";
+    record.ProjectionInit();
+    project_init2(4, 10, -69, 41.5, 50, 17, &expected);
+    EXPECT_EQ(record.ProjParms.lon0, expected.lon0);
+    EXPECT_EQ(record.ProjParms.lam_n, expected.lam_n);
+    EXPECT_EQ(record.ProjParms.lam_rho0, expected.lam_rho0);
+}
+
+TEST(ProjectionParameters, AreZeroWithoutVertices) {
+    CGEORec record;
+    record.MinMeanMaxLL();
+    EXPECT_EQ(record.MeanLat, 0.0);
+    EXPECT_EQ(record.MeanLon, 0.0);
+    EXPECT_EQ(record.MinLon, kLargest);
+    EXPECT_EQ(record.MaxLat, -kLargest);
+}
+
+TEST(RecordConversions, MoveByTheOffsetsTowardThePlane) {
+    CGEORec record;
+    record.Projection = "POLYCONIC";
+    record.PP = "8";
+    record.LatitudeOffset = 0.001;
+    record.LongitudeOffset = -0.002;
+    record.ProjectionInit();
+    double x = 0, y = 0, x84 = 0, y84 = 0;
+    record.ProjFwd(10, 50, &x, &y);
+    record.ProjFwdWGS84(10 - 0.002, 50 + 0.001, &x84, &y84);
+    EXPECT_EQ(x, x84);
+    EXPECT_EQ(y, y84);
+    double lon = 0, lat = 0, lon84 = 0, lat84 = 0;
+    record.ProjInv(x, y, &lon, &lat);
+    record.ProjInvWGS84(x, y, &lon84, &lat84);
+    EXPECT_NEAR(lon, 10, 1e-8);
+    EXPECT_NEAR(lat, 50, 1e-8);
+    EXPECT_EQ(lon, lon84 + 0.002);
+    EXPECT_EQ(lat, lat84 - 0.001);
+}
+
+TEST(RecordConversions, WriteNothingWithoutAProjection) {
+    CGEORec record;
+    record.LatitudeOffset = 1;
+    record.LongitudeOffset = 2;
+    double a = 10, b = 20;
+    record.ProjFwd(1, 2, &a, &b);
+    record.ProjFwdWGS84(1, 2, &a, &b);
+    record.ProjInvWGS84(1, 2, &a, &b);
+    EXPECT_EQ(a, 10);
+    EXPECT_EQ(b, 20);
+    record.ProjInv(1, 2, &a, &b);
+    EXPECT_EQ(a, 8);
+    EXPECT_EQ(b, 19);
+}
+
+}  // namespace
