@@ -11,6 +11,9 @@ namespace samples {
 /// The outline of the layout's area, followed along its sides, moved outward by so many pixels.
 Line area_outline(const Layout& layout, double outward);
 
+/// The outer edge of the border.
+Line frame_outline(const Sheet& sheet, const Layout& layout);
+
 /// Tints around the land, the land and its shore.
 void draw_land(Canvas& canvas, const Sheet& sheet, const Layout& layout, const Coast& coast);
 
@@ -23,7 +26,7 @@ void draw_border(Canvas& canvas, const Sheet& sheet, const Layout& layout);
 /// Names, towns and lights.
 void draw_places(Canvas& canvas, const Sheet& sheet, const Layout& layout);
 
-/// A compass rose on true north.
+/// A compass rose on true north, where the sheet has one.
 void draw_rose(Canvas& canvas, const Sheet& sheet, const Layout& layout);
 
 void draw_title(Canvas& canvas, const Sheet& sheet, const Layout& layout);

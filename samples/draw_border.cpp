@@ -77,11 +77,13 @@ std::string degrees_text(int minutes) {
     return std::to_string(std::abs(minutes) / 60) + "°";
 }
 
-// The figure of a longitude or latitude: whole degrees with their hemisphere, else the minutes alone.
-std::string figure_text(bool longitude, int minutes) {
+// The figure of a longitude or latitude: whole degrees with their hemisphere, else the minutes alone unless
+// the degrees stand nowhere on the side.
+std::string figure_text(bool longitude, int minutes, bool in_full) {
     if (longitude && minutes > 180 * 60) minutes -= 360 * 60;
-    const std::string text = degrees_text(minutes);
-    if (minutes % 60 != 0 || minutes == 0 || (longitude && minutes == 180 * 60)) return text;
+    std::string text = degrees_text(minutes);
+    if (minutes % 60 != 0 && in_full) text.insert(0, degrees_text(minutes / 60 * 60));
+    if ((minutes % 60 != 0 && !in_full) || minutes == 0 || (longitude && minutes == 180 * 60)) return text;
     if (longitude) return text + (minutes > 0 ? "E" : "W");
     return text + (minutes > 0 ? "N" : "S");
 }
@@ -132,13 +134,14 @@ void draw_figures(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side
     const auto [from, to] = span_of(layout.area, side);
     const int step = sheet.graduation.figure;
     const double away = runs_east(side) ? kFiguresAbove : kFiguresAside;
+    const bool in_full = first_step(from, 60) > to * 60;
     for (int minutes = first_step(from, step); minutes <= to * 60; minutes += step) {
         TextStyle style;
         style.at = outside(layout, side, minutes / 60.0, away * sheet.em);
         style.colour = sheet.inks.black;
         style.face = minutes % 60 == 0 ? Typeface::kBold : Typeface::kUpright;
-        style.size = minutes % 60 == 0 ? sheet.em : sheet.em * 0.8;
-        canvas.text(figure_text(runs_east(side), minutes), style);
+        style.size = minutes % 60 == 0 ? sheet.em : sheet.em * (in_full ? 0.65 : 0.8);
+        canvas.text(figure_text(runs_east(side), minutes, in_full), style);
     }
 }
 
@@ -163,6 +166,10 @@ Line area_outline(const Layout& layout, double outward) {
         outline.push_back(corner(layout, c.side, c.to, c.next, c.next_from, outward));
     }
     return outline;
+}
+
+Line frame_outline(const Sheet& sheet, const Layout& layout) {
+    return area_outline(layout, kEdge * sheet.em);
 }
 
 void draw_grid(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
@@ -197,7 +204,7 @@ void draw_border(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
     for (const double distance : {0.0, kBarsFrom, kBarsTo}) {
         canvas.stroke_closed(area_outline(layout, distance * sheet.em), sheet.inks.black, kLineWidth);
     }
-    canvas.stroke_closed(area_outline(layout, kEdge * sheet.em), sheet.inks.black, kEdgeWidth * sheet.em);
+    canvas.stroke_closed(frame_outline(sheet, layout), sheet.inks.black, kEdgeWidth * sheet.em);
 }
 
 }  // namespace samples

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include <samples/draw.h>
 
@@ -6,16 +7,31 @@ namespace samples {
 
 namespace {
 
+constexpr double kLongestEdge = 0.2;  // degrees
 constexpr double kContourWidth = 2;
 constexpr double kShoreWidth = 3;
 
-std::vector<Line> lines_of(const std::vector<std::vector<Position>>& places, const Layout& layout) {
-    std::vector<Line> lines;
-    for (const std::vector<Position>& place : places) {
-        Line line(place.size());
-        std::transform(place.begin(), place.end(), line.begin(), layout.to_pixel);
-        lines.push_back(std::move(line));
+// Long edges, which are cuts along meridians and parallels, become curves.
+Line line_of(const std::vector<Position>& places, const Layout& layout) {
+    Line line;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Position from = places[i > 0 ? i - 1 : 0];
+        const Position to = places[i];
+        const double length = std::max(std::fabs(to.lon - from.lon), std::fabs(to.lat - from.lat));
+        const int pieces = std::max(1, static_cast<int>(std::ceil(length / kLongestEdge)));
+        for (int piece = 1; piece <= pieces; ++piece) {
+            const double part = static_cast<double>(piece) / pieces;
+            line.push_back(layout.to_pixel(
+                {from.lon + (to.lon - from.lon) * part, from.lat + (to.lat - from.lat) * part}));
+        }
     }
+    return line;
+}
+
+std::vector<Line> lines_of(const std::vector<std::vector<Position>>& outlines, const Layout& layout) {
+    std::vector<Line> lines;
+    for (const std::vector<Position>& outline : outlines)
+        lines.push_back(line_of(outline, layout));
     return lines;
 }
 

@@ -93,10 +93,15 @@ void place_name(const Sheet& sheet, const Place& place, Pixel at, TextStyle& sty
     }
 }
 
+bool is_inside(const Area& area, const Place& place) {
+    return place.lon > area.west && place.lon < area.east && place.lat > area.south && place.lat < area.north;
+}
+
 }  // namespace
 
 void draw_places(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
     for (const Place& place : sheet.places) {
+        if (!is_inside(sheet.area, place)) continue;
         const Pixel at = layout.to_pixel({place.lon, place.lat});
         const Lettering lettering = lettering_of(place.mark);
         draw_mark(canvas, sheet, place, at);
@@ -110,8 +115,9 @@ void draw_places(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
 }
 
 void draw_rose(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
-    const Pixel middle = layout.to_pixel(sheet.rose);
-    const Pixel north = layout.to_pixel({sheet.rose.lon, sheet.rose.lat + 0.01});
+    if (!sheet.rose) return;
+    const Pixel middle = layout.to_pixel(*sheet.rose);
+    const Pixel north = layout.to_pixel({sheet.rose->lon, sheet.rose->lat + 0.01});
     const double grid_north = std::atan2(north.x - middle.x, middle.y - north.y);
     const double radius = 5.5 * sheet.em;
     const auto at = [&](int bearing, double r) {
@@ -154,6 +160,7 @@ void draw_title(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
         at.y += styles.empty() ? 2.2 * sheet.em : 1.3 * sheet.em;
         styles.push_back(style);
     }
+    if (styles.empty()) return;
     styles.back().face = Typeface::kBold;
     styles.back().colour = sheet.inks.magenta;
     half_width += sheet.em;

@@ -47,9 +47,13 @@ std::vector<Colour> tints() {
 Sheet fiji() {
     Sheet sheet;
     sheet.file = "fiji";
+    sheet.coast = sheet.file;
     sheet.name = "FIJI ISLANDS";
-    sheet.du = 127;
-    sheet.width = 3000;
+    // Across the 180th meridian no projection serves a record: the file names none, its points say it all.
+    sheet.projection.named = false;
+    sheet.projection.central_meridian = 179;
+    sheet.projection.origin_lat = -17.5;
+    sheet.scale = {1100000, 127, 0};
     sheet.bits_per_pixel = 7;
     sheet.em = 28;
     sheet.covered = {176.0, 182.0, -20.0, -15.5};
@@ -82,11 +86,17 @@ Sheet fiji() {
                          "across the 180th meridian",
                          "The blue tints are distance from the coast:",
                          "up to 9.6 nautical miles",
-                         "Pixels linear in longitude and latitude",
+                         "Mercator, 1:1 100 000 at 17°30'S",
                          "Coast: Natural Earth 1:10m (public domain)",
                          "NOT FOR NAVIGATION"};
-    sheet.rose = {177.1, -18.9};
+    sheet.rose = Position{177.1, -18.9};
     sheet.places = kPlaces;
+    sheet.crossings = {60, 60};
+    sheet.notes = {{"Id", "SAMPLE-5"},
+                   {"Source", "Natural Earth 1:10m land"},
+                   {"Country", "FJ"},
+                   {"Depth Units", "NONE"},
+                   {"Datum", "WGS 84"}};
     return sheet;
 }
 

@@ -46,9 +46,13 @@ const std::vector<Place> kPlaces = {
 Sheet gulf_of_maine() {
     Sheet sheet;
     sheet.file = "gulf_of_maine";
+    sheet.coast = sheet.file;
     sheet.name = "GULF OF MAINE";
-    sheet.du = 127;
-    sheet.width = 2400;
+    sheet.projection.kind = Projecting::kPolyconic;
+    sheet.projection.central_meridian = -68.5;
+    sheet.projection.lat_offset = 0.000061;
+    sheet.projection.lon_offset = 0.000524;
+    sheet.scale = {900000, 127, 0};
     sheet.bits_per_pixel = 3;
     sheet.em = 26;
     sheet.covered = {-71.2, -66.0, 41.2, 45.2};
@@ -59,14 +63,16 @@ Sheet gulf_of_maine() {
     sheet.graduation = {30, 30, 10, 2};
     sheet.title.middle = {-70.15, 44.88};
     sheet.title.background = sheet.inks.land;
-    sheet.title.lines = {"GULF OF MAINE",
-                         "The blue tints are distance from the coast:",
-                         "2 and 6 nautical miles",
-                         "Pixels linear in longitude and latitude",
-                         "Coast: Natural Earth 1:10m (public domain)",
-                         "NOT FOR NAVIGATION"};
-    sheet.rose = {-67.2, 42.2};
+    sheet.title.lines = {
+        "GULF OF MAINE",        "The blue tints are distance from the coast:", "2 and 6 nautical miles",
+        "Polyconic, 1:900 000", "Coast: Natural Earth 1:10m (public domain)",  "NOT FOR NAVIGATION"};
+    sheet.rose = Position{-67.2, 42.2};
     sheet.places = kPlaces;
+    sheet.crossings = {60, 60};
+    sheet.vertices_a_parallel = 9;
+    sheet.notes = {{"Id", "SAMPLE-4"},      {"Source", "Natural Earth 1:10m land"},
+                   {"Country", "US, CA"},   {"Province/State", "ME, NH, MA, NB, NS"},
+                   {"Depth Units", "NONE"}, {"Datum", "NAD 1927"}};
     return sheet;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 /// Where on the sheet a position lies.
 namespace samples {
@@ -27,22 +28,42 @@ struct Pixel {
     double y = 0;
 };
 
-/// All that the drawing knows of the chart's projection.
-using PositionToPixel = std::function<Pixel(Position)>;
+enum class Projecting { kMercator = 1, kPolyconic, kTransverseMercator, kLambert };
+
+/// The projection that a sheet is drawn on, as a record of a georeference file sets it up.
+struct Projection {
+    Projecting kind = Projecting::kMercator;
+    bool named = true;            ///< in the georeference file
+    double central_meridian = 0;  ///< degrees
+    double origin_lat = 0;        ///< degrees; a Mercator chart has its scale here
+    double first_parallel = 0;    ///< of Lambert, degrees
+    double second_parallel = 0;
+    double lat_offset = 0;  ///< degrees, from the chart's own frame to that of the projection
+    double lon_offset = 0;
+};
+
+/// How the plane of the projection lies on the sheet.
+struct Scale {
+    int denominator = 1;
+    int du = 254;             ///< pixels an inch
+    double skew_degrees = 0;  ///< by which the sheet lies askew, counter-clockwise
+};
 
 /// How an area lies on a sheet.
 struct Layout {
     Area area;
-    int width = 0;   ///< of the sheet, pixels
-    int height = 0;  ///< of the sheet, pixels
+    int width = 0;   ///< of the area with its margin, pixels
+    int height = 0;  ///< likewise
     double pixels_per_mile = 0;
-    PositionToPixel to_pixel;
+    std::function<Pixel(Position)> to_pixel;
+    std::function<Position(Pixel)> to_position;
 };
 
-/// Pixels linear in longitude and latitude, the scales of both alike at the middle latitude.
+/// Lays an area on a sheet.
 ///
-/// @param width   of the sheet, pixels; its height follows
+/// @param corner  the upper left of the area with its margin
 /// @param margin  pixels around the area
-Layout linear_layout(const Area& area, int width, int margin);
+Layout projected_layout(const Area& area, const Projection& projection, const Scale& scale, Pixel corner,
+                        int margin);
 
 }  // namespace samples

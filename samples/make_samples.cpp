@@ -1,4 +1,4 @@
-// Draws the sample charts and writes them as chart files.
+// Draws the sample charts and writes them as chart files, each with its georeference file.
 
 #include <cstdio>
 #include <cstring>
@@ -16,7 +16,7 @@ void write_chart(const samples::Sheet& sheet, const std::string& output_dir) {
     const samples::Canvas canvas = samples::draw_sheet(sheet, ZELLAP10_COAST_DIR);
     samples::Chart chart;
     chart.name = sheet.name;
-    chart.du = sheet.du;
+    chart.du = sheet.scale.du;
     chart.width = canvas.width();
     chart.height = canvas.height();
     chart.bits_per_pixel = sheet.bits_per_pixel;
@@ -24,9 +24,11 @@ void write_chart(const samples::Sheet& sheet, const std::string& output_dir) {
     chart.draw = [&](int line, unsigned char* pixels) {
         std::memcpy(pixels, canvas.line(line), static_cast<std::size_t>(canvas.width()));
     };
-    const std::string path = output_dir + "/" + sheet.file + ".chart";
+    const std::string stem = output_dir + "/" + sheet.file;
+    const std::string path = stem + ".chart";
     const std::string bytes = samples::chart_bytes(chart);
     samples::write_file(path, bytes);
+    samples::write_file(stem + ".GEO", samples::geo_text(samples::georeference_of(sheet)));
     std::printf("%s: %d x %d pixels, %d bits, %zu bytes\n", path.c_str(), chart.width, chart.height,
                 chart.bits_per_pixel, bytes.size());
 }
@@ -41,7 +43,8 @@ int main(int argc, char** argv) {
     try {
         std::filesystem::create_directories(argv[1]);
         for (const samples::Sheet& sheet :
-             {samples::english_channel(), samples::gulf_of_maine(), samples::fiji()}) {
+             {samples::english_channel(), samples::western_channel(), samples::channel_lambert(),
+              samples::gulf_of_maine(), samples::fiji()}) {
             write_chart(sheet, argv[1]);
         }
     } catch (const std::exception& error) {

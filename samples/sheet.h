@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <samples/canvas.h>
 #include <samples/chart_writer.h>
+#include <samples/geo_writer.h>
 #include <samples/layout.h>
 
 /// What stands on each of the sample charts.
@@ -48,11 +50,19 @@ struct Title {
     std::vector<std::string> lines;
 };
 
+/// Where the reference points stand: in the four corners of the area and at crossings of meridians and
+/// parallels, each moved to the nearest whole pixel.
+struct Crossings {
+    int lon_step = 60;  ///< minutes of arc
+    int lat_step = 60;
+};
+
 struct Sheet {
-    std::string file;  ///< base name of the chart and of its coast file
+    std::string file;   ///< base name of the chart
+    std::string coast;  ///< base name of its coast file
     std::string name;
-    int du = 254;
-    int width = 0;  ///< pixels
+    Projection projection;
+    Scale scale;
     int bits_per_pixel = 4;
     double em = 40;  ///< size of the plain lettering, pixels
     Area covered;    ///< what the coast file covers
@@ -62,15 +72,29 @@ struct Sheet {
     Inks inks;
     Graduation graduation;
     Title title;
-    Position rose;
+    std::optional<Position> rose;
     std::vector<Place> places;
+    Crossings crossings;
+    int vertices_a_parallel = 2;  ///< of the outline, on its northern and southern side
+    std::vector<GeoEntry> notes;  ///< what the georeference file says besides
+    std::vector<Sheet> insets;
+    Position corner;  ///< of an inset: the upper left of its frame on the chart
 };
 
 Sheet english_channel();
+Sheet western_channel();
+Sheet channel_lambert();
 Sheet gulf_of_maine();
 Sheet fiji();
 
+/// Where everything lies on a sheet, and on each of its insets.
+Layout layout_of(const Sheet& sheet);
+std::vector<Layout> inset_layouts_of(const Sheet& sheet, const Layout& layout);
+
 /// The sheet's picture.
 Canvas draw_sheet(const Sheet& sheet, const std::string& coast_dir);
+
+/// What the sheet's georeference file says.
+GeoFile georeference_of(const Sheet& sheet);
 
 }  // namespace samples
