@@ -1,0 +1,179 @@
+// Opens the sample charts that the build has drawn, and finds on their pictures what their georeference files
+// promise.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <zellap10/zellap10.h>
+
+namespace {
+
+struct ChartRow {
+    const char* file;
+    const char* name;
+    int code, wraps, insets, points;
+    int grid_minutes;     // between the lines of its grid
+    PALETTEENTRY grid;    // their colour
+    double most_pixels;   // residual at the points
+    double most_degrees;  // from a pixel there and back, by pwxy of wpxy
+};
+
+constexpr PALETTEENTRY kGrey = {168, 174, 180, 0};
+constexpr PALETTEENTRY kBlueGrey = {150, 160, 172, 0};
+
+// The points of charts with a projection fall on whole pixels, so that only rounding is left, which the fit
+// of a small chart magnifies; the polynomials of the one without come within a hundredth of a pixel of a
+// Mercator drawing. The inverse projections stop at 1e-7 radians or so.
+// clang-format off
+const ChartRow kCharts[] = {
+    // file              name             code wraps insets points grid colour     pixels degrees
+    {"english_channel", "ENGLISH CHANNEL", 1,  0,    1,     18,    30,  kGrey,     1e-3,  1e-8},
+    {"western_channel", "WESTERN CHANNEL", 3,  0,    0,     24,    30,  kGrey,     1e-3,  1e-7},
+    {"channel_lambert", "CHANNEL LAMBERT", 4,  0,    0,     19,    30,  kGrey,     1e-3,  1e-8},
+    {"gulf_of_maine",   "GULF OF MAINE",   2,  0,    0,     24,    30,  kBlueGrey, 1e-3,  1e-8},
+    {"fiji",            "FIJI ISLANDS",    0,  1,    0,     24,    30,  kGrey,     0.01,  3e-5},
+};
+// clang-format on
+const ChartRow kSolent = {"english_channel", "THE SOLENT", 1, 0, 0, 12, 10, kGrey, 1e-3, 1e-8};
+
+constexpr int kSamplesOfLine = 150;
+constexpr double kLeastShare = 0.95;  // of a grid's samples; names, the title and the rose cover up to 0.03
+
+template <class Use>
+void for_each(const CRefPointList& points, Use use) {
+    for (POSITION place = points.GetHeadPosition(); place != nullptr;)
+        use(*points.GetNext(place));
+}
+
+void open(CZellap& chart, const ChartRow& row) {
+    const std::string path = std::string(SAMPLE_CHARTS_DIR) + "/" + row.file + ".chart";
+    ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
+}
+
+// Looks along the meridians and parallels of a record, at the pixels around where its wpxy puts them.
+class Grid {
+public:
+    Grid(CZellap& chart, const CGEORec& record, const ChartRow& row)
+        : chart_(chart), record_(record), row_(row) {
+        GetPaletteEntries(chart.GetPaletteHandle(), 0, 256, palette_);
+        for_each(record.Vertices, [&](const CRefPoint& vertex) {
+            const double lon =
+                record.Wraps180 != 0 && vertex.Longitude > 0 ? vertex.Longitude - 360 : vertex.Longitude;
+            west_ = std::min(west_, lon);
+            east_ = std::max(east_, lon);
+            south_ = std::min(south_, vertex.Latitude);
+            north_ = std::max(north_, vertex.Latitude);
+        });
+    }
+
+    double share_found() {
+        const double step = row_.grid_minutes / 60.0;
+        for (double n = std::floor(west_ / step) + 1; n * step < east_; ++n) {
+            for (int i = 1; i < kSamplesOfLine; ++i)
+                look_at(south_ + (north_ - south_) * i / kSamplesOfLine, n * step);
+        }
+        for (double n = std::floor(south_ / step) + 1; n * step < north_; ++n) {
+            for (int i = 1; i < kSamplesOfLine; ++i)
+                look_at(n * step, west_ + (east_ - west_) * i / kSamplesOfLine);
+        }
+        return looked_ > 0 ? static_cast<double>(found_) / looked_ : 0;
+    }
+
+private:
+    void look_at(double lat, double lon) {
+        double x = 0;
+        double y = 0;
+        record_.wpxy(lon < -180 ? lon + 360 : lon, lat, &x, &y);
+        const int column = static_cast<int>(std::lround(x));
+        const int line = static_cast<int>(std::lround(y));
+        if (is_under_inset(column, line)) return;
+        unsigned char indexes[9] = {};
+        ++looked_;
+        ASSERT_EQ(chart_.getMultiLines(line - 1, 3, column - 1, 3, indexes), 1) << lat << ", " << lon;
+        if (std::any_of(indexes, indexes + 9,
+                        [&](unsigned char index) { return is_grid(palette_[index]); })) {
+            ++found_;
+        }
+    }
+
+    bool is_under_inset(int column, int line) const {
+        for (POSITION place = record_.Insets.GetHeadPosition(); place != nullptr;) {
+            const PixelRect& rect = record_.Insets.GetNext(place)->InsetRect;
+            if (column >= rect.left && column <= rect.right && line >= rect.top && line <= rect.bottom)
+                return true;
+        }
+        return false;
+    }
+
+    bool is_grid(const PALETTEENTRY& colour) const {
+        return colour.peRed == row_.grid.peRed && colour.peGreen == row_.grid.peGreen &&
+               colour.peBlue == row_.grid.peBlue;
+    }
+
+    CZellap& chart_;
+    const CGEORec& record_;
+    const ChartRow& row_;
+    PALETTEENTRY palette_[256] = {};
+    double west_ = 1e9;
+    double east_ = -1e9;
+    double south_ = 1e9;
+    double north_ = -1e9;
+    int looked_ = 0;
+    int found_ = 0;
+};
+
+void expect_record(CZellap& chart, const CGEORec& record, const ChartRow& row) {
+    SCOPED_TRACE(row.name);
+    EXPECT_STREQ(record.Name, row.name);
+    EXPECT_EQ(record.ProjCode, row.code);
+    EXPECT_EQ(record.Wraps180, row.wraps);
+    EXPECT_EQ(record.Insets.GetCount(), row.insets);
+    EXPECT_EQ(record.Points.GetCount(), row.points);
+    for_each(record.Points, [&](const CRefPoint& point) {
+        double x = 0;
+        double y = 0;
+        record.wpxy(point.Longitude, point.Latitude, &x, &y);
+        EXPECT_NEAR(x, point.X, row.most_pixels) << point.Name;
+        EXPECT_NEAR(y, point.Y, row.most_pixels) << point.Name;
+        double lon = 0;
+        double lat = 0;
+        record.pwxy(x, y, &lon, &lat);
+        EXPECT_NEAR(lon, point.Longitude, row.most_degrees) << point.Name;
+        EXPECT_NEAR(lat, point.Latitude, row.most_degrees) << point.Name;
+    });
+    EXPECT_GT(Grid(chart, record, row).share_found(), kLeastShare);
+}
+
+TEST(SampleCharts, ShowTheirGridWhereTheirRecordPutsIt) {
+    for (const ChartRow& row : kCharts) {
+        CZellap chart;
+        open(chart, row);
+        EXPECT_STREQ(chart.ChartName, row.name);
+        expect_record(chart, *chart.GetBaseGeoRec(), row);
+    }
+}
+
+TEST(SampleCharts, ShowTheGridOfAnInsetWhereItsRecordPutsIt) {
+    CZellap chart;
+    open(chart, kSolent);
+    const CList<CGEORec*, CGEORec*>& insets = chart.GetBaseGeoRec()->Insets;
+    ASSERT_EQ(insets.GetCount(), 1);
+    POSITION place = insets.GetHeadPosition();
+    expect_record(chart, *insets.GetNext(place), kSolent);
+}
+
+TEST(SampleCharts, HaveLongitudesOfBothSignsAcrossThe180thMeridian) {
+    CZellap chart;
+    open(chart, kCharts[4]);
+    const CGEORec& record = *chart.GetBaseGeoRec();
+    const double x_of_180 = record.wpx(180, -17);
+    EXPECT_NEAR(record.wpx(-180, -17), x_of_180, 1e-6);
+    EXPECT_NEAR(record.pwx(x_of_180 - 50, 1000), 179.9, 0.01);
+    EXPECT_NEAR(record.pwx(x_of_180 + 50, 1000), -179.9, 0.01);
+}
+
+}  // namespace
