@@ -70,7 +70,9 @@ public:
 
     /// Decodes a rectangle of the picture, line after line with nothing between.
     ///
-    /// @param dest  room for lineCount x colCount bytes; receives a colour index a pixel
+    /// @param firstLine, lineCount  lines of the rectangle
+    /// @param firstCol, colCount    columns of the rectangle
+    /// @param dest                  room for lineCount x colCount bytes; receives a colour index a pixel
     /// @return      1, also for a rectangle without pixels, or 0 for one that is not inside the picture and
     /// for
     ///              an object that is not open; `dest` is then untouched. A run that goes past Width is cut.

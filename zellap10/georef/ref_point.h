@@ -2,18 +2,23 @@
 
 #include <zellap10/platform/platform.h>
 
-/// A point of a georeference record: a pixel, a position and a name. Copying copies all five.
+/// A point of a georeference record: a pixel, a position and a name.
 class ZELLAP10_API CRefPoint {
 public:
     /// No name, all else 0.
     CRefPoint();
 
+    /// @param name                 a text, or null for an empty one
     /// @param x, y                 pixel column and row
     /// @param longitude, latitude  DEGREES, east and north positive
     CRefPoint(const char* name, int x, int y, double longitude, double latitude);
 
+    /// Copies all five fields.
     CRefPoint(const CRefPoint& other);
+
+    /// Copies all five fields; a point assigned to itself stays as it is.
     CRefPoint& operator=(const CRefPoint& other);
+
     virtual ~CRefPoint();
 
     CString Name;            ///< the text of the file's line in front of its "="

@@ -18,17 +18,17 @@
 
 /// One colour: red, green and blue from 0 to 255.
 struct PALETTEENTRY {
-    unsigned char peRed;
-    unsigned char peGreen;
-    unsigned char peBlue;
-    unsigned char peFlags;
+    unsigned char peRed;    ///< red
+    unsigned char peGreen;  ///< green
+    unsigned char peBlue;   ///< blue
+    unsigned char peFlags;  ///< 0
 };
 
 /// What a palette object is made from: palNumEntries colours stand at palPalEntry, in one piece.
 struct LOGPALETTE {
-    unsigned short palVersion;
-    unsigned short palNumEntries;
-    PALETTEENTRY palPalEntry[1];
+    unsigned short palVersion;     ///< 0x300
+    unsigned short palNumEntries;  ///< colours
+    PALETTEENTRY palPalEntry[1];   ///< the first of them
 };
 
 struct PaletteObject;
@@ -54,10 +54,11 @@ ZELLAP10_API unsigned int GetPaletteEntries(HPALETTE palette, unsigned int start
 
 /// A LOGPALETTE with room for 256 colours, laid out as that record is.
 struct LOGPALETTE256 {
-    unsigned short palVersion = 0x300;
-    unsigned short palNumEntries = 0;
-    PALETTEENTRY palPalEntry[256] = {};
+    unsigned short palVersion = 0x300;   ///< 0x300
+    unsigned short palNumEntries = 0;    ///< colours in use
+    PALETTEENTRY palPalEntry[256] = {};  ///< the colours
 
+    /// The record as CreatePalette takes it.
     operator const LOGPALETTE*() const { return reinterpret_cast<const LOGPALETTE*>(this); }
 };
 

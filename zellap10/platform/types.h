@@ -20,13 +20,19 @@
 /// then as it was.
 class ZELLAP10_API CString {
 public:
+    /// An empty text.
     CString() = default;
+
+    /// A copy of a text that a zero ends; null gives an empty one.
     CString(const char* text) : text_(text != nullptr ? text : "") {}
 
+    /// Takes a copy of a text that a zero ends, which may lie in this same object.
     CString& operator=(const char* text) { return *this = CString(text); }
 
     /// Characters in the text, the terminating zero not counted.
     int GetLength() const { return static_cast<int>(text_.size()); }
+
+    /// Whether the text has no character.
     bool IsEmpty() const { return text_.empty(); }
 
     /// Replaces the text by what printf makes of the arguments in the "C" locale, whatever locale the
@@ -37,6 +43,7 @@ public:
     /// The text, ended by a zero; good until the next change of this object.
     operator const char*() const { return text_.c_str(); }
 
+    /// Comparison of the texts, byte by byte.
     friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
     friend bool operator==(const CString& a, const char* b) { return a == CString(b); }
     friend bool operator==(const char* a, const CString& b) { return CString(a) == b; }
@@ -78,13 +85,20 @@ public:
         const std::size_t index = step(place);
         return elements_[index];
     }
+
+    /// The same in a list that is not to be changed.
     const TYPE& GetNext(POSITION& place) const {
         const std::size_t index = step(place);
         return elements_[index];
     }
 
+    /// How many elements there are.
     std::intptr_t GetCount() const { return static_cast<std::intptr_t>(elements_.size()); }
+
+    /// Whether there is none.
     bool IsEmpty() const { return elements_.empty(); }
+
+    /// Takes all elements off the list. What pointers among them point to is not deleted.
     void RemoveAll() { std::vector<TYPE>().swap(elements_); }
 
 private:
@@ -101,6 +115,6 @@ private:
 
 /// A width and a height.
 struct CSize {
-    int cx = 0;
-    int cy = 0;
+    int cx = 0;  ///< width
+    int cy = 0;  ///< height
 };
