@@ -170,7 +170,7 @@ TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
     const std::string bytes = samples::chart_bytes(text_of_size(width, 3), 4, {"\x01", "\x01", "\x01"});
     ASSERT_EQ(chart.open(bytes), 1);
     const auto end = static_cast<std::int32_t>(bytes.size());
-    const std::int32_t outside[] = {end, INT32_MAX, -1};
+    const std::int32_t outside[] = {-1, end, INT32_MAX};
     std::copy(std::begin(outside), std::end(outside), chart.LineOffsets);
     for (int line = 0; line < 3; ++line) {
         SCOPED_TRACE(line);

@@ -206,10 +206,13 @@ TEST(BestOrder, IsTheSmallestErrorThatThePointsAllow) {
 
 TEST(BestOrder, IsTheLowerOfEqualOnesAndNeverNan) {
     const CGEORec record;
-    PointList same(std::vector<PointRow>(12, PointRow{0, 0, 0.0, 0.0}));
+    // Residuals so small that their squares are 0 at every order; only the coefficients tell the orders
+    // apart.
+    PointList tiny(std::vector<PointRow>(12, PointRow{1, 0, 1e-200, 0.0}));
     Fit best;
-    record.FindBestPolyWP(same.list(), best.first, best.second, &best.error);
+    record.FindBestPolyPW(tiny.list(), best.first, best.second, &best.error);
     EXPECT_EQ(best.error, 0.0);
+    EXPECT_NEAR(best.first[0] / 1e-200, 0.5, 1e-12) << "shared by the two terms of order 1 that are not 0";
     PointList odd(std::vector<PointRow>(12, PointRow{1, 2, std::nan(""), 0.0}));
     Fit none;
     record.FindBestPolyPW(odd.list(), none.first, none.second, &none.error);
@@ -258,6 +261,17 @@ TEST(RecordFit, TakesTwoRegionsWhereTheyErrLess) {
     // The overlap is fitted with both halves, so that only the outer rows are met closely.
     EXPECT_NEAR(bent.pwy(500, 1000), 38.25, 0.05);
     EXPECT_NEAR(bent.pwy(500, 0), 40.25, 0.05);
+}
+
+TEST(RecordFit, KeepsOneRegionWhereAHalfHasTooFewPoints) {
+    CGEORec record;
+    for (const int x : {0, 1000}) {
+        for (const int y : {0, 100, 900, 1000}) {
+            record.Points.AddTail(new CRefPoint("", x, y, 10 + 0.002 * x, 40 - 0.001 * std::fabs(y - 500.0)));
+        }
+    }
+    record.solvepoly();
+    EXPECT_EQ(record.pwSplit, kLargest);
 }
 
 TEST(RecordFit, DecidesEachDirectionByItself) {

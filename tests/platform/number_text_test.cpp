@@ -1,4 +1,5 @@
 #include <zellap10/platform/number_text.h>
+#include <zellap10/platform/text_compare.h>
 #include <zellap10/platform/types.h>
 
 #include <gtest/gtest.h>
@@ -98,6 +99,14 @@ TEST(NumberText, IsTheSameInEveryLocale) {
     EXPECT_STREQ(text, "42.50");
     EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the application's own setting is left alone";
     std::setlocale(LC_ALL, "C");
+}
+
+TEST(BeginsWithAnyCase, ComparesLettersAndNothingElse) {
+    using zellap10::platform::begins_with_any_case;
+    EXPECT_TRUE(begins_with_any_case("azAZ09[@", "AZaz09["));
+    EXPECT_FALSE(begins_with_any_case("a", "ab"));
+    EXPECT_FALSE(begins_with_any_case("{@", "[@")) << "as far apart as the two cases of a letter";
+    EXPECT_FALSE(begins_with_any_case("[`", "[@"));
 }
 
 TEST(TextScannerLiteral, NeverPassesTheEnd) {

@@ -86,7 +86,8 @@ int read_binary_part(std::FILE* file, int height, BinaryPart& part) {
 }
 
 void seek_offset(std::FILE* file, std::int32_t offset) {
-    if (offset < 0 || std::fseek(file, offset, SEEK_SET) != 0) std::fseek(file, 0, SEEK_END);
+    if (offset >= 0 && std::fseek(file, offset, SEEK_SET) == 0) return;
+    static_cast<void>(std::fseek(file, 0, SEEK_END));
 }
 
 }  // namespace zellap10::chart

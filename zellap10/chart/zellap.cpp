@@ -78,7 +78,7 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
 
 void CZellap::CloseZellap() {
     if (TextStream.is_open()) TextStream.close();
-    if (ChartFile != nullptr) std::fclose(std::exchange(ChartFile, nullptr));
+    zellap10::chart::File(std::exchange(ChartFile, nullptr)).reset();
     if (PaletteHandle != nullptr) DeleteObject(std::exchange(PaletteHandle, nullptr));
     delete[] std::exchange(LineOffsets, nullptr);
     zellap10::georef::delete_all(BaseRec.Insets);

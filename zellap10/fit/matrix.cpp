@@ -21,7 +21,8 @@ std::size_t count_of(long lower, long upper) {
 }  // namespace
 
 double* new_vector(long lower, long upper) {
-    return new double[count_of(lower, upper) + 1] + 1 - lower;
+    double* elements = new double[count_of(lower, upper) + 1];
+    return elements + 1 - lower;
 }
 
 double** new_matrix(long first_row, long last_row, long first_column, long last_column) {

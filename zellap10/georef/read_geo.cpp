@@ -49,6 +49,7 @@ void fit(CGEORec& record) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): part of the interface
 void CGEORec::ReadGEO(CString path, int infoOnly) {
     std::ifstream stream;
     if (!zellap10::platform::open_for_reading(stream, path)) return;

@@ -103,7 +103,9 @@ public:
 
 private:
     // A place is the element's number, counted from 1, so that it survives the growth of the storage.
-    static POSITION place_of(std::size_t index) { return reinterpret_cast<POSITION>(index + 1); }
+    static POSITION place_of(std::size_t index) {
+        return reinterpret_cast<POSITION>(index + 1);  // NOLINT(performance-no-int-to-ptr): never followed
+    }
     std::size_t step(POSITION& place) const {
         const std::size_t index = reinterpret_cast<std::size_t>(place) - 1;
         place = index + 1 < elements_.size() ? place_of(index + 1) : nullptr;
