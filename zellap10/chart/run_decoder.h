@@ -168,6 +168,7 @@ inline void fill_run(unsigned char* dest, std::size_t length, std::size_t room, 
 /// there is room to spare behind them, and handed on in large pieces.
 class PixelBlock {
 public:
+    // cppcheck-suppress uninitMemberVar ; scratch, of which only what was written is read
     explicit PixelBlock(unsigned char* dest) : dest_(dest) {}
 
     void add(const Run& run) {
