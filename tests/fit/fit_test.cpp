@@ -204,6 +204,16 @@ TEST(BestOrder, IsTheSmallestErrorThatThePointsAllow) {
     }
 }
 
+TEST(BestOrder, IsFoundForWorldToPixelToo) {
+    PointList points(sixteen_points());
+    Fit best;
+    CGEORec().FindBestPolyWP(points.list(), best.first, best.second, &best.error);
+    const Fit first_order = solved(Way::kWp, 1, points);
+    EXPECT_EQ(best.error, first_order.error);
+    EXPECT_EQ(best.first[1], first_order.first[1]);
+    EXPECT_EQ(best.second[2], first_order.second[2]);
+}
+
 TEST(BestOrder, IsTheLowerOfEqualOnesAndNeverNan) {
     const CGEORec record;
     // Residuals so small that their squares are 0 at every order; only the coefficients tell the orders
