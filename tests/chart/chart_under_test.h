@@ -9,8 +9,14 @@
 
 #include "../support/temp_file.h"
 
+/// The folder of a chart's file. A base, so that it goes after the chart: Windows removes no open file.
+class ChartFolder {
+protected:
+    TempFolder folder_;
+};
+
 /// A chart object with its protected operations in reach.
-class ChartUnderTest : public CZellap {
+class ChartUnderTest : private ChartFolder, public CZellap {
 public:
     using CZellap::BuildPal;
     using CZellap::BuildPalIndex;
@@ -19,13 +25,14 @@ public:
 
     ChartUnderTest() = default;
 
-    /// Opens a chart of these bytes, whose file goes with the object.
+    /// Opens a chart of these bytes, in a file of its own, which goes with the object.
     int open(const std::string& bytes, int info_only = 0) {
-        return OpenZellap(folder_.write("chart.cht", bytes).c_str(), info_only);
+        const std::string name = "chart" + std::to_string(++opens_) + ".cht";
+        return OpenZellap(folder_.write(name, bytes).c_str(), info_only);
     }
 
 private:
-    TempFolder folder_;
+    int opens_ = 0;
 };
 
 constexpr unsigned char kUntouched = 0xEE;

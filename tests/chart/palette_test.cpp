@@ -74,7 +74,8 @@ TEST(WidenedPalette, HasItsCount) {
         SCOPED_TRACE(row.name);
         const PaletteOf chart(row.colours);
         EXPECT_EQ(chart.LogPalette.palNumEntries, row.entries);
-        EXPECT_NE(chart.GetPaletteHandle(), nullptr);
+        EXPECT_EQ(GetPaletteEntries(chart.GetPaletteHandle(), 0, 0, nullptr),
+                  static_cast<unsigned>(row.entries));
         if (row.every_cell < 0) continue;
         for (const unsigned char cell : chart.ColourIndex)
             ASSERT_EQ(cell, row.every_cell);

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 #include <vector>
 
 #include <zellap10/georef/geo_record.h>
 #include <zellap10/georef/points.h>
 
+#include "../support/comma_locale.h"
 #include "../support/point_lists.h"
 #include "../support/temp_file.h"
 
@@ -183,10 +183,10 @@ TEST(GeoFile, AddsToWhatIsThere) {
 }
 
 TEST(GeoFile, IsReadAlikeInEveryLocale) {
-    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "the build makes this locale";
+    const CommaLocale locale;
+    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
     const ReadRecord record("Latitude Offset=42.5\nVertex=1.25 2.5\n");
     const CString angle = record.deg2dms(42.123456);
-    std::setlocale(LC_ALL, "C");
     EXPECT_EQ(record.LatitudeOffset, 42.5);
     EXPECT_EQ(elements_of(record.Vertices).at(0)->Longitude, 2.5);
     EXPECT_STREQ(angle, "+042 07 24.44");

@@ -4,16 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
+
+#include "../support/comma_locale.h"
 
 namespace {
 
 using zellap10::platform::number_of;
 using zellap10::platform::TextScanner;
-
-// A locale that writes numbers with a decimal comma.
-constexpr const char* kCommaLocale = "de_DE.UTF-8";
 
 struct IntegerRow {
     const char* name;
@@ -87,8 +85,8 @@ TEST(TextScannerReal, ReadsAsStrtod) {
 }
 
 TEST(NumberText, IsTheSameInEveryLocale) {
-    ASSERT_NE(std::setlocale(LC_ALL, kCommaLocale), nullptr) << "the build makes this locale";
-    EXPECT_STREQ(std::localeconv()->decimal_point, ",");
+    const CommaLocale locale;
+    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
     double value = 0.0;
     TextScanner scanner("42.5,1");
     EXPECT_TRUE(scanner.real(value));
@@ -97,8 +95,7 @@ TEST(NumberText, IsTheSameInEveryLocale) {
     CString text;
     text.Format("%.2f", 42.5);
     EXPECT_STREQ(text, "42.50");
-    EXPECT_STREQ(std::localeconv()->decimal_point, ",") << "the application's own setting is left alone";
-    std::setlocale(LC_ALL, "C");
+    EXPECT_TRUE(locale.is_set()) << "the application's own setting is left alone";
 }
 
 TEST(BeginsWithAnyCase, ComparesLettersAndNothingElse) {

@@ -44,8 +44,8 @@ int read_bits_per_pixel(std::FILE* file) {
     for (std::size_t count; (count = std::fread(block, 1, sizeof block, file)) > 0;) {
         const void* end = std::memchr(block, kEndOfText, count);
         if (end == nullptr) continue;
-        const std::ptrdiff_t behind = static_cast<const unsigned char*>(end) - block + 2;
-        if (std::fseek(file, behind - static_cast<std::ptrdiff_t>(count), SEEK_CUR) != 0) return -1;
+        const auto behind = static_cast<long>(static_cast<const unsigned char*>(end) - block) + 2;
+        if (std::fseek(file, behind - static_cast<long>(count), SEEK_CUR) != 0) return -1;
         return std::getc(file);
     }
     return -1;
