@@ -10,6 +10,11 @@ BUILD_PACKAGES=(g++ cmake ninja-build libpng-dev libcairo2-dev fonts-dejavu-core
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
                libeigen3-dev libtiff-dev)
 
+# And of what builds and runs the tests for another system.
+CROSS_PACKAGES=(cmake ninja-build googletest locales)
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
+ARM64_PACKAGES=(g++-aarch64-linux-gnu qemu-user)
+
 say() { printf '== %s\n' "$*"; }
 
 fail() {
@@ -30,7 +35,7 @@ as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
 need_packages() {
     local package missing=()
     if ! has dpkg-query; then
-        has cmake && has ninja && has c++ || fail "please install what Debian calls: $*"
+        has cmake && has ninja || fail "please install what Debian calls: $*"
         return
     fi
     for package in "$@"; do
