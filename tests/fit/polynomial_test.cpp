@@ -38,6 +38,14 @@ TEST(Polynomial, SumsItsTermsInOrder) {
     }
 }
 
+// (1 + d) (1 - d) is 1 - d*d, which rounds to 1; a multiply-add that rounds only once would leave -d*d.
+TEST(Polynomial, RoundsEachProductByItself) {
+    const CGEORec record;
+    const double d = std::ldexp(1.0, -27);
+    const double coefficients[kTerms] = {-1.0, 1.0 + d};
+    EXPECT_EQ(record.Evaluate(coefficients, 1.0 - d, 0.0), 0.0);
+}
+
 TEST(Regions, ChangeAboveTheSplit) {
     CGEORec record;
     for (const double value : {0.0, -1e308, std::numeric_limits<double>::max()}) {
