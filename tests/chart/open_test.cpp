@@ -132,6 +132,10 @@ TEST(MissingFile, IsRefused) {
         EXPECT_STREQ(chart.Path, missing.c_str());
     }
     EXPECT_EQ(chart.OpenZellap(folder.file("").c_str(), 0), 0) << "a folder";
+    // Each is a device on some system, that would be read without end, and missing on others.
+    for (const char* const device : {"/dev/zero", "NUL", "CON"}) {
+        EXPECT_EQ(chart.OpenZellap(device, 1), 0) << device;
+    }
     EXPECT_EQ(chart.GetDocumentSize().cx, 20);
 }
 

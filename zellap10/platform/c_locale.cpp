@@ -7,8 +7,8 @@ namespace zellap10::platform {
 #if defined(_WIN32)
 
 CLocaleScope::CLocaleScope()
-    : per_thread_before_(_configthreadlocale(_ENABLE_PER_THREAD_LOCALE)),
-      numeric_before_(std::setlocale(LC_NUMERIC, nullptr)) {
+    : numeric_before_(std::setlocale(LC_NUMERIC, nullptr)),
+      per_thread_before_(_configthreadlocale(_ENABLE_PER_THREAD_LOCALE)) {
     std::setlocale(LC_NUMERIC, "C");
 }
 

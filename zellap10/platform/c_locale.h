@@ -19,8 +19,8 @@ public:
 
 private:
 #if defined(_WIN32)
+    std::string numeric_before_;  // first: it may throw, and nothing is changed yet
     int per_thread_before_;
-    std::string numeric_before_;
 #else
     locale_t before_;
 #endif
