@@ -8,10 +8,10 @@ CMAKE_AT_LEAST=3.25
 # benchmarks need besides.
 BUILD_PACKAGES=(g++ cmake ninja-build libpng-dev libcairo2-dev fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
-               libeigen3-dev libtiff-dev)
+               libeigen3-dev libtiff-dev pkgconf)
 
 # And of what builds and runs the tests for another system.
-CROSS_PACKAGES=(cmake ninja-build googletest locales)
+CROSS_PACKAGES=(cmake ninja-build googletest locales pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
 ARM64_PACKAGES=(g++-aarch64-linux-gnu qemu-user)
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <limits>
+#include <cfloat>
 
 #include <zellap10/georef/ref_point.h>
 #include <zellap10/platform/platform.h>
@@ -245,9 +245,8 @@ public:
     CList<CGEORec*, CGEORec*> Insets{10};  ///< of a chart's record: its insets, owned by the chart object
     int Wraps180 = 0;                      ///< 1 for a picture over the 180th meridian
 
-    double pwSplit =
-        std::numeric_limits<double>::max();  ///< last row of region 0; the largest double: one region
-    double wpSplit = std::numeric_limits<double>::max();  ///< last latitude of region 0; likewise
+    double pwSplit = DBL_MAX;    ///< last row of region 0; the largest double: one region
+    double wpSplit = DBL_MAX;    ///< last latitude of region 0; likewise
     double wpxPoly[2][21] = {};  ///< direct mode: longitude and latitude to pixel x, by region
     double wpyPoly[2][21] = {};  ///< longitude and latitude to pixel y
     double pwxPoly[2][21] = {};  ///< pixel to longitude

@@ -7,7 +7,10 @@
 
 #include <zellap10/platform/export.h>
 
-#if defined(__GNUC__) || defined(__clang__)
+#if defined(__MINGW_PRINTF_FORMAT)
+#define ZELLAP10_PRINTF_MEMBER(format_index, first_argument) \
+    __attribute__((format(__MINGW_PRINTF_FORMAT, format_index, first_argument)))
+#elif defined(__GNUC__) || defined(__clang__)
 #define ZELLAP10_PRINTF_MEMBER(format_index, first_argument) \
     __attribute__((format(printf, format_index, first_argument)))
 #else

@@ -1,0 +1,30 @@
+# What cmake --install gives: library, headers, a CMake package and a pkg-config file. The installed tree may be
+# moved as a whole.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zellap10)
+
+install(TARGETS zellap10 EXPORT zellap10 FILE_SET HEADERS)
+# The library needs no other package, so its targets are the whole package.
+install(
+  EXPORT zellap10
+  FILE zellap10Config.cmake
+  NAMESPACE zellap10::
+  DESTINATION ${package_dir})
+write_basic_package_version_file(zellap10ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zellap10ConfigVersion.cmake DESTINATION ${package_dir})
+
+# The pkg-config file names the other folders from its own.
+set(pkg_config_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH zellap10_pc_libdir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH zellap10_pc_includedir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+set(zellap10_pc_libs -lzellap10)
+set(zellap10_pc_cflags)
+if(WIN32)
+  string(APPEND zellap10_pc_libs " -lgdi32")
+endif()
+if(NOT BUILD_SHARED_LIBS)
+  set(zellap10_pc_cflags " -DZELLAP10_STATIC")
+endif()
+configure_file(cmake/zellap10.pc.in zellap10.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zellap10.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
