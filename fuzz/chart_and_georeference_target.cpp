@@ -1,0 +1,62 @@
+#include <string>
+
+#include "chart_checks.h"
+#include "record_checks.h"
+
+// A chart with its georeference through the chart object. An input is 96 bytes of arguments, the chart file,
+// a line of its own that parts the two, and the georeference file.
+
+namespace {
+
+constexpr std::size_t kArguments = 96;
+constexpr char kParting[] = "\n=GEO=\n";
+constexpr std::int64_t kPixelBudget = 100000;
+
+void open_and_check(const std::string& path, bool info_first, fuzz::Input& arguments, fuzz::Kept& kept) {
+    fuzz::Budget budget(kPixelBudget);
+    fuzz::OpenChart chart;
+    const CGEORec* base = chart.GetBaseGeoRec();
+    if (info_first) {
+        fuzz::must(chart.OpenZellap(path.c_str(), 1) == 1, "a file that is there has a header");
+        fuzz::check_refusals(chart, kept);
+        fuzz::check_unfitted_record(*base);
+        fuzz::keep_record(*base, kept);
+        // Without a close here, the next open finds points and fits them while it reads the header.
+    }
+    const int opened = chart.OpenZellap(path.c_str(), 0);
+    fuzz::must(chart.GetBaseGeoRec() == base, "the record stays where it is");
+    fuzz::keep_record(*base, kept);
+    if (opened == 0) {
+        fuzz::check_refusals(chart, kept);
+        fuzz::must(info_first || base->Points.IsEmpty(), "a refused chart leaves its record as it was");
+        return;
+    }
+    fuzz::OwnRecord file;
+    const std::string geo_path = path.substr(0, path.rfind('.')) + ".GEO";
+    file.ReadGEO(geo_path.c_str(), 1);
+    fuzz::check_open_chart(chart, arguments, budget, kept);
+    if (!info_first) fuzz::check_fitted_record(file, *chart.GetBaseGeoRec(), arguments, kept);
+    chart.CloseZellap();
+    fuzz::must(base->Points.IsEmpty() && base->Vertices.IsEmpty() && base->Insets.IsEmpty(),
+               "a close empties the record");
+    fuzz::check_refusals(chart, kept);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    fuzz::Input arguments = input.part(kArguments);
+    const int way = arguments.take<std::uint8_t>();
+    const std::string bytes = input.rest();
+    const std::size_t parting = bytes.find(kParting);
+    const std::string path = fuzz::write_file("both.cht", bytes.substr(0, parting));
+    if (parting != std::string::npos) {
+        fuzz::write_file("both.GEO", bytes.substr(parting + sizeof kParting - 1));
+    } else {
+        fuzz::remove_file("both.GEO");
+    }
+    fuzz::Kept kept;
+    open_and_check(path, (way & 1) != 0, arguments, kept);
+    return 0;
+}

@@ -1,0 +1,279 @@
+#include "chart_checks.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace fuzz {
+
+namespace {
+
+constexpr int kSmallest = std::numeric_limits<int>::min();
+constexpr int kLargest = std::numeric_limits<int>::max();
+constexpr int kWidestLine = 1 << 14;  // wider lines are only read in part
+constexpr int kEndLines = 4;          // lines read at either end of the picture
+
+// A line as seekLine and vNextCRL tell it, cut behind some column.
+struct Line {
+    std::vector<unsigned char> pixels;
+    std::int64_t whole = 0;  // pixels in front of the first run that passes Width
+};
+
+Line line_by_runs(OpenChart& chart, int line, int columns) {
+    Line told;
+    std::int64_t x = 0;
+    bool inside = true;
+    chart.seekLine(line);
+    while (x < columns) {
+        int colour = -1;
+        int length = -1;
+        chart.vNextCRL(&colour, &length);
+        must(length >= 1 && colour >= 0 && colour < 1 << chart.BitsPerPixel, "a run is one of its coding");
+        inside = inside && x + length <= chart.Width;
+        const std::int64_t end = std::min<std::int64_t>(x + length, columns);
+        told.pixels.resize(static_cast<std::size_t>(end), static_cast<unsigned char>(colour));
+        x += length;
+        if (inside) told.whole = x;
+    }
+    return told;
+}
+
+void check_line(OpenChart& chart, int line, Budget& budget, Kept& kept) {
+    const int width = std::max(chart.Width, 0);
+    if (width > kWidestLine || !budget.spend(3 * width)) return;
+    const Line told = line_by_runs(chart, line, width);
+
+    GuardedPixels pixels(static_cast<std::size_t>(width));
+    const int accepted = chart.getLine(line, pixels.data());
+    kept.bytes(pixels.data(), pixels.size());
+    must(accepted == (told.whole == width ? 1 : 0), "getLine refuses just the runs that pass Width");
+    const auto whole = static_cast<std::size_t>(told.whole);
+    must(std::equal(pixels.data(), pixels.data() + whole, told.pixels.begin()), "getLine gives the runs");
+    must(pixels.untouched_from(whole), "getLine writes nothing but its runs");
+
+    GuardedPixels cut(static_cast<std::size_t>(width));
+    must(chart.getMultiLines(line, 1, 0, width, cut.data()) == 1, "a whole line is inside the picture");
+    kept.bytes(cut.data(), cut.size());
+    must(std::equal(cut.data(), cut.data() + cut.size(), told.pixels.begin()),
+         "getMultiLines gives them cut");
+    must(cut.guards_untouched(), "getMultiLines writes nothing else");
+}
+
+struct Rectangle {
+    int line, lines, column, columns;
+};
+
+bool is_inside(const CZellap& chart, const Rectangle& r) {
+    return r.line >= 0 && static_cast<std::int64_t>(r.line) + r.lines <= std::max(chart.Height, 0) &&
+           r.column >= 0 && static_cast<std::int64_t>(r.column) + r.columns <= std::max(chart.Width, 0);
+}
+
+// What it costs to decode a rectangle: each line from its start.
+std::int64_t cost_of(const Rectangle& r) {
+    return std::max<std::int64_t>(r.lines, 0) * (static_cast<std::int64_t>(r.column) + r.columns);
+}
+
+void check_rectangle(OpenChart& chart, const Rectangle& r, Budget& budget, Kept& kept) {
+    if (!is_inside(chart, r)) {
+        GuardedPixels pixels(16);
+        must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 0,
+             "a rectangle outside the picture is refused");
+        must(pixels.untouched_from(0), "a refused rectangle writes nothing");
+        return;
+    }
+    const std::int64_t size = static_cast<std::int64_t>(std::max(r.lines, 0)) * std::max(r.columns, 0);
+    if (size > 0 && !budget.spend(2 * cost_of(r))) return;
+    GuardedPixels pixels(static_cast<std::size_t>(size));
+    must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 1,
+         "a rectangle inside the picture is accepted");
+    kept.bytes(pixels.data(), pixels.size());
+    must(pixels.guards_untouched(), "a rectangle stays inside its room");
+    for (int i = 0; size > 0 && i < r.lines; ++i) {
+        const Line told = line_by_runs(chart, r.line + i, r.column + r.columns);
+        must(std::equal(told.pixels.begin() + r.column, told.pixels.end(),
+                        pixels.data() + static_cast<std::int64_t>(i) * r.columns),
+             "a rectangle gives the pixels of its lines");
+    }
+}
+
+struct Reduction {
+    Rectangle from;
+    int x_factor;
+};
+
+// The cell of the mean colour of a block, from the rectangle's pixels.
+unsigned char reduced_pixel(const CZellap& chart, const Reduction& r, const unsigned char* pixels, int o) {
+    std::int64_t red = 0;
+    std::int64_t green = 0;
+    std::int64_t blue = 0;
+    for (int y = 0; y < r.from.lines; ++y) {
+        for (int x = 0; x < r.x_factor; ++x) {
+            const std::int64_t at =
+                static_cast<std::int64_t>(y) * r.from.columns + static_cast<std::int64_t>(o) * r.x_factor + x;
+            const PALETTEENTRY& colour = chart.LogPalette.palPalEntry[pixels[at]];
+            red += colour.peRed;
+            green += colour.peGreen;
+            blue += colour.peBlue;
+        }
+    }
+    const std::int64_t divisor = static_cast<std::int64_t>(r.x_factor) * r.from.lines * 8;
+    return chart.ColourIndex[(red / divisor * 32 + green / divisor) * 32 + blue / divisor];
+}
+
+void check_reduction(OpenChart& chart, const Reduction& r, Budget& budget, Kept& kept) {
+    const Rectangle& from = r.from;
+    if (r.x_factor < 1 || from.lines < 1 || from.columns < 0 || !is_inside(chart, from)) {
+        GuardedPixels pixels(16);
+        must(
+            chart.getAALine(from.line, from.column, from.columns, pixels.data(), r.x_factor, from.lines) == 0,
+            "a reduction outside the picture is refused");
+        must(pixels.untouched_from(0), "a refused reduction writes nothing");
+        return;
+    }
+    if (!budget.spend(3 * cost_of(from) + 3)) return;
+    const int count = from.columns / r.x_factor;
+    GuardedPixels reduced(static_cast<std::size_t>(count));
+    must(chart.getAALine(from.line, from.column, from.columns, reduced.data(), r.x_factor, from.lines) == 1,
+         "a reduction inside the picture is accepted");
+    kept.bytes(reduced.data(), reduced.size());
+    must(reduced.guards_untouched(), "a reduction stays inside its room");
+    std::vector<unsigned char> pixels(static_cast<std::size_t>(from.lines) *
+                                      static_cast<std::size_t>(from.columns));
+    must(chart.getMultiLines(from.line, from.lines, from.column, from.columns, pixels.data()) == 1,
+         "the rectangle of a reduction can be read");
+    for (int o = 0; o < count; ++o) {
+        must(reduced.data()[o] == reduced_pixel(chart, r, pixels.data(), o),
+             "a reduced pixel is the mean of its block");
+    }
+}
+
+// A range of `limit` columns or lines: its start and its length.
+void draw_range(Input& input, int limit, int& first, int& count) {
+    first = input.around(0, std::max(limit, 0));
+    const int left = first >= 0 && first <= limit ? limit - first : limit;
+    count = input.around(0, left);
+}
+
+Rectangle draw_rectangle(const CZellap& chart, Input& input) {
+    Rectangle r{};
+    draw_range(input, chart.Height, r.line, r.lines);
+    draw_range(input, chart.Width, r.column, r.columns);
+    return r;
+}
+
+void check_colours(const CZellap& chart, Input& input, Kept& kept) {
+    const int count = chart.LogPalette.palNumEntries;
+    const PALETTEENTRY* entries = chart.LogPalette.palPalEntry;
+    must(count <= 256 && count >= chart.HeaderColourCount, "a palette holds the chart's colours");
+    PALETTEENTRY copied[256] = {};
+    const HPALETTE handle = chart.GetPaletteHandle();
+    must(handle != nullptr, "an open chart has a palette object");
+    must(count == 0 || GetPaletteEntries(handle, 0, 256, copied) == static_cast<unsigned>(count),
+         "the palette object has the entries of the palette");
+    for (int i = 0; i < count; ++i) {
+        const PALETTEENTRY& of = i < chart.HeaderColourCount ? chart.HeaderColours[i] : copied[i];
+        must(entries[i].peRed == of.peRed && entries[i].peGreen == of.peGreen &&
+                 entries[i].peBlue == of.peBlue && entries[i].peFlags == 0,
+             "entries are the chart's colours, then those of the palette object");
+        must(i < chart.HeaderColourCount || ((of.peRed | of.peGreen | of.peBlue) & 7) == 0,
+             "added colours have no low bits");
+    }
+    kept.bytes(copied, sizeof copied);
+    kept.bytes(chart.ColourIndex, sizeof chart.ColourIndex);
+
+    for (int i = 0; i < 8; ++i) {
+        const int cell = input.take<std::uint16_t>() & 0x7FFF;
+        const int target[] = {(cell >> 10) * 8, (cell >> 5 & 31) * 8, (cell & 31) * 8};
+        int best = 0;
+        int least = kLargest;
+        for (int k = 1; k < count; ++k) {
+            const int red = entries[k].peRed - target[0];
+            const int green = entries[k].peGreen - target[1];
+            const int blue = entries[k].peBlue - target[2];
+            const int distance = red * red + green * green + blue * blue;
+            if (distance < least) {
+                least = distance;
+                best = k;
+            }
+        }
+        must(chart.ColourIndex[cell] == best, "a cell holds the nearest entry");
+    }
+}
+
+void check_refused_lines(OpenChart& chart) {
+    for (const int line : {-1, chart.Height, kSmallest, kLargest}) {
+        if (line >= 0 && line < chart.Height) continue;
+        GuardedPixels pixels(16);
+        must(chart.getLine(line, pixels.data()) == 0, "a line outside the picture is refused");
+        must(pixels.untouched_from(0), "a refused line writes nothing");
+    }
+}
+
+}  // namespace
+
+void keep_header(const CZellap& chart, Kept& kept) {
+    kept.bytes(chart.ChartName, sizeof chart.ChartName);
+    must(chart.ChartName[sizeof chart.ChartName - 1] == '\0', "a name is ended");
+    kept.add(chart.DU);
+    kept.add(chart.GetDocumentSize().cx);
+    kept.add(chart.GetDocumentSize().cy);
+    kept.bytes(chart.HeaderColours, sizeof chart.HeaderColours);
+    must(chart.HeaderColourCount >= 0 && chart.HeaderColourCount <= 256, "colours fit their table");
+    must(!chart.TextStream.is_open(), "the text is closed behind an open");
+}
+
+void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept) {
+    keep_header(chart, kept);
+    must(chart.BitsPerPixel >= 1 && chart.BitsPerPixel <= 7, "bits per pixel are in range");
+    must(chart.LineCount == std::max(chart.Height, 0), "the line table has the picture's lines");
+    kept.bytes(chart.LineOffsets, (static_cast<std::size_t>(chart.LineCount) + 1) * sizeof(std::int32_t));
+    check_colours(chart, input, kept);
+    check_refused_lines(chart);
+    for (int i = 0; i < std::min(chart.LineCount, kEndLines); ++i) {
+        check_line(chart, i, budget, kept);
+        check_line(chart, chart.LineCount - 1 - i, budget, kept);
+    }
+    for (int i = 0; i < 3; ++i)
+        check_rectangle(chart, draw_rectangle(chart, input), budget, kept);
+    for (int i = 0; i < 3; ++i) {
+        const Rectangle from = draw_rectangle(chart, input);
+        check_reduction(chart, {from, input.around(1, 12)}, budget, kept);
+    }
+    // Any line number will do here: the nearest line is taken.
+    chart.seekLine(input.take<std::int32_t>());
+    int colour = 0;
+    int length = 0;
+    chart.vNextCRL(&colour, &length);
+    kept.add(colour);
+    kept.add(length);
+}
+
+void check_refusals(OpenChart& chart, Kept& kept) {
+    keep_header(chart, kept);
+    must(chart.ChartFile == nullptr && chart.LineOffsets == nullptr, "what is not open holds no file");
+    GuardedPixels pixels(16);
+    int colour = 41;
+    int length = 42;
+    must(chart.getLine(0, pixels.data()) == 0 && chart.getMultiLines(0, 1, 0, 1, pixels.data()) == 0 &&
+             chart.getAALine(0, 0, 1, pixels.data(), 1, 1) == 0,
+         "what is not open gives no pixels");
+    chart.seekLine(0);
+    chart.vNextCRL(&colour, &length);
+    must(pixels.untouched_from(0) && colour == 41 && length == 42, "what is not open writes nothing");
+}
+
+void read_changed_chart(OpenChart& chart, Budget& budget, Kept& kept) {
+    const int width = std::clamp(chart.Width, 0, kWidestLine);
+    for (int line = 0; line < std::min(chart.LineCount, kEndLines); ++line) {
+        if (!budget.spend(2 * width)) return;
+        GuardedPixels pixels(static_cast<std::size_t>(width));
+        must(chart.getMultiLines(line, 1, 0, width, pixels.data()) == 1,
+             "a changed file refuses no rectangle");
+        kept.bytes(pixels.data(), pixels.size());
+        must(pixels.guards_untouched(), "a changed file stays inside its room");
+        if (width == chart.Width) chart.getLine(line, pixels.data());
+        must(pixels.guards_untouched(), "a line of a changed file stays inside its room");
+    }
+}
+
+}  // namespace fuzz

@@ -1,0 +1,64 @@
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include <samples/chart_writer.h>
+
+#include "chart_checks.h"
+
+// Chart files without a georeference. An input is 96 bytes of arguments and then the file; a bit of the first
+// byte has a line table put behind it, since hardly any change of a file leaves its table where it was.
+
+namespace {
+
+constexpr std::size_t kArguments = 96;
+constexpr std::int64_t kPixelBudget = 400000;
+
+// Up to 64 lines, which share what stands behind the text.
+std::string with_line_table(std::string bytes) {
+    const std::size_t first = std::min(bytes.find('\x1A'), bytes.size());
+    const std::size_t table = bytes.size();
+    const std::size_t step = (table - first) / 64 + 1;
+    for (std::size_t i = 0; i < 64; ++i) {
+        samples::append_offset(bytes, static_cast<std::uint32_t>(std::min(first + 3 + i * step, table)));
+    }
+    samples::append_offset(bytes, static_cast<std::uint32_t>(table));
+    return bytes;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    fuzz::Input arguments = input.part(kArguments);
+    const int way = arguments.take<std::uint8_t>();
+    const std::string bytes = (way & 1) != 0 ? with_line_table(input.rest()) : input.rest();
+    const std::string path = fuzz::write_file("input.cht", bytes);
+    const bool info_only = (way & 14) == 2;
+    const bool changes = (way & 48) == 16;
+    const bool opens_again = (way & 192) == 64;
+
+    fuzz::Kept kept;
+    fuzz::Budget budget(kPixelBudget);
+    fuzz::OpenChart chart;
+    const int opened = chart.OpenZellap(path.c_str(), info_only ? 1 : 0);
+    if (opened == 0 || info_only) {
+        fuzz::must(opened == 1 || !info_only, "a file that is there has a header");
+        fuzz::check_refusals(chart, kept);
+        return 0;
+    }
+    fuzz::check_open_chart(chart, arguments, budget, kept);
+    if (changes) {
+        std::error_code ignored;
+        std::filesystem::resize_file(path, arguments.take<std::uint16_t>() % (bytes.size() + 1), ignored);
+        fuzz::read_changed_chart(chart, budget, kept);
+    }
+    chart.CloseZellap();
+    fuzz::check_refusals(chart, kept);
+    if (opens_again) {
+        // What the file is by now may be refused.
+        if (chart.OpenZellap(path.c_str(), 0) == 1) fuzz::check_open_chart(chart, arguments, budget, kept);
+    }
+    return 0;
+}

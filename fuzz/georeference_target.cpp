@@ -1,0 +1,30 @@
+#include <string>
+
+#include "record_checks.h"
+
+// Georeference files by themselves, with the fit and all conversions. An input is 96 bytes of arguments and
+// then the file.
+
+namespace {
+
+constexpr std::size_t kArguments = 96;
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    fuzz::Input arguments = input.part(kArguments);
+    const std::string path = fuzz::write_file("input.GEO", input.rest());
+
+    fuzz::Kept kept;
+    fuzz::OwnRecord file;
+    file.ReadGEO(path.c_str(), 1);
+    fuzz::check_unfitted_record(file);
+    fuzz::keep_record(file, kept);
+
+    fuzz::OwnRecord fitted;
+    fitted.ReadGEO(path.c_str(), 0);
+    fuzz::keep_record(fitted, kept);
+    fuzz::check_fitted_record(file, fitted, arguments, kept);
+    return 0;
+}

@@ -1,0 +1,195 @@
+#include <cstdint>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <samples/chart_writer.h>
+
+// Writes the inputs that the fuzz targets start from: a folder for each target.
+
+namespace {
+
+using samples::Chart;
+
+const std::string kNoArguments(96, '\0');
+
+// Arguments that differ from byte to byte, behind the first byte, which chooses the way of a target.
+std::string arguments(int way, unsigned start) {
+    std::string bytes(1, static_cast<char>(way));
+    for (unsigned number = start; bytes.size() < 96; number = number * 1664525 + 1013904223)
+        bytes.push_back(static_cast<char>(number >> 24));
+    return bytes;
+}
+
+Chart picture(int width, int height, int bits_per_pixel, int colours) {
+    Chart chart;
+    chart.width = width;
+    chart.height = height;
+    chart.bits_per_pixel = bits_per_pixel;
+    for (int i = 1; i <= colours; ++i)
+        chart.colours.push_back({i * 37 % 256, i * 101 % 256, i * 199 % 256});
+    chart.draw = [width, bits_per_pixel](int line, unsigned char* pixels) {
+        for (int x = 0; x < width; ++x) {
+            const int run = 1 + line * 3 % 17;
+            pixels[x] = static_cast<unsigned char>((x / run + line) % (1 << bits_per_pixel));
+        }
+    };
+    return chart;
+}
+
+struct NamedChart {
+    const char* name;
+    std::string bytes;
+};
+
+std::vector<NamedChart> charts() {
+    Chart liberal = picture(200, 9, 3, 5);
+    liberal.liberties.reversed_lines = true;
+    liberal.liberties.gap_bytes = 2;
+    liberal.liberties.number_bytes = 3;
+    liberal.liberties.padding_bytes = 1;
+    liberal.liberties.longest_run = 5;
+    liberal.liberties.line_end = "\n";
+    const std::string continued =
+        "NOS/NA=HAR\r\n    BOUR\r\n    RA= 0 , 0 , 40 , 2\r\n    DU=254\r\nRGB/300,300,-1,7\r\nRGB/5,1\r\n";
+    const std::string wide = "NOS/RA=0,0,2147483647,1\r\nRGB/255,1,2,3\r\n";
+    return {
+        {"small", samples::chart_bytes(picture(20, 2, 4, 2))},
+        {"one_bit", samples::chart_bytes(picture(33, 5, 1, 1))},
+        {"seven_bits", samples::chart_bytes(picture(64, 4, 7, 127))},
+        {"liberal", samples::chart_bytes(liberal)},
+        {"many_lines", samples::chart_bytes(picture(16, 60, 4, 15))},
+        {"no_lines", samples::chart_bytes("NOS/RA=0,0,20,0\r\n", 4, {})},
+        {"continued", samples::chart_bytes(continued, 4, {std::string("\x01\x90\x27", 3), "\x02\x07"})},
+        {"widest", samples::chart_bytes(wide, 4, {std::string("\x01\x8F\xFF\xFF\xFF\x7F", 6)})},
+        {"past_width", samples::chart_bytes("NOS/RA=0,0,5,1\r\n", 4, {std::string("\x01\x03\x07", 3)})},
+        {"text_only", "NOS/NA=X,RA=0,0,1,1\r\n"},
+    };
+}
+
+struct NamedText {
+    const char* name;
+    std::string text;
+};
+
+// Points on a grid of `side` by `side` over a picture of 9000 by 9000 pixels.
+std::string grid(int side, double west, double north) {
+    std::string text;
+    for (int i = 0; i < side * side; ++i) {
+        const int x = i % side * (9000 / side);
+        const int y = i / side * (9000 / side);
+        double longitude = west + 0.00012 * x;
+        if (longitude > 180.0) longitude -= 360.0;
+        text += "Point" + std::to_string(i + 1) + "=" + std::to_string(longitude) + " " +
+                std::to_string(north - 0.00009 * y) + " " + std::to_string(y) + " " + std::to_string(x) +
+                "\r\n";
+    }
+    return text;
+}
+
+std::vector<NamedText> georeferences() {
+    const std::string vertices = "Number of Vertices=2\r\nVertex1=42.0 -70.0\r\nVertex2=41.2 -68.9\r\n";
+    std::string all_texts;
+    for (const char* key : {"Bitmap",
+                            "Name",
+                            "Scale",
+                            "Order",
+                            "Id",
+                            "Type",
+                            "Source",
+                            "Source Edition",
+                            "Country",
+                            "Province/State",
+                            "Date Published",
+                            "Last Update",
+                            "Magnetic Declination Date",
+                            "Magnetic Declination",
+                            "Magnetic Declination Change",
+                            "Depth Units",
+                            "Sounding Datum",
+                            "Projection",
+                            "PP",
+                            "P1",
+                            "P2",
+                            "P3",
+                            "P4",
+                            "P5",
+                            "P6",
+                            "Skew Angle",
+                            "Resolution",
+                            "Datum",
+                            "Latitude Offset",
+                            "Longitude Offset",
+                            "UL Latitude",
+                            "UL Longitude",
+                            "LR Latitude",
+                            "LR Longitude"}) {
+        all_texts += std::string(key) + "=1\n";
+    }
+    return {
+        {"direct_one_region", grid(3, -70, 42) + vertices},
+        {"direct_two_regions", grid(5, -70, 42) + vertices},
+        {"over_180", grid(4, 179.5, -17) + "Vertex1=-17.2 179.9\nVertex2=-17.3 -179.9\n"},
+        {"mercator", "Projection=MERCATOR\nPP=-69.5\nLatitude Offset=0.0002\n" + vertices + grid(2, -70, 42)},
+        {"polyconic", "Projection=Polyconic\nP1=42\n" + vertices + grid(2, -70, 42)},
+        {"utm", "Projection=UTM ZONE 19\n" + vertices + grid(2, -70, 42)},
+        {"lambert", "Projection=LAMBERT\nP5=41.3\nP6=41.8\n" + vertices + grid(2, -70, 42)},
+        {"insets", vertices + grid(2, -70, 42) + "[Inset 1]\nName=Harbour\n" + grid(2, -69, 41) +
+                       "[Inset 2]\nProjection=MERCATOR\n" + grid(2, -69, 41) + vertices},
+        {"all_texts", all_texts},
+        {"odd_numbers",
+         "Point=inf -inf 0 1\nPoint=nan 1 0 0\nPoint=1e308 -1e308 9 9\nPoint=0x1p4 1e-320 1 2\n"
+         "Point=1 1 2147483648 -2147483649\nVertex=nan inf\n"},
+    };
+}
+
+// A byte that names a call and arguments of all kinds behind it.
+std::string calls(int call) {
+    return std::string(1, static_cast<char>(call)) + arguments(0, static_cast<unsigned>(call) + 1).substr(1);
+}
+
+void write(const std::filesystem::path& folder, const std::string& name, const std::string& bytes) {
+    std::filesystem::create_directories(folder);
+    samples::write_file((folder / name).string(), bytes);
+}
+
+void write_all(const std::filesystem::path& root) {
+    unsigned start = 1;
+    for (const NamedChart& chart : charts()) {
+        write(root / "chart", chart.name, arguments(64 | 16, ++start) + chart.bytes);
+        write(root / "chart", std::string(chart.name) + "_info", arguments(2, ++start) + chart.bytes);
+        write(root / "chart", std::string(chart.name) + "_table", arguments(1, ++start) + chart.bytes);
+    }
+    const std::string chart = charts().front().bytes;
+    for (const NamedText& text : georeferences()) {
+        write(root / "georeference", text.name, arguments(0, ++start) + text.text);
+        for (const int way : {0, 1}) {
+            write(root / "chart_and_georeference", text.name + std::string(way == 0 ? "" : "_twice"),
+                  arguments(way, ++start) + chart + "\n=GEO=\n" + text.text);
+        }
+    }
+    for (int call = 0; call < 8; ++call)
+        write(root / "numeric", "call_" + std::to_string(call), calls(call));
+    for (const char* target : {"chart", "georeference", "chart_and_georeference", "numeric"}) {
+        write(root / target, "empty", "");
+        write(root / target, "zeros", kNoArguments);
+    }
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        std::fprintf(stderr, "usage: make_seeds FOLDER\n");
+        return 2;
+    }
+    try {
+        write_all(arguments[1]);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "make_seeds: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,275 @@
+#include "record_checks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace fuzz {
+
+namespace {
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+constexpr CString CGEORec::*kTexts[] = {&CGEORec::Bitmap,
+                                        &CGEORec::Name,
+                                        &CGEORec::Scale,
+                                        &CGEORec::Order,
+                                        &CGEORec::Id,
+                                        &CGEORec::Type,
+                                        &CGEORec::Source,
+                                        &CGEORec::SourceEdition,
+                                        &CGEORec::Country,
+                                        &CGEORec::ProvinceState,
+                                        &CGEORec::DatePublished,
+                                        &CGEORec::LastUpdate,
+                                        &CGEORec::MagDeclinationDate,
+                                        &CGEORec::MagDeclination,
+                                        &CGEORec::MagDeclinationChange,
+                                        &CGEORec::ULLatitude,
+                                        &CGEORec::ULLongitude,
+                                        &CGEORec::LRLatitude,
+                                        &CGEORec::LRLongitude,
+                                        &CGEORec::DepthUnits,
+                                        &CGEORec::SoundingDatum,
+                                        &CGEORec::Projection,
+                                        &CGEORec::PP,
+                                        &CGEORec::P1,
+                                        &CGEORec::P2,
+                                        &CGEORec::P3,
+                                        &CGEORec::P4,
+                                        &CGEORec::P5,
+                                        &CGEORec::P6,
+                                        &CGEORec::Resolution,
+                                        &CGEORec::Datum};
+
+constexpr double CGEORec::*kNumbers[] = {
+    &CGEORec::SkewAngle, &CGEORec::LatitudeOffset, &CGEORec::LongitudeOffset, &CGEORec::pwSplit,
+    &CGEORec::wpSplit,   &CGEORec::MinLat,         &CGEORec::MeanLat,         &CGEORec::MaxLat,
+    &CGEORec::MinLon,    &CGEORec::MeanLon,        &CGEORec::MaxLon};
+
+template <class Element>
+std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
+    std::vector<Element*> elements;
+    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
+        elements.push_back(list.GetNext(place));
+    return elements;
+}
+
+void keep_points(const CRefPointList& points, Kept& kept) {
+    for (const CRefPoint* point : elements_of(points)) {
+        kept.text(point->Name);
+        kept.add(point->X);
+        kept.add(point->Y);
+        kept.add(point->Longitude);
+        kept.add(point->Latitude);
+    }
+}
+
+// All that a fit sets, in one row of numbers.
+std::vector<double> transforms_of(const CGEORec& record) {
+    std::vector<double> all{static_cast<double>(record.Wraps180), static_cast<double>(record.ProjCode),
+                            record.pwSplit, record.wpSplit};
+    const auto add = [&all](const double* from, std::size_t count) {
+        all.insert(all.end(), from, from + count);
+    };
+    for (const auto* regions : {&record.wpxPoly, &record.wpyPoly, &record.pwxPoly, &record.pwyPoly}) {
+        add((*regions)[0], 21);
+        add((*regions)[1], 21);
+    }
+    for (const auto* affine : {&record.wpxAffine, &record.wpyAffine, &record.pwxAffine, &record.pwyAffine}) {
+        add(*affine, 21);
+    }
+    return all;
+}
+
+bool same_transforms(const std::vector<double>& a, const std::vector<double>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
+}
+
+// Points are as the file has them, but for what a turn down and up again does to longitudes.
+void check_points(const CRefPointList& file, const CRefPointList& fitted, bool wraps) {
+    const auto before = elements_of(file);
+    const auto after = elements_of(fitted);
+    must(before.size() == after.size(), "a fit keeps the number of points");
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const CRefPoint& is = *after[i];
+        double longitude = before[i]->Longitude;
+        if (wraps && longitude > 0.0) longitude -= 360.0;
+        if (wraps && longitude < -180.0) longitude += 360.0;
+        must(is.X == before[i]->X && is.Y == before[i]->Y && same(is.Latitude, before[i]->Latitude) &&
+                 same(is.Longitude, longitude) && is.Name == before[i]->Name,
+             "a fit leaves points as they were");
+    }
+}
+
+int whole(double number) {
+    if (!(number > -2147483648.0)) return number != number ? 0 : std::numeric_limits<int>::min();
+    return number >= 2147483647.0 ? std::numeric_limits<int>::max() : static_cast<int>(number);
+}
+
+void check_vertices(const CRefPointList& file, const CGEORec& fitted) {
+    const auto before = elements_of(file);
+    const auto after = elements_of(fitted.Vertices);
+    must(before.size() == after.size(), "a fit keeps the number of vertices");
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const CRefPoint& is = *after[i];
+        must(same(is.Longitude, before[i]->Longitude) && same(is.Latitude, before[i]->Latitude),
+             "a fit leaves the positions of vertices as they were");
+        double x = 0.0;
+        double y = 0.0;
+        fitted.wpxy(is.Longitude, is.Latitude, &x, &y);
+        must(is.X == whole(x) && is.Y == whole(y), "a vertex has the pixel of its position");
+    }
+}
+
+void check_inset_rect(const CGEORec& inset) {
+    const PixelRect& rect = inset.InsetRect;
+    const auto points = elements_of(inset.Points);
+    if (points.empty()) {
+        must(rect.left == 0 && rect.top == 0 && rect.right == 0 && rect.bottom == 0,
+             "an inset without points has no pixels");
+    }
+    for (const CRefPoint* point : points) {
+        must(rect.left <= point->X && point->X <= rect.right && rect.top <= point->Y &&
+                 point->Y <= rect.bottom,
+             "an inset holds its points");
+    }
+}
+
+void check_modes(const CGEORec& record) {
+    must(record.Wraps180 == 0 || record.Wraps180 == 1, "a record wraps or does not");
+    must(record.ProjCode >= 0 && record.ProjCode <= 4, "a projection is known");
+    must(record.Wraps180 == 0 || record.ProjCode == 0, "a record over the 180th meridian has no projection");
+    const std::vector<double> all = transforms_of(record);
+    const bool direct = record.ProjCode == 0;
+    // The first four are no coefficients; the polynomials are 168 and the affine ones 84.
+    const auto first = all.begin() + 4 + (direct ? 168 : 0);
+    const auto last = direct ? all.end() : all.begin() + 4 + 168;
+    must(std::all_of(first, last, [](double number) { return number == 0.0; }),
+         "a fit fills the transforms of its own mode");
+    for (const double number : all) {
+        must(!direct || number == number, "a fit that is no number is not taken");
+    }
+}
+
+void convert(const CGEORec& record, Input& input, Kept& kept) {
+    for (int i = 0; i < 3; ++i) {
+        const double a = input.real();
+        const double b = input.real();
+        double longitude = 0.0;
+        double latitude = 0.0;
+        record.pwxy(a, b, &longitude, &latitude);
+        must(same(longitude, record.pwx(a, b)) && same(latitude, record.pwy(a, b)), "pwx and pwy are pwxy's");
+        must(record.SelectPWpoly(a, b) == (b > record.pwSplit ? 1 : 0), "a row is in its region");
+        double x = 0.0;
+        double y = 0.0;
+        record.wpxy(a, b, &x, &y);
+        must(same(x, record.wpx(a, b)) && same(y, record.wpy(a, b)), "wpx and wpy are wpxy's");
+        must(record.SelectWPpoly(a, b) == (b > record.wpSplit ? 1 : 0), "a latitude is in its region");
+        double easting = 0.25;
+        double northing = 0.25;
+        record.ProjFwd(a, b, &easting, &northing);
+        must(record.ProjCode != 0 || (easting == 0.25 && northing == 0.25), "no projection gives no plane");
+        double back[4] = {0.25, 0.25, 0.25, 0.25};
+        record.ProjInv(easting, northing, &back[0], &back[1]);
+        record.ProjInvWGS84(a, b, &back[2], &back[3]);
+        for (const double number : {longitude, latitude, x, y, easting, northing}) {
+            kept.add(number);
+            kept.text(record.deg2dms(number));
+        }
+        kept.bytes(back, sizeof back);
+    }
+}
+
+// The fits and the split by themselves, which keep nothing in the record.
+void check_fits(CGEORec& record, Input& input, Kept& kept) {
+    const int order = input.around(-1, 6);
+    double first[21] = {};
+    double second[21] = {};
+    double error = -1.0;
+    record.SolveSVDpw(order, &record.Points, first, second, &error);
+    must(!(error < 0.0), "an error is a sum of squares");
+    record.SolveSVDwp(order, &record.Points, first, second, &error);
+    must(!(error < 0.0), "an error is a sum of squares");
+    kept.bytes(first, sizeof first);
+    kept.bytes(second, sizeof second);
+    kept.add(error);
+
+    CRefPointList low;
+    CRefPointList high;
+    double split = 0.0;
+    record.SplitListNSpw(&record.Points, &low, &high, &split);
+    const auto low_points = elements_of(low);
+    const auto high_points = elements_of(high);
+    kept.add(split);
+    for (const CRefPoint* point : elements_of(record.Points)) {
+        const bool is_low = std::count(low_points.begin(), low_points.end(), point) > 0;
+        const bool is_high = std::count(high_points.begin(), high_points.end(), point) > 0;
+        must(low_points.empty() || is_low || is_high, "each point is in a half");
+    }
+}
+
+void check_one(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
+    for (const auto text : kTexts)
+        must(file.*text == fitted.*text, "a fit leaves texts as they were");
+    check_points(file.Points, fitted.Points, fitted.Wraps180 != 0);
+    check_vertices(file.Vertices, fitted);
+    check_modes(fitted);
+    convert(fitted, input, kept);
+    if (file.Points.GetCount() <= 400) check_fits(fitted, input, kept);
+
+    const std::vector<double> before = transforms_of(fitted);
+    const bool wraps = fitted.Wraps180 != 0;
+    if (fitted.Points.GetCount() > 400) return;
+    fitted.solvepoly();
+    kept.add(fitted.pwSplit);
+    // Longitudes that went down a turn and up again may differ in their last place, which another fit sees.
+    must(wraps || same_transforms(before, transforms_of(fitted)), "a fit of the same points is the same");
+}
+
+}  // namespace
+
+OwnRecord::~OwnRecord() {
+    for (const CGEORec* inset : elements_of(Insets))
+        delete inset;
+    Insets.RemoveAll();
+}
+
+void keep_record(const CGEORec& record, Kept& kept) {
+    for (const auto text : kTexts)
+        kept.text(record.*text);
+    for (const auto number : kNumbers)
+        kept.add(record.*number);
+    for (const double number : transforms_of(record))
+        kept.add(number);
+    kept.bytes(&record.ProjParms, sizeof record.ProjParms);
+    kept.bytes(&record.InsetRect, sizeof record.InsetRect);
+    keep_points(record.Points, kept);
+    keep_points(record.Vertices, kept);
+    for (const CGEORec* inset : elements_of(record.Insets))
+        keep_record(*inset, kept);
+}
+
+void check_unfitted_record(const CGEORec& record) {
+    const std::vector<double> all = transforms_of(record);
+    must(record.pwSplit == kLargest && record.wpSplit == kLargest, "what is not fitted has one region");
+    must(std::all_of(all.begin() + 4, all.end(), [](double number) { return number == 0.0; }),
+         "what is not fitted has no transforms");
+    for (const CRefPoint* vertex : elements_of(record.Vertices))
+        must(vertex->X == 0 && vertex->Y == 0, "what is not fitted gives no pixels");
+}
+
+void check_fitted_record(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
+    check_one(file, fitted, input, kept);
+    const auto before = elements_of(file.Insets);
+    const auto after = elements_of(fitted.Insets);
+    must(before.size() == after.size(), "a fit keeps the insets");
+    // Many insets are alike; the first few of a file stand for the rest.
+    for (std::size_t i = 0; i < std::min<std::size_t>(before.size(), 8); ++i) {
+        check_inset_rect(*after[i]);
+        check_one(*before[i], *after[i], input, kept);
+    }
+}
+
+}  // namespace fuzz
