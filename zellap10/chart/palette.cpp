@@ -87,19 +87,22 @@ bool add_between_pairs(LOGPALETTE256& palette, Measured& measured, int threshold
 void CZellap::BuildPal() {
     // The count can be reached from outside; the tables end at 256.
     const int count = std::clamp(HeaderColourCount, 0, kLargestPalette);
+    // A copy, so that memory that runs out leaves the palette in use; entries beyond the new ones stay.
+    LOGPALETTE256 palette = LogPalette;
     Measured measured;
     for (int i = 0; i < count; ++i) {
         const PALETTEENTRY& colour = HeaderColours[i];
-        LogPalette.palPalEntry[i] = {colour.peRed, colour.peGreen, colour.peBlue, 0};
+        palette.palPalEntry[i] = {colour.peRed, colour.peGreen, colour.peBlue, 0};
         // Entry 0 stays in the palette but is never measured against.
         if (i > 0) measured.set(i, colour);
     }
-    LogPalette.palNumEntries = static_cast<unsigned short>(count);
+    palette.palNumEntries = static_cast<unsigned short>(count);
 
     bool room = count < kLargestPalette;
     for (int threshold = kFirstThreshold; room && threshold > kLastThreshold;) {
         threshold /= 2;
-        room = add_between_pairs(LogPalette, measured, threshold);
+        room = add_between_pairs(palette, measured, threshold);
     }
-    PaletteHandle = CreatePalette(LogPalette);
+    PaletteHandle = CreatePalette(palette);
+    LogPalette = palette;
 }

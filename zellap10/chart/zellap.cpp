@@ -1,6 +1,7 @@
 #include <zellap10/chart/zellap.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -25,6 +26,31 @@ public:
 private:
     std::ifstream& stream_;
     bool open_;
+};
+
+// Takes what is added to a list off again when it goes, and deletes it, unless it is kept.
+template <class Element>
+class AddedElements {
+public:
+    explicit AddedElements(CList<Element*, Element*>& list) : list_(list), before_(list) {}
+    ~AddedElements() {
+        if (kept_) return;
+        std::intptr_t old = before_.GetCount();
+        for (POSITION place = list_.GetHeadPosition(); place != nullptr; --old) {
+            const Element* element = list_.GetNext(place);
+            if (old <= 0) delete element;
+        }
+        list_ = std::move(before_);
+    }
+    AddedElements(const AddedElements&) = delete;
+    AddedElements& operator=(const AddedElements&) = delete;
+
+    void keep() { kept_ = true; }
+
+private:
+    CList<Element*, Element*>& list_;
+    CList<Element*, Element*> before_;
+    bool kept_ = false;
 };
 
 // The chart's path with ".GEO" in the place of its last dot and what follows, a dot in a folder's name
@@ -60,12 +86,18 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
         file.reset(std::fopen(path, "rb"));
         if (file == nullptr || !zellap10::chart::read_binary_part(file.get(), Height, part)) return 0;
     }
+    AddedElements added_insets(BaseRec.Insets);
+    AddedElements added_vertices(BaseRec.Vertices);
+    AddedElements added_points(BaseRec.Points);
     BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
-    if (infoOnly != 0) return 1;
-    BuildPal();
-    BuildPalIndex();
+    if (infoOnly == 0) BuildPal();
 
     // Nothing can fail from here on, so that memory that runs out leaves what was open before.
+    added_insets.keep();
+    added_vertices.keep();
+    added_points.keep();
+    if (infoOnly != 0) return 1;
+    BuildPalIndex();
     BitsPerPixel = part.bits_per_pixel;
     ColourShift = 7 - BitsPerPixel;
     RunMask = (1 << ColourShift) - 1;

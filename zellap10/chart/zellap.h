@@ -13,7 +13,7 @@
 /// getLine, getMultiLines and getAALine; CloseZellap; destroy.
 ///
 /// An operation that can refuse gives 1 for success and 0 for refusal. None throws but std::bad_alloc, which
-/// leaves the object as a refusal does.
+/// leaves the object as a refusal does; of the base record, texts and transforms may be the new file's.
 ///
 /// Threads: an object is for one thread at a time, since its line operations move one file position. Separate
 /// objects share nothing.

@@ -1,0 +1,86 @@
+#include "failing_new.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+long live_blocks = 0;
+long countdown = 0;  // allocations up to and with the one that fails; 0 where none will
+bool fail_on = false;
+bool failed = false;
+
+void* allocate(std::size_t size) noexcept {
+    const bool fails = (failed && fail_on) || (countdown > 0 && --countdown == 0);
+    failed = failed || fails;
+    void* block = fails ? nullptr : std::malloc(size > 0 ? size : 1);
+    if (block != nullptr) ++live_blocks;
+    return block;
+}
+
+void* allocate_or_throw(std::size_t size) {
+    void* block = allocate(size);
+    if (block == nullptr) throw std::bad_alloc();
+    return block;
+}
+
+void release(void* block) noexcept {
+    if (block != nullptr) --live_blocks;
+    std::free(block);
+}
+
+}  // namespace
+
+namespace failing_new {
+
+long live() {
+    return live_blocks;
+}
+
+Scope::Scope(long n, bool all_after) {
+    countdown = n;
+    fail_on = all_after;
+    failed = false;
+}
+
+Scope::~Scope() {
+    countdown = 0;
+    fail_on = false;
+}
+
+bool Scope::has_failed() {
+    return failed;
+}
+
+}  // namespace failing_new
+
+void* operator new(std::size_t size) {
+    return allocate_or_throw(size);
+}
+void* operator new[](std::size_t size) {
+    return allocate_or_throw(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+void operator delete(void* block) noexcept {
+    release(block);
+}
+void operator delete[](void* block) noexcept {
+    release(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+/// The allocations of this program, through its own operator new, which fails when it is told to.
+namespace failing_new {
+
+/// Blocks that are allocated now.
+long live();
+
+/// Makes allocations fail as long as it lives: the n-th from now on, counted from 1, and with `all_after`
+/// every later one too. A throwing operator new throws, one that must not throw gives null.
+class Scope {
+public:
+    Scope(long n, bool all_after);
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+    /// Whether there were as many allocations that one has failed.
+    static bool has_failed();
+};
+
+}  // namespace failing_new

@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "../chart/chart_under_test.h"
+#include "../support/point_lists.h"
+#include "failing_new.h"
+
+namespace {
+
+// Fits two regions, an inset in projection mode, and texts that do not fit into the text object itself.
+std::string georeference_text() {
+    std::string text = "Name=A name that is far too long for a short string\r\nVertex1=42.0 -70.0\r\n";
+    for (int i = 0; i < 16; ++i) {
+        const int x = i % 4 * 2000;
+        const int y = i / 4 * 2000;
+        text += "Point with a long label " + std::to_string(i) + "=" + std::to_string(-70 + 0.00012 * x) +
+                " " + std::to_string(42 - 0.00009 * y - 1e-9 * x * y) + " " + std::to_string(y) + " " +
+                std::to_string(x) + "\r\n";
+    }
+    return text +
+           "[Inset 1]\r\nProjection=TRANSVERSE MERCATOR\r\nVertex=42 -70\r\nPoint1=-70 42 0 0\r\n"
+           "Point2=-69 42 0 900\r\nPoint3=-70 41 900 0\r\n";
+}
+
+// What a refusal or memory that runs out must leave.
+enum class Outcome { kDone, kRefused, kThrew };
+
+Outcome outcome_of(const std::function<int()>& call) {
+    try {
+        return call() == 1 ? Outcome::kDone : Outcome::kRefused;
+    } catch (const std::bad_alloc&) {
+        return Outcome::kThrew;
+    }
+}
+
+// Runs a trial with each allocation failing in turn, alone and with all behind it, until none is left to
+// fail; the trial gets the number of the allocation. Gives how many failed.
+int fail_in_turn(const std::function<void(long n, bool all_after)>& trial) {
+    int failures = 0;
+    for (const bool all_after : {false, true}) {
+        for (long n = 1;; ++n) {
+            SCOPED_TRACE("allocation " + std::to_string(n) + (all_after ? " and all behind it" : ""));
+            const long before = failing_new::live();
+            trial(n, all_after);
+            EXPECT_EQ(failing_new::live(), before) << "something leaked";
+            if (!failing_new::Scope::has_failed() || testing::Test::HasFailure()) break;
+            ++failures;
+        }
+    }
+    return failures;
+}
+
+std::vector<double> transforms_of(const CGEORec& record) {
+    std::vector<double> all{record.pwSplit, record.wpSplit, double(record.ProjCode), double(record.Wraps180)};
+    const auto add = [&all](const double* from, int count) { all.insert(all.end(), from, from + count); };
+    for (const auto* p : {&record.wpxPoly, &record.wpyPoly, &record.pwxPoly, &record.pwyPoly}) {
+        add((*p)[0], 21);
+        add((*p)[1], 21);
+    }
+    for (const auto* p : {&record.wpxAffine, &record.wpyAffine, &record.pwxAffine, &record.pwyAffine})
+        add(*p, 21);
+    return all;
+}
+
+class MemoryRunsOut : public testing::Test {
+protected:
+    MemoryRunsOut() {
+        path_ = folder_.write("chart.cht", small_chart());
+        geo_path_ = folder_.write("chart.GEO", georeference_text());
+    }
+
+    // All that an object opened without trouble answers, as one row of numbers.
+    static std::vector<double> answers_of(ChartUnderTest& chart) {
+        std::vector<double> all = transforms_of(chart.BaseRec);
+        all.push_back(static_cast<double>(chart.BaseRec.Points.GetCount()));
+        for (const CGEORec* inset : elements_of(chart.BaseRec.Insets)) {
+            const std::vector<double> more = transforms_of(*inset);
+            all.insert(all.end(), more.begin(), more.end());
+        }
+        unsigned char pixels[60] = {};
+        all.push_back(chart.getLine(0, pixels));
+        all.push_back(chart.getMultiLines(0, 2, 0, 20, pixels + 20));
+        all.push_back(chart.getAALine(0, 0, 20, pixels, 10, 2));
+        all.insert(all.end(), pixels, pixels + sizeof pixels);
+        return all;
+    }
+
+    static void expect_closed(ChartUnderTest& chart) {
+        unsigned char pixel = kUntouched;
+        EXPECT_EQ(chart.ChartFile, nullptr);
+        EXPECT_EQ(chart.LineOffsets, nullptr);
+        EXPECT_EQ(chart.GetPaletteHandle(), nullptr);
+        EXPECT_FALSE(chart.TextStream.is_open());
+        EXPECT_TRUE(chart.BaseRec.Points.IsEmpty());
+        EXPECT_TRUE(chart.BaseRec.Vertices.IsEmpty());
+        EXPECT_TRUE(chart.BaseRec.Insets.IsEmpty());
+        EXPECT_EQ(chart.getLine(0, &pixel), 0);
+        EXPECT_EQ(pixel, kUntouched);
+    }
+
+    TempFolder folder_;
+    std::string path_;
+    std::string geo_path_;
+};
+
+TEST_F(MemoryRunsOut, InAnOpen) {
+    for (const int info_only : {0, 1}) {
+        SCOPED_TRACE(info_only);
+        ChartUnderTest good;
+        ASSERT_EQ(good.OpenZellap(path_.c_str(), 0), 1);
+        const std::vector<double> expected = answers_of(good);
+        const int failures = fail_in_turn([&](long n, bool all_after) {
+            ChartUnderTest chart;
+            const Outcome outcome = outcome_of([&] {
+                const failing_new::Scope scope(n, all_after);
+                return chart.OpenZellap(path_.c_str(), info_only);
+            });
+            if (outcome == Outcome::kDone) return;
+            expect_closed(chart);
+            // With a close between or without: both ways the next open must not see the one that failed.
+            if (n % 2 == 0) chart.CloseZellap();
+            ASSERT_EQ(chart.OpenZellap(path_.c_str(), 0), 1);
+            EXPECT_EQ(answers_of(chart), expected);
+        });
+        EXPECT_GT(failures, info_only != 0 ? 100 : 400);
+    }
+}
+
+TEST_F(MemoryRunsOut, InAnOpenOfAnotherChart) {
+    const std::string other = folder_.write("other.cht", "RGB/9,255,255,255\n" + small_chart());
+    folder_.write("other.GEO", "Point=1 1 1 1\nVertex=1 1\n[Inset\nPoint=1 1 1 1\n");
+    const int failures = fail_in_turn([&](long n, bool all_after) {
+        ChartUnderTest chart;
+        ASSERT_EQ(chart.OpenZellap(path_.c_str(), 0), 1);
+        const auto points = elements_of(chart.BaseRec.Points);
+        std::FILE* const file = chart.ChartFile;
+        std::int32_t* const offsets = chart.LineOffsets;
+        const HPALETTE palette = chart.PaletteHandle;
+        const int entries = chart.LogPalette.palNumEntries;
+        const Outcome outcome = outcome_of([&] {
+            const failing_new::Scope scope(n, all_after);
+            return chart.OpenZellap(other.c_str(), 0);
+        });
+        if (outcome == Outcome::kDone) {
+            // An open on an open object replaces these three and frees none of them.
+            std::fclose(file);
+            delete[] offsets;
+            DeleteObject(palette);
+            return;
+        }
+        EXPECT_EQ(chart.ChartFile, file);
+        EXPECT_EQ(chart.LineOffsets, offsets);
+        EXPECT_EQ(chart.PaletteHandle, palette);
+        EXPECT_EQ(elements_of(chart.BaseRec.Points), points);
+        EXPECT_EQ(chart.BaseRec.Insets.GetCount(), 1);
+        EXPECT_EQ(chart.LogPalette.palNumEntries, entries);
+        unsigned char pixels[20];
+        EXPECT_EQ(chart.getLine(1, pixels), 1);
+    });
+    EXPECT_GT(failures, 100);
+}
+
+TEST_F(MemoryRunsOut, InAReducedLine) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.OpenZellap(path_.c_str(), 0), 1);
+    unsigned char expected[2] = {};
+    ASSERT_EQ(chart.getAALine(0, 0, 20, expected, 10, 2), 1);
+    const int failures = fail_in_turn([&](long n, bool all_after) {
+        GuardedPixels dest(2);
+        const Outcome outcome = outcome_of([&] {
+            const failing_new::Scope scope(n, all_after);
+            return chart.getAALine(0, 0, 20, dest.data(), 10, 2);
+        });
+        if (outcome == Outcome::kDone) return;
+        EXPECT_EQ(outcome, Outcome::kRefused) << "it throws nothing";
+        EXPECT_TRUE(dest.untouched());
+        EXPECT_EQ(chart.getAALine(0, 0, 20, dest.data(), 10, 2), 1);
+        EXPECT_EQ(dest.pixels(), (std::vector<int>{expected[0], expected[1]}));
+    });
+    EXPECT_EQ(failures, 4) << "two allocations, in two ways";
+}
+
+TEST_F(MemoryRunsOut, InAGeoreferenceFile) {
+    for (const int info_only : {0, 1}) {
+        const int failures = fail_in_turn([&](long n, bool all_after) {
+            CGEORec record;
+            const CString path = geo_path_.c_str();
+            outcome_of([&] {
+                const failing_new::Scope scope(n, all_after);
+                record.ReadGEO(path, info_only);
+                return 1;
+            });
+            for (const CRefPoint* point : elements_of(record.Points))
+                EXPECT_EQ(std::string(point->Name).substr(0, 6), "Point ");
+            EXPECT_LE(record.Insets.GetCount(), 1);
+            for (const CGEORec* inset : elements_of(record.Insets))
+                delete inset;
+        });
+        EXPECT_GT(failures, 50);
+    }
+}
+
+TEST_F(MemoryRunsOut, InATextOfAnAngle) {
+    const CGEORec record;
+    const int failures = fail_in_turn([&](long n, bool all_after) {
+        CString text = "as it was";
+        const Outcome outcome = outcome_of([&] {
+            const failing_new::Scope scope(n, all_after);
+            text = record.deg2dms(-1234567890.0);
+            return 1;
+        });
+        EXPECT_EQ(text, outcome == Outcome::kDone ? "-1234567890 00 00.00" : "as it was");
+    });
+    EXPECT_GT(failures, 0);
+}
+
+}  // namespace
