@@ -186,6 +186,40 @@ TEST_F(MemoryRunsOut, InAReducedLine) {
     EXPECT_EQ(failures, 4) << "two allocations, in two ways";
 }
 
+TEST_F(MemoryRunsOut, InAFit) {
+    for (const char* projection : {"", "LAMBERT"}) {
+        for (const bool wraps : {false, true}) {
+            SCOPED_TRACE(std::string(projection) + (wraps ? " over 180" : ""));
+            const auto add_all = [wraps](CGEORec& record) {
+                for (int i = 0; i < 24; ++i) {
+                    const int x = i % 6 * 100;
+                    add_points(record, {{x, i / 6 * 90, wraps && x > 250 ? -179.0 : 100.0 + x, 9.0 - i}});
+                }
+            };
+            const int failures = fail_in_turn([&](long n, bool all_after) {
+                CGEORec record;
+                add_points(record, {{0, 0, -5, 5}, {9, 0, -4, 5}, {0, 9, -5, 4}});
+                record.solvepoly();
+                record.Projection = projection;
+                add_all(record);
+                const std::vector<double> before = transforms_of(record);
+                const double longitude = elements_of(record.Points).back()->Longitude;
+                const Outcome outcome = outcome_of([&] {
+                    const failing_new::Scope scope(n, all_after);
+                    record.solvepoly();
+                    return 1;
+                });
+                EXPECT_EQ(elements_of(record.Points).back()->Longitude, longitude);
+                if (outcome == Outcome::kDone) return;
+                EXPECT_EQ(transforms_of(record), before) << "an earlier fit stays whole";
+                record.solvepoly();
+                EXPECT_NE(transforms_of(record), before);
+            });
+            EXPECT_GT(failures, 20);
+        }
+    }
+}
+
 TEST_F(MemoryRunsOut, InAGeoreferenceFile) {
     for (const int info_only : {0, 1}) {
         const int failures = fail_in_turn([&](long n, bool all_after) {

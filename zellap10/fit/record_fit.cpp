@@ -24,59 +24,78 @@ struct Fitted {
     double error = kLargest;
 };
 
-// Fits one direction with one region or two, whichever errs less. A second region is written only where it is
-// used.
-void fit_regions(Direction direction, const CRefPointList& points, double (&first)[2][kTerms],
-                 double (&second)[2][kTerms], double& split) {
-    Fitted whole;
-    find_best(direction, points, whole.first, whole.second, &whole.error);
+// What the fit of one direction found: polynomials of one region, or of two and the place where they part.
+struct Regions {
+    Fitted fitted[2];
+    int count = 1;
+    double split = kLargest;
+};
+
+// Fits one direction with one region or two, whichever errs less.
+Regions fit_regions(Direction direction, const CRefPointList& points) {
+    Regions whole;
+    find_best(direction, points, whole.fitted[0].first, whole.fitted[0].second, &whole.fitted[0].error);
 
     CRefPointList low_points;
     CRefPointList high_points;
-    double middle = 0.0;
-    zellap10::fit::split(direction, points, low_points, high_points, &middle);
-    Fitted low;
-    Fitted high;
+    Regions halves;
+    halves.count = 2;
+    zellap10::fit::split(direction, points, low_points, high_points, &halves.split);
+    auto& [low, high] = halves.fitted;
     if (low_points.GetCount() >= kPointsOfHalf && high_points.GetCount() >= kPointsOfHalf) {
         find_best(direction, low_points, low.first, low.second, &low.error);
         find_best(direction, high_points, high.first, high.second, &high.error);
     }
-
-    const auto store = [&](int region, const Fitted& fitted) {
-        std::copy_n(fitted.first, kTerms, first[region]);
-        std::copy_n(fitted.second, kTerms, second[region]);
-    };
-    if (low.error + high.error < whole.error) {
-        store(0, low);
-        store(1, high);
-        split = middle;
-    } else {
-        store(0, whole);
-        split = kLargest;
-    }
+    return low.error + high.error < whole.fitted[0].error ? halves : whole;
 }
 
-// Points hold the longitudes that the fit needs for as long as this object lives, whatever ends the fit.
+// A second region is written only where it is used.
+void store(const Regions& regions, double (&first)[2][kTerms], double (&second)[2][kTerms], double& split) {
+    for (int region = 0; region < regions.count; ++region) {
+        std::copy_n(regions.fitted[region].first, kTerms, first[region]);
+        std::copy_n(regions.fitted[region].second, kTerms, second[region]);
+    }
+    split = regions.split;
+}
+
+// Points hold the longitudes that the fit needs for as long as this object lives, whatever ends the fit; one
+// that does not end well leaves the record in the mode in which it was.
 class WrappedPoints {
 public:
-    explicit WrappedPoints(CGEORec& record) : record_(record) {
+    explicit WrappedPoints(CGEORec& record)
+        : record_(record), wraps_before_(record.Wraps180), code_before_(record.ProjCode) {
         record_.Check180Wrap(&record_.Points);
         record_.WrapLongitude(&record_.Points);
     }
-    ~WrappedPoints() { record_.UnWrapLongitude(&record_.Points); }
+    ~WrappedPoints() {
+        record_.UnWrapLongitude(&record_.Points);
+        if (fitted_) return;
+        record_.Wraps180 = wraps_before_;
+        record_.ProjCode = code_before_;
+    }
     WrappedPoints(const WrappedPoints&) = delete;
     WrappedPoints& operator=(const WrappedPoints&) = delete;
 
+    void set_fitted() { fitted_ = true; }
+
 private:
     CGEORec& record_;
+    int wraps_before_;
+    int code_before_;
+    bool fitted_ = false;
 };
 
 }  // namespace
 
 void CGEORec::solvepoly() {
-    const WrappedPoints wrapped(*this);
+    WrappedPoints wrapped(*this);
     ProjectionInit();
-    if (ProjCode != 0) return;
-    fit_regions(zellap10::fit::pixel_to_world, Points, pwxPoly, pwyPoly, pwSplit);
-    fit_regions(zellap10::fit::world_to_pixel, Points, wpxPoly, wpyPoly, wpSplit);
+    if (ProjCode == 0) {
+        const Regions pixel_to_world = fit_regions(zellap10::fit::pixel_to_world, Points);
+        const Regions world_to_pixel = fit_regions(zellap10::fit::world_to_pixel, Points);
+        // Nothing can fail from here on.
+        store(pixel_to_world, pwxPoly, pwyPoly, pwSplit);
+        store(world_to_pixel, wpxPoly, wpyPoly, wpSplit);
+    }
+    wrapped.set_fitted();
 }

@@ -52,32 +52,39 @@ void CGEORec::MinMeanMaxLL() {
 }
 
 void CGEORec::ProjectionInit() {
-    ProjCode = 0;
-    if (Wraps180 != 0) return;
-    const int code = code_of(Projection);
-    if (code == 0) return;
-    ProjCode = code;
-
+    const int code = Wraps180 == 0 ? code_of(Projection) : 0;
+    if (code == 0) {
+        ProjCode = 0;
+        return;
+    }
     MinMeanMaxLL();
+    PPARMS parms = ProjParms;
     project_init2(code, number_or(P1, MeanLat), number_or(PP, MeanLon), number_or(P5, MeanLat),
-                  number_or(P6, MeanLat), kRecordDatum, &ProjParms);
+                  number_or(P6, MeanLat), kRecordDatum, &parms);
 
     // The points on the projected plane: easting stands for longitude and northing for latitude.
     std::vector<CRefPoint> projected;
     for_each_point(Points, [&](const CRefPoint& point) {
         double easting = 0.0;
         double northing = 0.0;
-        ProjFwd(point.Longitude, point.Latitude, &easting, &northing);
+        project_f(code, &parms, point.Latitude + LatitudeOffset, point.Longitude + LongitudeOffset, &easting,
+                  &northing);
         projected.emplace_back("", point.X, point.Y, easting, northing);
     });
     CRefPointList list;
     for (CRefPoint& point : projected)
         list.AddTail(&point);
 
-    for (double* coefficients : {wpxAffine, wpyAffine, pwxAffine, pwyAffine}) {
-        std::fill_n(coefficients, 21, 0.0);
-    }
+    double coefficients[4][21] = {};
     double error = 0.0;
-    SolveSVDpw(1, &list, pwxAffine, pwyAffine, &error);
-    SolveSVDwp(1, &list, wpxAffine, wpyAffine, &error);
+    SolveSVDpw(1, &list, coefficients[0], coefficients[1], &error);
+    SolveSVDwp(1, &list, coefficients[2], coefficients[3], &error);
+
+    // Nothing can fail from here on.
+    ProjCode = code;
+    ProjParms = parms;
+    std::copy_n(coefficients[0], 21, pwxAffine);
+    std::copy_n(coefficients[1], 21, pwyAffine);
+    std::copy_n(coefficients[2], 21, wpxAffine);
+    std::copy_n(coefficients[3], 21, wpyAffine);
 }
