@@ -280,6 +280,9 @@ void settle(const Decomposition& d, int k) {
         const int l = split_block(d, k);
         if (l != k) {
             qr_pass(d, l, k);
+            // What is no number stays none in every further pass, and all that is solved with it becomes
+            // none.
+            if (std::isnan(d.w[k])) return;
             continue;
         }
         if (d.w[k] < 0.0) {

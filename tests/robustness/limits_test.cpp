@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "../chart/chart_under_test.h"
+
+// What an open of a file of 1 MiB may cost at the most, whatever stands in it.
+
+namespace {
+
+constexpr std::size_t kFileSize = 1 << 20;
+
+// CPU seconds. A build that is not optimised or watches itself says nothing of the library's own time.
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+constexpr double kSeconds = 1.0;
+#else
+constexpr double kSeconds = 30.0;
+#endif
+
+// Lines of a kind, over and over.
+std::string filled_with(const std::vector<std::string>& lines) {
+    std::string text;
+    for (std::size_t i = 0; text.size() + lines[i].size() <= kFileSize; i = (i + 1) % lines.size())
+        text += lines[i];
+    return text;
+}
+
+std::string point(const std::string& longitude, int latitude, int y, int x) {
+    return "Point=" + longitude + " " + std::to_string(latitude) + " " + std::to_string(y) + " " +
+           std::to_string(x) + "\n";
+}
+
+// Nearly all points stand in the band in the middle that both halves take, so that each is fitted three times
+// in each direction.
+std::vector<std::string> points_in_the_band(int count, const std::string& odd_longitude) {
+    std::vector<std::string> lines{point("1", 0, 0, 3), point("5", 9, 9, 7)};
+    for (int i = 2; i < count; ++i) {
+        const std::string longitude = i == 3 ? odd_longitude : std::to_string(i * 7 % 10);
+        lines.push_back(point(longitude, 4 + i % 2, 4 + i * 3 % 2, i * 31 % 10));
+    }
+    return lines;
+}
+
+// An inset for each eleven of them, the fewest that both halves can be fitted with at the highest order.
+std::string insets_of_points(const std::string& odd_longitude) {
+    std::vector<std::string> lines = points_in_the_band(11, odd_longitude);
+    lines.insert(lines.begin(), "[Inset\n");
+    return filled_with(lines);
+}
+
+struct CostRow {
+    const char* name;
+    std::string chart;
+    std::string geo;
+};
+
+std::vector<CostRow> cost_rows() {
+    using samples::chart_bytes;
+    const std::string lines_of_one_byte =
+        chart_bytes("NOS/RA=0,0,2147483647,200000\n", 4, std::vector<std::string>(200000, "\x01"));
+    // clang-format off
+    return {
+        {"points in one list",              small_chart(), filled_with(points_in_the_band(7000, "1"))},
+        {"an infinity among them",          small_chart(), filled_with(points_in_the_band(7000, "inf"))},
+        {"points beyond a double's square", small_chart(), filled_with(points_in_the_band(99, "1e308"))},
+        {"points below a double's square",  small_chart(), filled_with(points_in_the_band(99, "1e-160"))},
+        {"points in insets",                small_chart(), insets_of_points("1")},
+        {"a NaN in each inset",             small_chart(), insets_of_points("nan")},
+        {"insets without points",           small_chart(), std::string(7 * 20000, ' ') + "\n" +
+                                                           filled_with({"[Inset\n", std::string(90, ' ') + "\n"})},
+        {"text without a line end",         small_chart(), std::string(kFileSize, 'P')},
+        {"blanks",                          std::string(kFileSize, ' ') + small_chart(), ""},
+        {"records without an end",          filled_with({"NOS/NA=\n", " \n"}) + small_chart(), ""},
+        {"a header of many lines",          filled_with({"RGB\n"}) + small_chart(), ""},
+        {"wide lines of one byte",          lines_of_one_byte, ""},
+    };
+    // clang-format on
+}
+
+TEST(Limits, AnOpenOfAnyFileTakesUnderASecond) {
+    for (const CostRow& row : cost_rows()) {
+        SCOPED_TRACE(row.name);
+        const TempFolder folder;
+        folder.write("c.GEO", row.geo);
+        const std::string path = folder.write("c.cht", row.chart);
+        ChartUnderTest chart;
+        const std::clock_t start = std::clock();
+        EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
+        EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, kSeconds);
+    }
+}
+
+}  // namespace
