@@ -6,11 +6,13 @@
 namespace {
 
 long live_blocks = 0;
+unsigned long long bytes_asked = 0;
 long countdown = 0;  // allocations up to and with the one that fails; 0 where none will
 bool fail_on = false;
 bool failed = false;
 
 void* allocate(std::size_t size) noexcept {
+    bytes_asked += size;
     const bool fails = (failed && fail_on) || (countdown > 0 && --countdown == 0);
     failed = failed || fails;
     void* block = fails ? nullptr : std::malloc(size > 0 ? size : 1);
@@ -35,6 +37,10 @@ namespace failing_new {
 
 long live() {
     return live_blocks;
+}
+
+unsigned long long asked() {
+    return bytes_asked;
 }
 
 Scope::Scope(long n, bool all_after) {

@@ -6,6 +6,9 @@ namespace failing_new {
 /// Blocks that are allocated now.
 long live();
 
+/// Bytes that were asked for so far.
+unsigned long long asked();
+
 /// Makes allocations fail as long as it lives: the n-th from now on, counted from 1, and with `all_after`
 /// every later one too. A throwing operator new throws, one that must not throw gives null.
 class Scope {

@@ -254,4 +254,18 @@ TEST_F(MemoryRunsOut, InATextOfAnAngle) {
     EXPECT_GT(failures, 0);
 }
 
+// What a header claims is compared with the file before any memory is asked for: only buffers of streams.
+TEST(ClaimOfAnySize, CostsNoMemory) {
+    for (const char* size : {"2147483647,2147483647", "1,2147483647", "2147483647,1", "-1,536870912"}) {
+        SCOPED_TRACE(size);
+        const TempFolder folder;
+        const std::string path = folder.write(
+            "c.cht", samples::chart_bytes("NOS/RA=0,0," + std::string(size) + "\n", 4, {"\x01"}));
+        ChartUnderTest chart;
+        const unsigned long long before = failing_new::asked();
+        chart.OpenZellap(path.c_str(), 0);
+        EXPECT_LT(failing_new::asked() - before, 64U << 10);
+    }
+}
+
 }  // namespace

@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "../chart/chart_under_test.h"
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+// Paths that are no file, and files that do not stay what they were.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kGeo[] = "Point1=1 2 3 4\n";
+
+TEST(OddPath, IsRefused) {
+    const TempFolder folder;
+    ChartUnderTest chart;
+    EXPECT_EQ(chart.OpenZellap("", 0), 0);
+    EXPECT_EQ(chart.OpenZellap(std::string(10000, 'x').c_str(), 0), 0);
+    EXPECT_EQ(chart.OpenZellap((folder.file("") + std::string(5000, '/') + "missing").c_str(), 0), 0);
+    EXPECT_EQ(chart.OpenZellap(folder.write("empty.cht", "").c_str(), 0), 0);
+    EXPECT_EQ(chart.OpenZellap(folder.write("empty.cht", "").c_str(), 1), 1) << "a header with nothing in it";
+    EXPECT_EQ(chart.GetDocumentSize().cx, 0);
+}
+
+TEST(OddPath, BesideAChartIsNoGeoreference) {
+    const TempFolder folder;
+    const std::string path = folder.write("c.cht", small_chart());
+    fs::create_directory(folder.file("c.GEO"));
+    ChartUnderTest chart;
+    EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
+    EXPECT_TRUE(chart.BaseRec.Points.IsEmpty());
+}
+
+#if !defined(_WIN32)
+
+// Nobody writes to it: a reader that waited for bytes would wait for ever.
+TEST(Pipe, IsNoFile) {
+    const TempFolder folder;
+    ASSERT_EQ(mkfifo(folder.file("pipe.cht").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo(folder.file("c.GEO").c_str(), 0600), 0);
+    ChartUnderTest chart;
+    EXPECT_EQ(chart.OpenZellap(folder.file("pipe.cht").c_str(), 0), 0);
+    EXPECT_EQ(chart.OpenZellap(folder.write("c.cht", small_chart()).c_str(), 0), 1);
+    EXPECT_TRUE(chart.BaseRec.Points.IsEmpty());
+}
+
+TEST(FileWithoutPermission, IsRefused) {
+    if (geteuid() == 0) GTEST_SKIP() << "root may read every file";
+    const TempFolder folder;
+    const std::string path = folder.write("c.cht", small_chart());
+    fs::permissions(path, fs::perms::none);
+    ChartUnderTest chart;
+    EXPECT_EQ(chart.OpenZellap(path.c_str(), 1), 0);
+    EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 0);
+}
+
+TEST(FileThatVanished, IsReadToTheEnd) {
+    const TempFolder folder;
+    const std::string path = folder.write("c.cht", small_chart());
+    folder.write("c.GEO", kGeo);
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
+    fs::remove(path);
+    fs::remove(folder.file("c.GEO"));
+    GuardedPixels line(20);
+    EXPECT_EQ(chart.getLine(1, line.data()), 1);
+    EXPECT_EQ(line.pixels(), std::vector<int>(20, 2));
+    EXPECT_EQ(chart.BaseRec.Points.GetCount(), 1);
+    chart.CloseZellap();
+    EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 0);
+}
+
+struct ChangeRow {
+    const char* name;
+    std::size_t size;
+};
+
+const ChangeRow kChangeRows[] = {
+    {"emptied", 0},           {"cut in the text", 20}, {"cut in a line", 66},
+    {"cut in the table", 70}, {"longer", 5000},
+};
+
+// What was read ahead may still be the old file's; the rest is the new one's, or what stands for its end.
+TEST(FileThatChanged, GivesPixelsAndNothingElse) {
+    for (const ChangeRow& row : kChangeRows) {
+        SCOPED_TRACE(row.name);
+        const TempFolder folder;
+        const std::string path = folder.write("c.cht", small_chart());
+        ChartUnderTest chart;
+        ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
+        fs::resize_file(path, row.size);
+        GuardedPixels pixels(40);
+        chart.getLine(1, pixels.data());
+        EXPECT_TRUE(pixels.guards_untouched());
+        EXPECT_EQ(chart.getMultiLines(0, 2, 0, 20, pixels.data()), 1);
+        EXPECT_TRUE(pixels.guards_untouched());
+        for (const int pixel : pixels.pixels())
+            EXPECT_LT(pixel, 16);
+        EXPECT_EQ(chart.getAALine(0, 0, 20, pixels.data(), 2, 2), 1);
+    }
+}
+
+#endif
+
+}  // namespace
