@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -107,8 +108,8 @@ void reduce(const BlockRow& row, const LOGPALETTE256& palette, const unsigned ch
 int CZellap::getAALine(int firstLine, int firstCol, int colCount, unsigned char* dest, int xFactor,
                        int yFactor) {
     if (xFactor < 1 || yFactor < 1) return 0;
-    if (firstLine < 0 || static_cast<std::int64_t>(firstLine) + yFactor > Height) return 0;
-    if (colCount < 0 || colCount > Width) return 0;
+    if (firstLine < 0 || static_cast<std::int64_t>(firstLine) + yFactor > std::max(Height, 0)) return 0;
+    if (colCount < 0 || colCount > std::max(Width, 0)) return 0;
     if (ChartFile == nullptr) return 0;
 
     const auto line_size = static_cast<std::size_t>(colCount);
