@@ -2,6 +2,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -114,6 +115,8 @@ int CZellap::getAALine(int firstLine, int firstCol, int colCount, unsigned char*
 
     const auto line_size = static_cast<std::size_t>(colCount);
     const auto line_count = static_cast<std::size_t>(yFactor);
+    // More bytes than can be counted, which a 32-bit system may be asked for, are more than there are.
+    if (line_size > std::numeric_limits<std::size_t>::max() / line_count) return 0;
     const std::unique_ptr<unsigned char[]> pixels(new (std::nothrow) unsigned char[line_size * line_count]);
     const std::unique_ptr<const unsigned char*[]> lines(new (std::nothrow) const unsigned char*[line_count]);
     if (pixels == nullptr || lines == nullptr) return 0;
