@@ -12,15 +12,26 @@ constexpr std::size_t kArguments = 96;
 constexpr char kParting[] = "\n=GEO=\n";
 constexpr std::int64_t kPixelBudget = 100000;
 
+// Whether a record holds as much as a file, so many times.
+bool same_counts(const CGEORec& record, const CGEORec& file, int times) {
+    return record.Points.GetCount() == times * file.Points.GetCount() &&
+           record.Vertices.GetCount() == times * file.Vertices.GetCount() &&
+           record.Insets.GetCount() == times * file.Insets.GetCount();
+}
+
 void open_and_check(const std::string& path, bool info_first, fuzz::Input& arguments, fuzz::Kept& kept) {
     fuzz::Budget budget(kPixelBudget);
     fuzz::OpenChart chart;
     const CGEORec* base = chart.GetBaseGeoRec();
+    fuzz::OwnRecord file;
+    const std::string geo_path = path.substr(0, path.rfind('.')) + ".GEO";
+    file.ReadGEO(geo_path.c_str(), 1);
     if (info_first) {
         fuzz::must(chart.OpenZellap(path.c_str(), 1) == 1, "a file that is there has a header");
         fuzz::check_refusals(chart, kept);
         fuzz::check_unfitted_record(*base);
         fuzz::keep_record(*base, kept);
+        fuzz::must(same_counts(*base, file, 1), "a header's open reads the georeference");
         // Without a close here, the next open finds points and fits them while it reads the header.
     }
     const int opened = chart.OpenZellap(path.c_str(), 0);
@@ -28,12 +39,11 @@ void open_and_check(const std::string& path, bool info_first, fuzz::Input& argum
     fuzz::keep_record(*base, kept);
     if (opened == 0) {
         fuzz::check_refusals(chart, kept);
-        fuzz::must(info_first || base->Points.IsEmpty(), "a refused chart leaves its record as it was");
+        fuzz::must(same_counts(*base, file, info_first ? 1 : 0),
+                   "a refused chart leaves its record as it was");
         return;
     }
-    fuzz::OwnRecord file;
-    const std::string geo_path = path.substr(0, path.rfind('.')) + ".GEO";
-    file.ReadGEO(geo_path.c_str(), 1);
+    fuzz::must(same_counts(*base, file, info_first ? 2 : 1), "an open adds what the file has");
     fuzz::check_open_chart(chart, arguments, budget, kept);
     if (!info_first) fuzz::check_fitted_record(file, *chart.GetBaseGeoRec(), arguments, kept);
     chart.CloseZellap();

@@ -147,11 +147,11 @@ void check_reduction(OpenChart& chart, const Reduction& r, Budget& budget, Kept&
     }
 }
 
-// A range of `limit` columns or lines: its start and its length.
+// A range of `limit` columns or lines, or one too many: its start and its length.
 void draw_range(Input& input, int limit, int& first, int& count) {
     first = input.around(0, std::max(limit, 0));
     const int left = first >= 0 && first <= limit ? limit - first : limit;
-    count = input.around(0, left);
+    count = input.around(0, left < kLargest ? left + 1 : left);
 }
 
 Rectangle draw_rectangle(const CZellap& chart, Input& input) {
@@ -200,12 +200,23 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
     }
 }
 
-void check_refused_lines(OpenChart& chart) {
+// What begins outside the picture, or ends one line or column behind it.
+void check_edges(OpenChart& chart, Budget& budget, Kept& kept) {
     for (const int line : {-1, chart.Height, kSmallest, kLargest}) {
         if (line >= 0 && line < chart.Height) continue;
         GuardedPixels pixels(16);
         must(chart.getLine(line, pixels.data()) == 0, "a line outside the picture is refused");
         must(pixels.untouched_from(0), "a refused line writes nothing");
+    }
+    const int width = chart.Width;
+    const int height = chart.Height;
+    if (width < 0 || height < 0 || width == kLargest) return;
+    for (const Rectangle& r :
+         {Rectangle{0, 1, 0, width + 1}, Rectangle{0, 1, width, 1}, Rectangle{0, height + 1, 0, 1},
+          Rectangle{height, 1, 0, 1}, Rectangle{0, 1, -1, 1}, Rectangle{-1, 1, 0, 1},
+          Rectangle{height, 0, width, 0}}) {
+        check_rectangle(chart, r, budget, kept);
+        check_reduction(chart, {r, 1}, budget, kept);
     }
 }
 
@@ -228,7 +239,7 @@ void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept
     must(chart.LineCount == std::max(chart.Height, 0), "the line table has the picture's lines");
     kept.bytes(chart.LineOffsets, (static_cast<std::size_t>(chart.LineCount) + 1) * sizeof(std::int32_t));
     check_colours(chart, input, kept);
-    check_refused_lines(chart);
+    check_edges(chart, budget, kept);
     for (int i = 0; i < std::min(chart.LineCount, kEndLines); ++i) {
         check_line(chart, i, budget, kept);
         check_line(chart, chart.LineCount - 1 - i, budget, kept);

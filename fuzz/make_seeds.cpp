@@ -65,6 +65,8 @@ std::vector<NamedChart> charts() {
         {"continued", samples::chart_bytes(continued, 4, {std::string("\x01\x90\x27", 3), "\x02\x07"})},
         {"widest", samples::chart_bytes(wide, 4, {std::string("\x01\x8F\xFF\xFF\xFF\x7F", 6)})},
         {"past_width", samples::chart_bytes("NOS/RA=0,0,5,1\r\n", 4, {std::string("\x01\x03\x07", 3)})},
+        {"no_bits", samples::chart_bytes("NOS/RA=0,0,5,1\r\n", 0, {"\x01\x04"})},
+        {"eight_bits", samples::chart_bytes("NOS/RA=0,0,5,1\r\n", 8, {"\x01\x04"})},
         {"text_only", "NOS/NA=X,RA=0,0,1,1\r\n"},
     };
 }
