@@ -10,14 +10,22 @@
 
 namespace {
 
-constexpr std::size_t kFileSize = 1 << 20;
-
-// CPU seconds. A build that is not optimised or watches itself says nothing of the library's own time.
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-constexpr double kSeconds = 1.0;
+// A build that is not optimised, or that watches itself, says nothing of the library's own time: it only
+// shows that smaller files of the same kinds do no harm.
+#if defined(__has_feature)
+#define ZELLAP10_HAS(feature) __has_feature(feature)
 #else
-constexpr double kSeconds = 30.0;
+#define ZELLAP10_HAS(feature) 0
 #endif
+#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && \
+    !ZELLAP10_HAS(address_sanitizer) && !ZELLAP10_HAS(thread_sanitizer)
+constexpr bool kMeasures = true;
+#else
+constexpr bool kMeasures = false;
+#endif
+
+constexpr std::size_t kFileSize = kMeasures ? 1 << 20 : 1 << 16;
+constexpr double kCpuSeconds = 1.0;
 
 // Lines of a kind, over and over.
 std::string filled_with(const std::vector<std::string>& lines) {
@@ -68,8 +76,7 @@ std::vector<CostRow> cost_rows() {
         {"points below a double's square",  small_chart(), filled_with(points_in_the_band(99, "1e-160"))},
         {"points in insets",                small_chart(), insets_of_points("1")},
         {"a NaN in each inset",             small_chart(), insets_of_points("nan")},
-        {"insets without points",           small_chart(), std::string(7 * 20000, ' ') + "\n" +
-                                                           filled_with({"[Inset\n", std::string(90, ' ') + "\n"})},
+        {"insets without points",           small_chart(), filled_with({"[Inset\n", std::string(90, ' ') + "\n"})},
         {"text without a line end",         small_chart(), std::string(kFileSize, 'P')},
         {"blanks",                          std::string(kFileSize, ' ') + small_chart(), ""},
         {"records without an end",          filled_with({"NOS/NA=\n", " \n"}) + small_chart(), ""},
@@ -88,7 +95,8 @@ TEST(Limits, AnOpenOfAnyFileTakesUnderASecond) {
         ChartUnderTest chart;
         const std::clock_t start = std::clock();
         EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
-        EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, kSeconds);
+        const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        EXPECT_TRUE(!kMeasures || seconds < kCpuSeconds) << seconds << " s of CPU";
     }
 }
 
