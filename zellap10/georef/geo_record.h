@@ -30,8 +30,8 @@ struct PixelRect {
 /// conversions only read it.
 ///
 /// Ownership: a record owns the points of Vertices and Points, and not the records of Insets, which the chart
-/// object deletes. Memory that runs out reaches the caller as std::bad_alloc. Lists then stay consistent, and a
-/// record keeps the transforms of its last whole fit.
+/// object deletes. Memory that runs out reaches the caller as std::bad_alloc. Lists then stay consistent, and
+/// a record keeps the transforms of its last whole fit.
 class ZELLAP10_API CGEORec {
 public:
     /// No text, no points, one region, no projection; every number without a meaning of its own is 0.
