@@ -18,8 +18,11 @@ function(zellap10_compile_rules target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   target_compile_options(${target} PRIVATE $<$<BOOL:${ZELLAP10_WARNINGS_AS_ERRORS}>:-Werror>)
   if(ZELLAP10_SANITIZE)
-    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all
+    # The cast of a double that an int cannot hold is not among what GCC takes for undefined by itself.
+    set(address address,undefined,float-cast-overflow)
+    set(thread thread)
+    target_compile_options(${target} PRIVATE -fsanitize=${${ZELLAP10_SANITIZE}} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
-    target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+    target_link_options(${target} PUBLIC -fsanitize=${${ZELLAP10_SANITIZE}})
   endif()
 endfunction()
