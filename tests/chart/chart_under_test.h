@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <bench/plain_chart.h>
 #include <zellap10/chart/zellap.h>
 
 #include "../support/temp_file.h"
@@ -15,11 +16,9 @@ protected:
     TempFolder folder_;
 };
 
-/// A chart object with its protected operations in reach.
-class ChartUnderTest : private ChartFolder, public CZellap {
+/// A chart object with its protected operations in reach, and beside each fast one its plain form.
+class ChartUnderTest : private ChartFolder, public PlainChart {
 public:
-    using CZellap::BuildPal;
-    using CZellap::BuildPalIndex;
     using CZellap::seekLine;
     using CZellap::vNextCRL;
 

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <climits>
+#include <algorithm>
+#include <cstring>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -82,52 +84,6 @@ TEST(WidenedPalette, HasItsCount) {
     }
 }
 
-int distance_to(const PALETTEENTRY& entry, int red, int green, int blue) {
-    return (entry.peRed - red) * (entry.peRed - red) + (entry.peGreen - green) * (entry.peGreen - green) +
-           (entry.peBlue - blue) * (entry.peBlue - blue);
-}
-
-int smallest_distance(const LOGPALETTE256& palette, int count, const PALETTEENTRY& to) {
-    int smallest = INT_MAX;
-    for (int k = 1; k < count; ++k) {
-        smallest = std::min(smallest, distance_to(palette.palPalEntry[k], to.peRed, to.peGreen, to.peBlue));
-    }
-    return smallest;
-}
-
-// The rules of widening, word for word, on a palette that holds the chart's colours.
-void widen_plainly(LOGPALETTE256& palette) {
-    for (int threshold = 195075; palette.palNumEntries < 256 && threshold > 768;) {
-        threshold /= 2;
-        const int count = palette.palNumEntries;
-        for (int i = 1; i < count; ++i) {
-            for (int j = i + 1; j < count && palette.palNumEntries < 256; ++j) {
-                const PALETTEENTRY& a = palette.palPalEntry[i];
-                const PALETTEENTRY& b = palette.palPalEntry[j];
-                const auto mean = [](int x, int y) { return static_cast<unsigned char>((x + y) / 2 & 0xF8); };
-                const PALETTEENTRY candidate{mean(a.peRed, b.peRed), mean(a.peGreen, b.peGreen),
-                                             mean(a.peBlue, b.peBlue), 0};
-                if (smallest_distance(palette, palette.palNumEntries, candidate) > threshold) {
-                    palette.palPalEntry[palette.palNumEntries++] = candidate;
-                }
-            }
-        }
-    }
-}
-
-int plain_cell(const LOGPALETTE256& palette, int red, int green, int blue) {
-    int best = 0;
-    int best_distance = INT_MAX;
-    for (int k = 1; k < palette.palNumEntries; ++k) {
-        const int distance = distance_to(palette.palPalEntry[k], 8 * red, 8 * green, 8 * blue);
-        if (distance < best_distance) {
-            best_distance = distance;
-            best = k;
-        }
-    }
-    return best;
-}
-
 // Greys far from all other cells, doubles, and colours of every spread.
 std::vector<Colours> all_kinds_of_colours() {
     std::vector<Colours> kinds;
@@ -148,24 +104,14 @@ std::vector<Colours> all_kinds_of_colours() {
 TEST(PaletteAndIndex, EqualThePlainRules) {
     for (const Colours& colours : all_kinds_of_colours()) {
         SCOPED_TRACE(colours.size());
-        const PaletteOf chart(colours);
-        LOGPALETTE256 plain;
-        for (const samples::Colour& colour : colours) {
-            const auto value = [](int channel) { return static_cast<unsigned char>(channel); };
-            plain.palPalEntry[plain.palNumEntries++] = {value(colour.red), value(colour.green),
-                                                        value(colour.blue), 0};
-        }
-        widen_plainly(plain);
-        ASSERT_EQ(chart.LogPalette.palNumEntries, plain.palNumEntries);
-        for (int i = 0; i < plain.palNumEntries; ++i) {
-            const PALETTEENTRY& entry = plain.palPalEntry[i];
-            ASSERT_EQ(chart.entry(i), (std::vector<int>{entry.peRed, entry.peGreen, entry.peBlue, 0})) << i;
-        }
-        for (int cell = 0; cell < 32 * 32 * 32; ++cell) {
-            const int red = cell / 1024;
-            const int green = cell / 32 % 32;
-            ASSERT_EQ(chart.ColourIndex[cell], plain_cell(plain, red, green, cell % 32)) << cell;
-        }
+        PaletteOf chart(colours);
+        const LOGPALETTE256 palette = chart.LogPalette;
+        const std::vector<unsigned char> index(std::begin(chart.ColourIndex), std::end(chart.ColourIndex));
+        chart.LogPalette = {};
+        chart.plain_palette();
+        chart.plain_index();
+        EXPECT_EQ(std::memcmp(&palette, &chart.LogPalette, sizeof palette), 0);
+        EXPECT_TRUE(std::equal(index.begin(), index.end(), chart.ColourIndex));
     }
 }
 
