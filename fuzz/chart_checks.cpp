@@ -250,6 +250,8 @@ void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept
         const Rectangle from = draw_rectangle(chart, input);
         check_reduction(chart, {from, input.around(1, 12)}, budget, kept);
     }
+    // The whole picture as one pixel, which only blocks of a few thousand pixels make a matter of its own.
+    check_reduction(chart, {{0, chart.Height, 0, chart.Width}, std::max(chart.Width, 1)}, budget, kept);
     // Any line number will do here: the nearest line is taken.
     chart.seekLine(input.take<std::int32_t>());
     int colour = 0;

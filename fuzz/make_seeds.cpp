@@ -61,6 +61,7 @@ std::vector<NamedChart> charts() {
         {"seven_bits", samples::chart_bytes(picture(64, 4, 7, 127))},
         {"liberal", samples::chart_bytes(liberal)},
         {"many_lines", samples::chart_bytes(picture(16, 60, 4, 15))},
+        {"large", samples::chart_bytes(picture(200, 60, 2, 3))},
         {"no_lines", samples::chart_bytes("NOS/RA=0,0,20,0\r\n", 4, {})},
         {"continued", samples::chart_bytes(continued, 4, {std::string("\x01\x90\x27", 3), "\x02\x07"})},
         {"widest", samples::chart_bytes(wide, 4, {std::string("\x01\x8F\xFF\xFF\xFF\x7F", 6)})},
