@@ -35,7 +35,7 @@ public:
     /// Opens a chart file, and reads the georeference file that stands beside it: the chart's path up to its
     /// last dot, and ".GEO". Without that file the chart opens all the same.
     ///
-    /// @param path      the chart file, at most 2 GiB
+    /// @param path      the chart file, at most 2 GiB; on Windows in the code page of the system
     /// @param infoOnly  0 to read everything; else only the text header and the entries of the georeference
     ///                  file are read: the line operations refuse, there is no palette and nothing is fitted
     /// @return          1, or 0 for a null path, a file that cannot be opened and, with infoOnly 0, one whose
