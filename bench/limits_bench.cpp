@@ -1,0 +1,101 @@
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <samples/chart_writer.h>
+#include <zellap10/chart/zellap.h>
+
+// What an open of the costliest files of 1 MiB takes, fits included: under a second of processor time each.
+
+namespace {
+
+constexpr std::size_t kFileSize = 1 << 20;
+
+// Lines of a kind, over and over.
+std::string filled_with(const std::vector<std::string>& lines) {
+    std::string text;
+    for (std::size_t i = 0; text.size() + lines[i].size() <= kFileSize; i = (i + 1) % lines.size())
+        text += lines[i];
+    return text;
+}
+
+std::string point(const std::string& longitude, int latitude, int y, int x) {
+    return "Point=" + longitude + " " + std::to_string(latitude) + " " + std::to_string(y) + " " +
+           std::to_string(x) + "\n";
+}
+
+// Nearly all points stand in the band in the middle that both halves take, so that each is fitted three times
+// in each direction.
+std::vector<std::string> points_in_the_band(int count, const std::string& odd_longitude) {
+    std::vector<std::string> lines{point("1", 0, 0, 3), point("5", 9, 9, 7)};
+    for (int i = 2; i < count; ++i) {
+        const std::string longitude = i == 3 ? odd_longitude : std::to_string(i * 7 % 10);
+        lines.push_back(point(longitude, 4 + i % 2, 4 + i * 3 % 2, i * 31 % 10));
+    }
+    return lines;
+}
+
+// An inset for each eleven of them, the fewest that both halves can be fitted with at the highest order.
+std::string insets_of_points(const std::string& odd_longitude) {
+    std::vector<std::string> lines = points_in_the_band(11, odd_longitude);
+    lines.insert(lines.begin(), "[Inset\n");
+    return filled_with(lines);
+}
+
+struct CostRow {
+    const char* name;
+    std::string chart;
+    std::string geo;
+};
+
+std::vector<CostRow> cost_rows() {
+    using samples::chart_bytes;
+    const std::string small_chart = chart_bytes("NOS/RA=0,0,8,1\n", 4, {"\x01\x0F"});
+    const std::string lines_of_one_byte =
+        chart_bytes("NOS/RA=0,0,2147483647,200000\n", 4, std::vector<std::string>(200000, "\x01"));
+    // clang-format off
+    return {
+        {"points in one list",              small_chart, filled_with(points_in_the_band(7000, "1"))},
+        {"an infinity among them",          small_chart, filled_with(points_in_the_band(7000, "inf"))},
+        {"points beyond a double's square", small_chart, filled_with(points_in_the_band(99, "1e308"))},
+        {"points below a double's square",  small_chart, filled_with(points_in_the_band(99, "1e-160"))},
+        {"points in insets",                small_chart, insets_of_points("1")},
+        {"a NaN in each inset",             small_chart, insets_of_points("nan")},
+        {"insets without points",           small_chart, filled_with({"[Inset\n", std::string(90, ' ') + "\n"})},
+        {"text without a line end",         small_chart, std::string(kFileSize, 'P')},
+        {"blanks",                          std::string(kFileSize, ' ') + small_chart, ""},
+        {"records without an end",          filled_with({"NOS/NA=\n", " \n"}) + small_chart, ""},
+        {"a header of many lines",          filled_with({"RGB\n"}) + small_chart, ""},
+        {"wide lines of one byte",          lines_of_one_byte, ""},
+    };
+    // clang-format on
+}
+
+void open_and_close(benchmark::State& state, const CostRow& row) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "zellap10_limits_bench";
+    std::filesystem::create_directories(folder);
+    samples::write_file((folder / "c.GEO").string(), row.geo);
+    const std::string path = (folder / "c.cht").string();
+    samples::write_file(path, row.chart);
+    for (auto _ : state) {
+        CZellap chart;
+        if (chart.OpenZellap(path.c_str(), 0) == 0) state.SkipWithError("does not open");
+    }
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    const std::vector<CostRow> rows = cost_rows();
+    for (const CostRow& row : rows) {
+        benchmark::RegisterBenchmark(row.name, [&row](benchmark::State& state) {
+            open_and_close(state, row);
+        })->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}
