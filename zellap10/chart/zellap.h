@@ -74,8 +74,7 @@ public:
     /// @param firstCol, colCount    columns of the rectangle
     /// @param dest                  room for lineCount x colCount bytes; receives a colour index a pixel
     /// @return  1, also for a rectangle without pixels, or 0 for one that is not inside the picture and for
-    /// an
-    ///          object that is not open; `dest` is then untouched. A run that goes past Width is cut. A
+    ///          an object that is not open; `dest` is then untouched. A run that goes past Width is cut. A
     ///          negative Width or Height counts as 0.
     int getMultiLines(int firstLine, int lineCount, int firstCol, int colCount, unsigned char* dest);
 

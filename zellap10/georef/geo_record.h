@@ -163,8 +163,7 @@ public:
     ///
     /// @param order   as in SolveSVDpw
     /// @param points  as in SolveSVDpw
-    /// @param first   receives the coefficients of pixel x over longitude and latitude, as many as there are
-    /// terms
+    /// @param first   receives the coefficients of pixel x over longitude and latitude, one a term
     /// @param second  receives those of pixel y
     /// @param error   receives the sum of the squared residuals of both, pixels squared
     ///
