@@ -269,8 +269,7 @@ void read_geo(benchmark::State& state) {
     for (auto _ : state) {
         CGEORec record;
         record.ReadGEO(path.c_str(), 1);
-        POSITION place = record.Insets.GetHeadPosition();
-        delete record.Insets.GetNext(place);
+        delete *record.Insets.begin();
     }
     std::filesystem::remove(path);
 }

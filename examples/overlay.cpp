@@ -48,23 +48,15 @@ struct Extent {
     }
 };
 
-template <class Use>
-void for_each(const CRefPointList& points, Use use) {
-    for (POSITION place = points.GetHeadPosition(); place != nullptr;)
-        use(*points.GetNext(place));
-}
-
 Extent extent_of(const CGEORec& record) {
     Extent extent;
-    const auto take_in = [&](const CRefPoint& point) {
-        const double lon = running_on(record, point.Longitude);
-        extent.south = std::min(extent.south, point.Latitude);
-        extent.north = std::max(extent.north, point.Latitude);
+    for (const CRefPoint* point : record.Vertices.IsEmpty() ? record.Points : record.Vertices) {
+        const double lon = running_on(record, point->Longitude);
+        extent.south = std::min(extent.south, point->Latitude);
+        extent.north = std::max(extent.north, point->Latitude);
         extent.west = std::min(extent.west, lon);
         extent.east = std::max(extent.east, lon);
-    };
-    for_each(record.Vertices, take_in);
-    if (record.Vertices.IsEmpty()) for_each(record.Points, take_in);
+    }
     return extent;
 }
 
@@ -162,9 +154,8 @@ void draw_grid(const Plotter& plotter, const Extent& extent, int step_minutes) {
 
 void draw_outline(const Plotter& plotter, const CGEORec& record) {
     std::vector<Spot> outline;
-    for_each(record.Vertices, [&](const CRefPoint& vertex) {
-        outline.push_back(plotter.spot_of(vertex.Latitude, vertex.Longitude));
-    });
+    for (const CRefPoint* vertex : record.Vertices)
+        outline.push_back(plotter.spot_of(vertex->Latitude, vertex->Longitude));
     if (outline.empty()) return;
     for (const Spot& corner : outline)
         plotter.ring(corner, 4 * std::sqrt(2.0), 4, kVertexPen);
@@ -220,8 +211,7 @@ void draw_overlay(const View& view, const CGEORec& record, const std::vector<Way
     const Plotter plotter(view, record);
     draw_grid(plotter, extent_of(record), grid_step(record));
     draw_outline(plotter, record);
-    for_each(record.Points, [&](const CRefPoint& point) {
-        plotter.ring(plotter.spot_of(point.Latitude, point.Longitude), kRingRadius, 24, kPointPen);
-    });
+    for (const CRefPoint* point : record.Points)
+        plotter.ring(plotter.spot_of(point->Latitude, point->Longitude), kRingRadius, 24, kPointPen);
     draw_route(plotter, record, route);
 }

@@ -43,12 +43,6 @@ const ChartRow kSolent = {"english_channel", "THE SOLENT", 1, 0, 0, 12, 10, kGre
 constexpr int kSamplesOfLine = 150;
 constexpr double kLeastShare = 0.95;  // of a grid's samples; names, the title and the rose cover up to 0.03
 
-template <class Use>
-void for_each(const CRefPointList& points, Use use) {
-    for (POSITION place = points.GetHeadPosition(); place != nullptr;)
-        use(*points.GetNext(place));
-}
-
 void open(CZellap& chart, const ChartRow& row) {
     const std::string path = std::string(SAMPLE_CHARTS_DIR) + "/" + row.file + ".chart";
     ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
@@ -60,14 +54,14 @@ public:
     Grid(CZellap& chart, const CGEORec& record, const ChartRow& row)
         : chart_(chart), record_(record), row_(row) {
         GetPaletteEntries(chart.GetPaletteHandle(), 0, 256, palette_);
-        for_each(record.Vertices, [&](const CRefPoint& vertex) {
+        for (const CRefPoint* vertex : record.Vertices) {
             const double lon =
-                record.Wraps180 != 0 && vertex.Longitude > 0 ? vertex.Longitude - 360 : vertex.Longitude;
+                record.Wraps180 != 0 && vertex->Longitude > 0 ? vertex->Longitude - 360 : vertex->Longitude;
             west_ = std::min(west_, lon);
             east_ = std::max(east_, lon);
-            south_ = std::min(south_, vertex.Latitude);
-            north_ = std::max(north_, vertex.Latitude);
-        });
+            south_ = std::min(south_, vertex->Latitude);
+            north_ = std::max(north_, vertex->Latitude);
+        }
     }
 
     double share_found() {
@@ -101,8 +95,8 @@ private:
     }
 
     bool is_under_inset(int column, int line) const {
-        for (POSITION place = record_.Insets.GetHeadPosition(); place != nullptr;) {
-            const PixelRect& rect = record_.Insets.GetNext(place)->InsetRect;
+        for (const CGEORec* inset : record_.Insets) {
+            const PixelRect& rect = inset->InsetRect;
             if (column >= rect.left && column <= rect.right && line >= rect.top && line <= rect.bottom)
                 return true;
         }
@@ -133,18 +127,18 @@ void expect_record(CZellap& chart, const CGEORec& record, const ChartRow& row) {
     EXPECT_EQ(record.Wraps180, row.wraps);
     EXPECT_EQ(record.Insets.GetCount(), row.insets);
     EXPECT_EQ(record.Points.GetCount(), row.points);
-    for_each(record.Points, [&](const CRefPoint& point) {
+    for (const CRefPoint* point : record.Points) {
         double x = 0;
         double y = 0;
-        record.wpxy(point.Longitude, point.Latitude, &x, &y);
-        EXPECT_NEAR(x, point.X, row.most_pixels) << point.Name;
-        EXPECT_NEAR(y, point.Y, row.most_pixels) << point.Name;
+        record.wpxy(point->Longitude, point->Latitude, &x, &y);
+        EXPECT_NEAR(x, point->X, row.most_pixels) << point->Name;
+        EXPECT_NEAR(y, point->Y, row.most_pixels) << point->Name;
         double lon = 0;
         double lat = 0;
         record.pwxy(x, y, &lon, &lat);
-        EXPECT_NEAR(lon, point.Longitude, row.most_degrees) << point.Name;
-        EXPECT_NEAR(lat, point.Latitude, row.most_degrees) << point.Name;
-    });
+        EXPECT_NEAR(lon, point->Longitude, row.most_degrees) << point->Name;
+        EXPECT_NEAR(lat, point->Latitude, row.most_degrees) << point->Name;
+    }
     EXPECT_GT(Grid(chart, record, row).share_found(), kLeastShare);
 }
 
@@ -162,8 +156,7 @@ TEST(SampleCharts, ShowTheGridOfAnInsetWhereItsRecordPutsIt) {
     open(chart, kSolent);
     const CList<CGEORec*, CGEORec*>& insets = chart.GetBaseGeoRec()->Insets;
     ASSERT_EQ(insets.GetCount(), 1);
-    POSITION place = insets.GetHeadPosition();
-    expect_record(chart, *insets.GetNext(place), kSolent);
+    expect_record(chart, **insets.begin(), kSolent);
 }
 
 TEST(SampleCharts, HaveLongitudesOfBothSignsAcrossThe180thMeridian) {

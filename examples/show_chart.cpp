@@ -63,12 +63,11 @@ void print_route(const CGEORec& record, const std::vector<Waypoint>& route) {
 void print_residuals(const CGEORec& record) {
     double sum = 0;
     double largest = 0;
-    for (POSITION place = record.Points.GetHeadPosition(); place != nullptr;) {
-        const CRefPoint& point = *record.Points.GetNext(place);
+    for (const CRefPoint* point : record.Points) {
         double x = 0;
         double y = 0;
-        record.wpxy(point.Longitude, point.Latitude, &x, &y);
-        const double apart = std::hypot(x - point.X, y - point.Y);
+        record.wpxy(point->Longitude, point->Latitude, &x, &y);
+        const double apart = std::hypot(x - point->X, y - point->Y);
         sum += apart * apart;
         largest = std::max(largest, apart);
     }
@@ -95,16 +94,9 @@ void print_record(const CGEORec& record, double middle_x, double middle_y) {
     std::printf("grid drawn      each %d minutes\n", grid_step(record));
 }
 
-std::vector<const CGEORec*> insets_of(const CGEORec& base) {
-    std::vector<const CGEORec*> insets;
-    for (POSITION place = base.Insets.GetHeadPosition(); place != nullptr;)
-        insets.push_back(base.Insets.GetNext(place));
-    return insets;
-}
-
 std::vector<PixelRect> inset_rects_of(const CGEORec& base) {
     std::vector<PixelRect> rects;
-    for (const CGEORec* inset : insets_of(base))
+    for (const CGEORec* inset : base.Insets)
         rects.push_back(inset->InsetRect);
     return rects;
 }
@@ -117,7 +109,7 @@ void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypo
     print_record(base, (size.cx - 1) / 2.0, (size.cy - 1) / 2.0);
     std::printf("insets          %d\n", static_cast<int>(base.Insets.GetCount()));
     print_route(base, route);
-    for (const CGEORec* inset : insets_of(base)) {
+    for (const CGEORec* inset : base.Insets) {
         const PixelRect& rect = inset->InsetRect;
         std::printf("inset           %s, columns %d to %d, lines %d to %d\n",
                     static_cast<const char*>(inset->Name), rect.left, rect.right, rect.top, rect.bottom);
@@ -132,7 +124,7 @@ void plot(const View& part, const CGEORec& base, const std::vector<Waypoint>& ro
     view.excluded = inset_rects_of(base);
     draw_overlay(view, base, route);
     view.excluded.clear();
-    for (const CGEORec* inset : insets_of(base)) {
+    for (const CGEORec* inset : base.Insets) {
         view.included = {inset->InsetRect};
         draw_overlay(view, *inset, route);
     }

@@ -50,10 +50,7 @@ constexpr double CGEORec::*kNumbers[] = {
 
 template <class Element>
 std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
-    std::vector<Element*> elements;
-    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
-        elements.push_back(list.GetNext(place));
-    return elements;
+    return {list.begin(), list.end()};
 }
 
 void keep_points(const CRefPointList& points, Kept& kept) {

@@ -11,7 +11,7 @@ TEST(PaletteObject, GivesItsColoursBack) {
         const auto value = static_cast<unsigned char>(i);
         colours.palPalEntry[i] = {value, static_cast<unsigned char>(255 - i), 7, 0};
     }
-    const HPALETTE palette = CreatePalette(colours);
+    const HPALETTE palette = CreatePalette(&colours);
     ASSERT_NE(palette, nullptr);
     PALETTEENTRY entries[256] = {};
     EXPECT_EQ(GetPaletteEntries(palette, 0, 0, nullptr), 256u);

@@ -27,6 +27,40 @@ TEST(CStringText, HoldsWhatItWasGiven) {
     EXPECT_STREQ(self, "al");
 }
 
+struct OrderRow {
+    const char* name;
+    const char* smaller;
+    const char* larger;
+};
+
+const OrderRow kOrderRows[] = {{"letters", "Channel", "Solent"},
+                               {"upper case first", "Z", "a"},
+                               {"a front of it", "Bay", "Bay 2"},
+                               {"bytes above 127", "z", "\xC9"},
+                               {"null is empty", nullptr, "a"}};
+
+// Each of the six with a text on either side, and with a text object on both; addresses the other way round.
+TEST(CStringText, IsComparedByteByByte) {
+    for (const OrderRow& row : kOrderRows) {
+        SCOPED_TRACE(row.name);
+        const CString texts[] = {row.larger, row.smaller};
+        const CString& large = texts[0];
+        const CString& small = texts[1];
+        EXPECT_TRUE(small < large && small < row.larger && row.smaller < large);
+        EXPECT_TRUE(small <= large && small <= row.larger && row.smaller <= large);
+        EXPECT_TRUE(small != large && small != row.larger && row.smaller != large);
+        EXPECT_TRUE(large > small && large > row.smaller && row.larger > small);
+        EXPECT_TRUE(large >= small && large >= row.smaller && row.larger >= small);
+        EXPECT_FALSE(large < small || large < row.smaller || row.larger < small);
+        EXPECT_FALSE(large <= small || large <= row.smaller || row.larger <= small);
+        EXPECT_FALSE(large == small || large == row.smaller || row.larger == small);
+        EXPECT_FALSE(small > large || small > row.larger || row.smaller > large);
+        EXPECT_FALSE(small >= large || small >= row.larger || row.smaller >= large);
+        const CString copy(small);
+        EXPECT_TRUE(small == copy && small <= copy && small >= copy && !(small < copy) && !(small > copy));
+    }
+}
+
 TEST(CStringFormat, PrintsAsPrintf) {
     CString text("7");
     text.Format("+%3.3d %2.2d %05.2f %s", 12, 3, 4.256, static_cast<const char*>(text));
@@ -57,6 +91,11 @@ TEST(CListWalk, GoesFromHeadToTail) {
         list.AddTail(element);
     EXPECT_EQ(list.GetCount(), 1000);
     EXPECT_EQ(walked(list), expected);
+    const IntList& same = list;
+    EXPECT_EQ(std::vector<int>(same.begin(), same.end()), expected);
+    for (int& element : list)
+        ++element;
+    EXPECT_EQ(walked(list)[999], expected[999] + 1);
     list.RemoveAll();
     EXPECT_TRUE(list.IsEmpty());
     EXPECT_TRUE(walked(list).empty());

@@ -50,8 +50,5 @@ inline void add_vertex(CGEORec& record, double longitude, double latitude) {
 /// The elements of a list, from its head.
 template <class Element>
 std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
-    std::vector<Element*> elements;
-    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
-        elements.push_back(list.GetNext(place));
-    return elements;
+    return {list.begin(), list.end()};
 }

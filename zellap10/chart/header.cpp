@@ -4,7 +4,6 @@
 #include <string>
 
 #include <zellap10/chart/zellap.h>
-#include <zellap10/georef/points.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_reader.h>
 #include <zellap10/platform/whole_number.h>
@@ -99,10 +98,10 @@ void read_colour(const std::string& record, CZellap& chart) {
 // Fits a record to the points that it holds, and rounds the pixels of its vertices.
 void refit(CGEORec& record) {
     record.solvepoly();
-    zellap10::georef::for_each_point(record.Vertices, [&record](CRefPoint& vertex) {
-        vertex.X = whole_number(record.wpx(vertex.Longitude, vertex.Latitude) + 0.5);
-        vertex.Y = whole_number(record.wpy(vertex.Longitude, vertex.Latitude) + 0.5);
-    });
+    for (CRefPoint* vertex : record.Vertices) {
+        vertex->X = whole_number(record.wpx(vertex->Longitude, vertex->Latitude) + 0.5);
+        vertex->Y = whole_number(record.wpy(vertex->Longitude, vertex->Latitude) + 0.5);
+    }
 }
 
 }  // namespace

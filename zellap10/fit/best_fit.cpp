@@ -5,7 +5,6 @@
 #include <zellap10/fit/direction.h>
 #include <zellap10/fit/polynomial.h>
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
 
 namespace zellap10::fit {
 
@@ -29,17 +28,17 @@ void split(Direction direction, const CRefPointList& source, CRefPointList& low,
            double* split_value) {
     double smallest = kLargest;
     double largest = -kLargest;
-    georef::for_each_point(source, [&](const CRefPoint& point) {
-        smallest = std::min(smallest, direction(point).b);
-        largest = std::max(largest, direction(point).b);
-    });
+    for (const CRefPoint* point : source) {
+        smallest = std::min(smallest, direction(*point).b);
+        largest = std::max(largest, direction(*point).b);
+    }
     const double middle = (largest + smallest) * 0.5;
     const double margin = (largest - smallest) * kOverlap;
     *split_value = middle;
-    georef::for_each_point(source, [&](CRefPoint& point) {
-        if (direction(point).b < middle + margin) low.AddTail(&point);
-        if (direction(point).b > middle - margin) high.AddTail(&point);
-    });
+    for (CRefPoint* point : source) {
+        if (direction(*point).b < middle + margin) low.AddTail(point);
+        if (direction(*point).b > middle - margin) high.AddTail(point);
+    }
 }
 
 void find_best(Direction direction, const CRefPointList& points, double* first, double* second,

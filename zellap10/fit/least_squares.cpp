@@ -5,7 +5,6 @@
 #include <zellap10/fit/polynomial.h>
 #include <zellap10/fit/svd.h>
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
 
 namespace zellap10::fit {
 
@@ -58,15 +57,15 @@ void solve(Direction direction, int order, const CRefPointList& points, double* 
     Vector second_solution(n);
 
     int i = 0;
-    georef::for_each_point(points, [&](const CRefPoint& point) {
-        const Sample sample = direction(point);
+    for (const CRefPoint* point : points) {
+        const Sample sample = direction(*point);
         ++i;
         fill_terms(sample.a, sample.b, n, design[i] + 1);
         for (int j = 1; j <= n; ++j)
             u[i][j] = design[i][j];
         first_results[i] = sample.first;
         second_results[i] = sample.second;
-    });
+    }
     decompose(u, m, n, w, v);
     drop_small_values(w, n);
     back_substitute(u, w, v, m, n, first_results, first_solution);

@@ -1,7 +1,6 @@
 #include <cmath>
 
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
 #include <zellap10/platform/whole_number.h>
 
 // A chart over the 180th meridian is fitted with its positive longitudes moved down by a turn, so that
@@ -9,7 +8,6 @@
 
 namespace {
 
-using zellap10::georef::for_each_point;
 using zellap10::platform::whole_number;
 
 constexpr int kLargestX = 2147483647;
@@ -21,31 +19,31 @@ void CGEORec::Check180Wrap(CRefPointList* list) {
     int largest_x = -kLargestX;
     double west = 0.0;
     double east = 0.0;
-    for_each_point(*list, [&](const CRefPoint& point) {
-        if (point.X < smallest_x) {
-            smallest_x = point.X;
-            west = point.Longitude;
+    for (const CRefPoint* point : *list) {
+        if (point->X < smallest_x) {
+            smallest_x = point->X;
+            west = point->Longitude;
         }
-        if (point.X > largest_x) {
-            largest_x = point.X;
-            east = point.Longitude;
+        if (point->X > largest_x) {
+            largest_x = point->X;
+            east = point->Longitude;
         }
-    });
+    }
     Wraps180 = east < 0.0 && west > 0.0 ? 1 : 0;
 }
 
 void CGEORec::WrapLongitude(CRefPointList* list) const {
     if (Wraps180 == 0) return;
-    for_each_point(*list, [](CRefPoint& point) {
-        if (point.Longitude > 0.0) point.Longitude -= 360.0;
-    });
+    for (CRefPoint* point : *list) {
+        if (point->Longitude > 0.0) point->Longitude -= 360.0;
+    }
 }
 
 void CGEORec::UnWrapLongitude(CRefPointList* list) const {
     if (Wraps180 == 0) return;
-    for_each_point(*list, [](CRefPoint& point) {
-        if (point.Longitude < -180.0) point.Longitude += 360.0;
-    });
+    for (CRefPoint* point : *list) {
+        if (point->Longitude < -180.0) point->Longitude += 360.0;
+    }
 }
 
 CString CGEORec::deg2dms(double degrees) const {

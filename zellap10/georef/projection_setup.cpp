@@ -3,13 +3,10 @@
 #include <vector>
 
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_compare.h>
 
 namespace {
-
-using zellap10::georef::for_each_point;
 
 // The datum row whose ellipsoid every chart's record is set up on.
 constexpr int kRecordDatum = 17;
@@ -41,12 +38,12 @@ void CGEORec::MinMeanMaxLL() {
     constexpr double kLargest = std::numeric_limits<double>::max();
     MinLat = MinLon = kLargest;
     MaxLat = MaxLon = -kLargest;
-    for_each_point(Vertices, [this](const CRefPoint& vertex) {
-        if (vertex.Longitude < MinLon) MinLon = vertex.Longitude;
-        if (vertex.Longitude > MaxLon) MaxLon = vertex.Longitude;
-        if (vertex.Latitude < MinLat) MinLat = vertex.Latitude;
-        if (vertex.Latitude > MaxLat) MaxLat = vertex.Latitude;
-    });
+    for (const CRefPoint* vertex : Vertices) {
+        if (vertex->Longitude < MinLon) MinLon = vertex->Longitude;
+        if (vertex->Longitude > MaxLon) MaxLon = vertex->Longitude;
+        if (vertex->Latitude < MinLat) MinLat = vertex->Latitude;
+        if (vertex->Latitude > MaxLat) MaxLat = vertex->Latitude;
+    }
     MeanLat = (MaxLat + MinLat) * 0.5;
     MeanLon = (MaxLon + MinLon) * 0.5;
 }
@@ -64,13 +61,13 @@ void CGEORec::ProjectionInit() {
 
     // The points on the projected plane: easting stands for longitude and northing for latitude.
     std::vector<CRefPoint> projected;
-    for_each_point(Points, [&](const CRefPoint& point) {
+    for (const CRefPoint* point : Points) {
         double easting = 0.0;
         double northing = 0.0;
-        project_f(code, &parms, point.Latitude + LatitudeOffset, point.Longitude + LongitudeOffset, &easting,
-                  &northing);
-        projected.emplace_back("", point.X, point.Y, easting, northing);
-    });
+        project_f(code, &parms, point->Latitude + LatitudeOffset, point->Longitude + LongitudeOffset,
+                  &easting, &northing);
+        projected.emplace_back("", point->X, point->Y, easting, northing);
+    }
     CRefPointList list;
     for (CRefPoint& point : projected)
         list.AddTail(&point);

@@ -4,13 +4,11 @@
 
 #include <zellap10/georef/geo_file.h>
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
 #include <zellap10/platform/file.h>
 #include <zellap10/platform/whole_number.h>
 
 namespace {
 
-using zellap10::georef::for_each_point;
 using zellap10::platform::whole_number;
 
 // Pixels around the points of an inset that belong to it.
@@ -26,10 +24,10 @@ PixelRect rect_of(const CRefPointList& points) {
     if (points.IsEmpty()) return {};
     using Limits = std::numeric_limits<int>;
     PixelRect rect{Limits::max(), Limits::max(), Limits::min(), Limits::min()};
-    for_each_point(points, [&rect](const CRefPoint& point) {
-        rect = {std::min(rect.left, point.X), std::min(rect.top, point.Y), std::max(rect.right, point.X),
-                std::max(rect.bottom, point.Y)};
-    });
+    for (const CRefPoint* point : points) {
+        rect = {std::min(rect.left, point->X), std::min(rect.top, point->Y), std::max(rect.right, point->X),
+                std::max(rect.bottom, point->Y)};
+    }
     const auto moved = [](int pixel, int by) { return held(static_cast<std::int64_t>(pixel) + by); };
     return {moved(rect.left, -kInsetMargin), moved(rect.top, -kInsetMargin), moved(rect.right, kInsetMargin),
             moved(rect.bottom, kInsetMargin)};
@@ -38,13 +36,13 @@ PixelRect rect_of(const CRefPointList& points) {
 // Fits a record and gives its vertices their pixels.
 void fit(CGEORec& record) {
     record.solvepoly();
-    for_each_point(record.Vertices, [&record](CRefPoint& vertex) {
+    for (CRefPoint* vertex : record.Vertices) {
         double x = 0.0;
         double y = 0.0;
-        record.wpxy(vertex.Longitude, vertex.Latitude, &x, &y);
-        vertex.X = whole_number(x);
-        vertex.Y = whole_number(y);
-    });
+        record.wpxy(vertex->Longitude, vertex->Latitude, &x, &y);
+        vertex->X = whole_number(x);
+        vertex->Y = whole_number(y);
+    }
 }
 
 }  // namespace
@@ -59,9 +57,8 @@ void CGEORec::ReadGEO(CString path, int infoOnly) {
 
     InsetRect = {};
     fit(*this);
-    for (POSITION place = Insets.GetHeadPosition(); place != nullptr;) {
-        CGEORec& inset = *Insets.GetNext(place);
-        fit(inset);
-        inset.InsetRect = rect_of(inset.Points);
+    for (CGEORec* inset : Insets) {
+        fit(*inset);
+        inset->InsetRect = rect_of(inset->Points);
     }
 }

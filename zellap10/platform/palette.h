@@ -62,6 +62,11 @@ struct LOGPALETTE256 {
     operator const LOGPALETTE*() const { return reinterpret_cast<const LOGPALETTE*>(this); }
 };
 
+/// The palette object of such a record; on Windows too, where the other CreatePalette is the system's.
+inline HPALETTE CreatePalette(const LOGPALETTE256* palette) {
+    return CreatePalette(reinterpret_cast<const LOGPALETTE*>(palette));
+}
+
 static_assert(sizeof(PALETTEENTRY) == 4, "a colour is four bytes");
 static_assert(sizeof(LOGPALETTE) == 8 && sizeof(LOGPALETTE256) == 4 + 256 * 4,
               "the colours follow the two numbers directly");

@@ -27,7 +27,7 @@ public:
     CString() = default;
 
     /// A copy of a text that a zero ends; null gives an empty one.
-    CString(const char* text) : text_(text != nullptr ? text : "") {}
+    CString(const char* text) : text_(text_of(text)) {}
 
     /// Takes a copy of a text that a zero ends, which may lie in this same object.
     CString& operator=(const char* text) { return *this = CString(text); }
@@ -46,15 +46,31 @@ public:
     /// The text, ended by a zero; good until the next change of this object.
     operator const char*() const { return text_.c_str(); }
 
-    /// Comparison of the texts, byte by byte.
+    /// Comparison of the texts, byte by byte, each byte a number from 0 to 255; no locale takes part.
     friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
-    friend bool operator==(const CString& a, const char* b) { return a == CString(b); }
-    friend bool operator==(const char* a, const CString& b) { return CString(a) == b; }
-    friend bool operator!=(const CString& a, const CString& b) { return !(a == b); }
-    friend bool operator!=(const CString& a, const char* b) { return !(a == b); }
-    friend bool operator!=(const char* a, const CString& b) { return !(a == b); }
+    friend bool operator!=(const CString& a, const CString& b) { return a.text_ != b.text_; }
+    friend bool operator<(const CString& a, const CString& b) { return a.text_ < b.text_; }
+    friend bool operator>(const CString& a, const CString& b) { return a.text_ > b.text_; }
+    friend bool operator<=(const CString& a, const CString& b) { return a.text_ <= b.text_; }
+    friend bool operator>=(const CString& a, const CString& b) { return a.text_ >= b.text_; }
+
+    friend bool operator==(const CString& a, const char* b) { return a.text_ == text_of(b); }
+    friend bool operator!=(const CString& a, const char* b) { return a.text_ != text_of(b); }
+    friend bool operator<(const CString& a, const char* b) { return a.text_ < text_of(b); }
+    friend bool operator>(const CString& a, const char* b) { return a.text_ > text_of(b); }
+    friend bool operator<=(const CString& a, const char* b) { return a.text_ <= text_of(b); }
+    friend bool operator>=(const CString& a, const char* b) { return a.text_ >= text_of(b); }
+
+    friend bool operator==(const char* a, const CString& b) { return text_of(a) == b.text_; }
+    friend bool operator!=(const char* a, const CString& b) { return text_of(a) != b.text_; }
+    friend bool operator<(const char* a, const CString& b) { return text_of(a) < b.text_; }
+    friend bool operator>(const char* a, const CString& b) { return text_of(a) > b.text_; }
+    friend bool operator<=(const char* a, const CString& b) { return text_of(a) <= b.text_; }
+    friend bool operator>=(const char* a, const CString& b) { return text_of(a) >= b.text_; }
 
 private:
+    static const char* text_of(const char* text) { return text != nullptr ? text : ""; }
+
     std::string text_;
 };
 
@@ -62,12 +78,14 @@ private:
 struct ListPosition;
 using POSITION = ListPosition*;
 
-/// A list that grows at its tail and is walked from its head:
+/// A list that grows at its tail and is walked from its head, in either way:
 ///
+///     for (CRefPoint* point : list) use(point);
 ///     for (POSITION place = list.GetHeadPosition(); place != nullptr;) use(list.GetNext(place));
 ///
-/// A place stays good while elements are added, and ends with RemoveAll. Pointers in a list are not owned
-/// by it. The copy of a list holds the same elements.
+/// A place stays good while elements are added, and ends with RemoveAll. What begin, end and GetNext gave
+/// does not: an iterator or a reference to an element is good until the next AddTail or RemoveAll. Pointers
+/// in a list are not owned by it. The copy of a list holds the same elements.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CList {
 public:
@@ -94,6 +112,12 @@ public:
         const std::size_t index = step(place);
         return elements_[index];
     }
+
+    /// The walk from the head by iterators.
+    auto begin() { return elements_.begin(); }
+    auto end() { return elements_.end(); }
+    auto begin() const { return elements_.begin(); }
+    auto end() const { return elements_.end(); }
 
     /// How many elements there are.
     std::intptr_t GetCount() const { return static_cast<std::intptr_t>(elements_.size()); }
