@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zellap10)
 
-install(TARGETS zellap10 EXPORT zellap10 FILE_SET HEADERS)
+install(TARGETS zellap10 zellap10_plotter EXPORT zellap10 FILE_SET HEADERS)
 # The library needs no other package, so its targets are the whole package.
 install(
   EXPORT zellap10
@@ -26,5 +26,8 @@ endif()
 if(NOT BUILD_SHARED_LIBS)
   set(zellap10_pc_cflags " -DZELLAP10_STATIC")
 endif()
-configure_file(cmake/zellap10.pc.in zellap10.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zellap10.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(name IN ITEMS zellap10 zellap10-plotter)
+  configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)
+endforeach()
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zellap10.pc ${CMAKE_CURRENT_BINARY_DIR}/zellap10-plotter.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,5 @@
+#pragma once
+
+/// What a plotter needs on top of the library, in one include.
+
+#include <zellap10/plotter/position.h>
