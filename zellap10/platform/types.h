@@ -113,11 +113,10 @@ public:
         return elements_[index];
     }
 
-    /// The walk from the head by iterators.
-    auto begin() { return elements_.begin(); }
-    auto end() { return elements_.end(); }
-    auto begin() const { return elements_.begin(); }
-    auto end() const { return elements_.end(); }
+    auto begin() { return elements_.begin(); }        ///< where a walk by iterators starts
+    auto end() { return elements_.end(); }            ///< where it ends
+    auto begin() const { return elements_.begin(); }  ///< the same in a list that is not to be changed
+    auto end() const { return elements_.end(); }      ///< where that ends
 
     /// How many elements there are.
     std::intptr_t GetCount() const { return static_cast<std::intptr_t>(elements_.size()); }
