@@ -2,4 +2,6 @@
 
 /// What a plotter needs on top of the library, in one include.
 
+#include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/position.h>
+#include <zellap10/plotter/window.h>
