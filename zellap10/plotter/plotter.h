@@ -4,4 +4,5 @@
 
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/position.h>
+#include <zellap10/plotter/text.h>
 #include <zellap10/plotter/window.h>
