@@ -4,5 +4,6 @@
 
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/position.h>
+#include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
 #include <zellap10/plotter/window.h>
