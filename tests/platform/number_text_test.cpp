@@ -55,7 +55,7 @@ struct RealRow {
     const char* name;
     const char* text;
     bool taken;
-    double value;
+    double value;  // of the number at the front, also where it breaks off and is not taken
     const char* rest;
 };
 
@@ -69,19 +69,48 @@ const RealRow kRealRows[] = {
     {"hexadecimal",            "0x10",           true,  16.0,       ""},
     {"too large",              "1e999",          true,  HUGE_VAL,   ""},
     {"no number",              " N42",           false, 0.0,        " N42"},
+    {"upper case",             "-0X1P3 ",        true,  -8.0,       " "},
+    {"infinity, letter behind", "-InfinityX",    true,  -HUGE_VAL,  "X"},
+    {"inf, letter behind",     "inferior",       true,  HUGE_VAL,   "erior"},
+    {"two exponents",          "1e2e3",          true,  100.0,      "e3"},
+    {"two of hexadecimal",     "0x1p2p3",        true,  4.0,        "p3"},
+    {"zeros before an x",      "00x1",           true,  0.0,        "x1"},
+    {"p behind a decimal",     "42p1",           true,  42.0,       "p1"},
+    {"hexadecimal, no inf",    "0xfi",           true,  15.0,       "i"},
+    {"hexadecimal, no nan",    "0xa(",           true,  10.0,       "("},
+    {"x breaks off",           "-0x",            false, 0.0,        "-0x"},
+    {"x and no digit",         "0xg",            false, 0.0,        "0xg"},
+    {"exponent breaks off",    " 42e",           false, 42.0,       " 42e"},
+    {"exponent and its sign",  "1e+",            false, 1.0,        "1e+"},
+    {"point, exponent",        "7.e x",          false, 7.0,        "7.e x"},
+    {"exponent of 2",          "0x8P-",          false, 8.0,        "0x8P-"},
+    {"infi",                   "+infi 1",        false, HUGE_VAL,   "+infi 1"},
+    {"infinit",                "INFINIT",        false, HUGE_VAL,   "INFINIT"},
+    {"a point alone",          ".",              false, 0.0,        "."},
 };
 // clang-format on
 
-TEST(TextScannerReal, ReadsAsStrtod) {
+// The whole number or nothing; number_of takes what is whole.
+TEST(TextScannerReal, ReadsAsScanFormatLf) {
     for (const RealRow& row : kRealRows) {
         SCOPED_TRACE(row.name);
         TextScanner scanner(row.text);
         double value = 0.0;
         EXPECT_EQ(scanner.real(value), row.taken);
-        EXPECT_EQ(value, row.value);
+        EXPECT_EQ(value, row.taken ? row.value : 0.0);
         EXPECT_STREQ(scanner.rest(), row.rest);
         EXPECT_EQ(number_of(row.text), row.value);
     }
+}
+
+TEST(TextScannerReal, TakesNanWholeToo) {
+    for (const char* text : {"nan", "-NaN,", "nan(7)"}) {
+        double value = 0.0;
+        EXPECT_TRUE(TextScanner(text).real(value)) << text;
+        EXPECT_TRUE(std::isnan(value)) << text;
+    }
+    double value = 0.0;
+    EXPECT_FALSE(TextScanner("nan(").real(value));
 }
 
 TEST(NumberText, IsTheSameInEveryLocale) {

@@ -3,6 +3,11 @@
 #include <cstdlib>
 #include <new>
 
+#if !defined(_WIN32)
+#include <dlfcn.h>
+#include <locale.h>
+#endif
+
 namespace {
 
 long live_blocks = 0;
@@ -11,11 +16,15 @@ long countdown = 0;  // allocations up to and with the one that fails; 0 where n
 bool fail_on = false;
 bool failed = false;
 
-void* allocate(std::size_t size) noexcept {
-    bytes_asked += size;
+bool fails_now() {
     const bool fails = (failed && fail_on) || (countdown > 0 && --countdown == 0);
     failed = failed || fails;
-    void* block = fails ? nullptr : std::malloc(size > 0 ? size : 1);
+    return fails;
+}
+
+void* allocate(std::size_t size) noexcept {
+    bytes_asked += size;
+    void* block = fails_now() ? nullptr : std::malloc(size > 0 ? size : 1);
     if (block != nullptr) ++live_blocks;
     return block;
 }
@@ -59,6 +68,14 @@ bool Scope::has_failed() {
 }
 
 }  // namespace failing_new
+
+#if !defined(_WIN32)
+extern "C" locale_t newlocale(int categories, const char* name, locale_t base) noexcept {
+    using Function = locale_t (*)(int, const char*, locale_t);
+    static const auto of_the_system = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "newlocale"));
+    return fails_now() ? nullptr : of_the_system(categories, name, base);
+}
+#endif
 
 void* operator new(std::size_t size) {
     return allocate_or_throw(size);

@@ -1,6 +1,7 @@
 #pragma once
 
-/// The allocations of this program, through its own operator new, which fails when it is told to.
+/// The allocations of this program, through its own operator new and newlocale, which fail when they are told
+/// to.
 namespace failing_new {
 
 /// Blocks that are allocated now.
@@ -10,7 +11,7 @@ long live();
 unsigned long long asked();
 
 /// Makes allocations fail as long as it lives: the n-th from now on, counted from 1, and with `all_after`
-/// every later one too. A throwing operator new throws, one that must not throw gives null.
+/// every later one too. A throwing operator new throws, one that must not throw and newlocale give null.
 class Scope {
 public:
     Scope(long n, bool all_after);

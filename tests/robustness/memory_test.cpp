@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "../chart/chart_under_test.h"
+#include "../support/comma_locale.h"
 #include "../support/point_lists.h"
 #include "failing_new.h"
 
@@ -241,15 +242,17 @@ TEST_F(MemoryRunsOut, InAGeoreferenceFile) {
 }
 
 TEST_F(MemoryRunsOut, InATextOfAnAngle) {
+    const CommaLocale locale;
+    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
     const CGEORec record;
     const int failures = fail_in_turn([&](long n, bool all_after) {
         CString text = "as it was";
         const Outcome outcome = outcome_of([&] {
             const failing_new::Scope scope(n, all_after);
-            text = record.deg2dms(-1234567890.0);
+            text = record.deg2dms(-1234567890.5);
             return 1;
         });
-        EXPECT_EQ(text, outcome == Outcome::kDone ? "-1234567890 00 00.00" : "as it was");
+        EXPECT_EQ(text, outcome == Outcome::kDone ? "-1234567890 30 00.00" : "as it was");
     });
     EXPECT_GT(failures, 0);
 }

@@ -1,6 +1,7 @@
 #include <zellap10/platform/c_locale.h>
 
 #include <clocale>
+#include <new>
 
 namespace zellap10::platform {
 
@@ -19,20 +20,16 @@ CLocaleScope::~CLocaleScope() {
 
 #else
 
-namespace {
-
-// Made once and never freed: a locale object is constant data, and every scope uses the same.
-locale_t c_locale() {
-    static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
-    return locale;
+// The C library has one object for the "C" locale, so that asking for it costs next to nothing; one that
+// makes a new object has nothing else to fail for than memory.
+CLocaleScope::CLocaleScope() : c_locale_(newlocale(LC_ALL_MASK, "C", nullptr)) {
+    if (c_locale_ == nullptr) throw std::bad_alloc();
+    before_ = uselocale(c_locale_);
 }
-
-}  // namespace
-
-CLocaleScope::CLocaleScope() : before_(uselocale(c_locale())) {}
 
 CLocaleScope::~CLocaleScope() {
     uselocale(before_);
+    freelocale(c_locale_);
 }
 
 #endif

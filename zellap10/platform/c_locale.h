@@ -9,7 +9,8 @@
 namespace zellap10::platform {
 
 /// While an object of this class lives, the C library's functions on the calling thread read and print
-/// numbers as in the "C" locale. Other threads, and the application's own setting, are not touched.
+/// numbers as in the "C" locale. Other threads, and the application's own setting, are not touched. Making
+/// one may throw std::bad_alloc.
 class CLocaleScope {
 public:
     CLocaleScope();
@@ -22,6 +23,7 @@ private:
     std::string numeric_before_;  // first: it may throw, and nothing is changed yet
     int per_thread_before_;
 #else
+    locale_t c_locale_;
     locale_t before_;
 #endif
 };

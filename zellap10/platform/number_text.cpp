@@ -1,7 +1,9 @@
 #include <zellap10/platform/number_text.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <limits>
+#include <string_view>
 
 #include <zellap10/platform/c_locale.h>
 
@@ -15,6 +17,42 @@ bool is_white_space(char c) {
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
+}
+
+// Whether strtod took less than the text began: it takes the 42 of "42e", the 0 of "0x" and the inf of
+// "infin", but a scan format takes all that may be the front of a number.
+//
+// @param taken  what strtod took, sign included
+// @param next   the character behind it
+bool breaks_off(std::string_view taken, char next) {
+    if (taken.front() == '-' || taken.front() == '+') taken.remove_prefix(1);
+    const auto has = [taken](const char* any) { return taken.find_first_of(any) != taken.npos; };
+    switch (next) {
+        case 'x':
+        case 'X':
+            return taken == "0";
+        case 'e':
+        case 'E':
+            return !has("xXeEnN");
+        case 'p':
+        case 'P':
+            return has("xX") && !has("pP");
+        case 'i':
+        case 'I':
+            return taken.size() == 3 && (taken[0] == 'i' || taken[0] == 'I');
+        case '(':
+            return taken.size() == 3 && (taken[0] == 'n' || taken[0] == 'N');
+        default:
+            return false;
+    }
+}
+
+double number_at(const char* text, const char** end) {
+    const CLocaleScope c_locale;
+    char* behind = nullptr;
+    const double number = std::strtod(text, &behind);
+    *end = behind;
+    return number;
 }
 
 }  // namespace
@@ -55,19 +93,18 @@ bool TextScanner::integer(int& value) {
 }
 
 bool TextScanner::real(double& value) {
-    const CLocaleScope c_locale;
-    char* end = nullptr;
-    const double number = std::strtod(rest_, &end);
-    if (end == rest_) return false;
+    const char* const start = TextScanner(*this).blanks().rest();
+    const char* end = nullptr;
+    const double number = number_at(start, &end);
+    if (end == start || breaks_off({start, static_cast<std::size_t>(end - start)}, *end)) return false;
     value = number;
     rest_ = end;
     return true;
 }
 
 double number_of(const char* text) {
-    double value = 0.0;
-    TextScanner(text).real(value);
-    return value;
+    const char* end = nullptr;
+    return number_at(text, &end);
 }
 
 }  // namespace zellap10::platform

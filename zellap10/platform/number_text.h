@@ -21,8 +21,9 @@ public:
     /// at the range's end. `value` is written only on success.
     bool integer(int& value);
 
-    /// %lf: leading white space and a number as strtod reads it (decimal, hexadecimal, "inf", "nan"; too
-    /// large gives infinity). `value` is written only on success.
+    /// %lf: leading white space and a number: decimal, hexadecimal ("0x2A"), "inf", "infinity" or "nan", in
+    /// upper or lower case; too large gives infinity. A number that breaks off, such as "42e", "0x" or
+    /// "infin", is none, whatever follows. `value` is written only on success.
     bool real(double& value);
 
     /// What has not been taken yet.
@@ -32,7 +33,8 @@ private:
     const char* rest_;
 };
 
-/// atof in the "C" locale: the number at the front of the text, 0.0 where there is none.
+/// atof in the "C" locale: the number at the front of the text, 0.0 where there is none. Where a number
+/// breaks off, what is whole of it counts: "42e" is 42 and "0x" is 0.
 double number_of(const char* text);
 
 }  // namespace zellap10::platform
