@@ -1,16 +1,14 @@
 #include <algorithm>
+#include <cfloat>
 #include <cstdint>
-#include <limits>
 
-#include <zellap10/fit/direction.h>
+#include <zellap10/fit/fits.h>
 #include <zellap10/fit/polynomial.h>
 #include <zellap10/georef/geo_record.h>
 
 namespace zellap10::fit {
 
 namespace {
-
-constexpr double kLargest = std::numeric_limits<double>::max();
 
 // Each half reaches this part of the range past the middle.
 constexpr double kOverlap = 0.1;
@@ -26,8 +24,8 @@ constexpr Trial kTrials[] = {{1, 3}, {2, 6}, {3, 10}};
 
 void split(Direction direction, const CRefPointList& source, CRefPointList& low, CRefPointList& high,
            double* split_value) {
-    double smallest = kLargest;
-    double largest = -kLargest;
+    double smallest = DBL_MAX;
+    double largest = -DBL_MAX;
     for (const CRefPoint* point : source) {
         smallest = std::min(smallest, direction(*point).b);
         largest = std::max(largest, direction(*point).b);
@@ -43,12 +41,12 @@ void split(Direction direction, const CRefPointList& source, CRefPointList& low,
 
 void find_best(Direction direction, const CRefPointList& points, double* first, double* second,
                double* error) {
-    double best = kLargest;
+    double best = kNoFit;
     for (const Trial& trial : kTrials) {
         if (points.GetCount() < trial.points) break;
         double trial_first[kTerms] = {};
         double trial_second[kTerms] = {};
-        double trial_error = kLargest;
+        double trial_error = kNoFit;
         solve(direction, trial.order, points, trial_first, trial_second, &trial_error);
         // Only a smaller error wins: not an equal one of a higher order, and not one that is no number.
         if (!(trial_error < best)) continue;

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include <zellap10/fit/direction.h>
+#include <zellap10/fit/fits.h>
 #include <zellap10/fit/matrix.h>
 #include <zellap10/fit/polynomial.h>
 #include <zellap10/fit/svd.h>

@@ -1,8 +1,8 @@
 #include <algorithm>
+#include <cfloat>
 #include <cstdint>
-#include <limits>
 
-#include <zellap10/fit/direction.h>
+#include <zellap10/fit/fits.h>
 #include <zellap10/fit/polynomial.h>
 #include <zellap10/georef/geo_record.h>
 
@@ -12,23 +12,24 @@ using zellap10::fit::Direction;
 using zellap10::fit::find_best;
 using zellap10::fit::kTerms;
 
-constexpr double kLargest = std::numeric_limits<double>::max();
+// As the place where two regions part: there is only one.
+constexpr double kOneRegion = DBL_MAX;
 
 // Points that each half needs before it is fitted.
 constexpr std::intptr_t kPointsOfHalf = 6;
 
-// The polynomials of one region and the error of their fit, the largest double where there is none.
+// The polynomials of one region and the error of their fit.
 struct Fitted {
     double first[kTerms] = {};
     double second[kTerms] = {};
-    double error = kLargest;
+    double error = zellap10::fit::kNoFit;
 };
 
 // What the fit of one direction found: polynomials of one region, or of two and the place where they part.
 struct Regions {
     Fitted fitted[2];
     int count = 1;
-    double split = kLargest;
+    double split = kOneRegion;
 };
 
 // Fits one direction with one region or two, whichever errs less.
@@ -60,21 +61,21 @@ void store(const Regions& regions, double (&first)[2][kTerms], double (&second)[
 
 // Points hold the longitudes that the fit needs for as long as this object lives, whatever ends the fit; one
 // that does not end well leaves the record in the mode in which it was.
-class WrappedPoints {
+class FitGuard {
 public:
-    explicit WrappedPoints(CGEORec& record)
+    explicit FitGuard(CGEORec& record)
         : record_(record), wraps_before_(record.Wraps180), code_before_(record.ProjCode) {
         record_.Check180Wrap(&record_.Points);
         record_.WrapLongitude(&record_.Points);
     }
-    ~WrappedPoints() {
+    ~FitGuard() {
         record_.UnWrapLongitude(&record_.Points);
         if (fitted_) return;
         record_.Wraps180 = wraps_before_;
         record_.ProjCode = code_before_;
     }
-    WrappedPoints(const WrappedPoints&) = delete;
-    WrappedPoints& operator=(const WrappedPoints&) = delete;
+    FitGuard(const FitGuard&) = delete;
+    FitGuard& operator=(const FitGuard&) = delete;
 
     void set_fitted() { fitted_ = true; }
 
@@ -88,7 +89,7 @@ private:
 }  // namespace
 
 void CGEORec::solvepoly() {
-    WrappedPoints wrapped(*this);
+    FitGuard guard(*this);
     ProjectionInit();
     if (ProjCode == 0) {
         const Regions pixel_to_world = fit_regions(zellap10::fit::pixel_to_world, Points);
@@ -97,5 +98,5 @@ void CGEORec::solvepoly() {
         store(pixel_to_world, pwxPoly, pwyPoly, pwSplit);
         store(world_to_pixel, wpxPoly, wpyPoly, wpSplit);
     }
-    wrapped.set_fitted();
+    guard.set_fitted();
 }

@@ -1,10 +1,15 @@
-#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/conversions.h>
 
 // The record names longitude first and the projections latitude first; the order changes here and nowhere
 // else.
 
+void zellap10::georef::to_plane(const CGEORec& record, int code, const PPARMS& parms, double lon, double lat,
+                                double* x, double* y) {
+    project_f(code, &parms, lat + record.LatitudeOffset, lon + record.LongitudeOffset, x, y);
+}
+
 void CGEORec::ProjFwd(double lon, double lat, double* x, double* y) const {
-    ProjFwdWGS84(lon + LongitudeOffset, lat + LatitudeOffset, x, y);
+    zellap10::georef::to_plane(*this, ProjCode, ProjParms, lon, lat, x, y);
 }
 
 void CGEORec::ProjInv(double x, double y, double* lon, double* lat) const {

@@ -22,10 +22,12 @@
 
 namespace {
 
+using zellap10::platform::begins_with_any_case;
 using zellap10::platform::TextReader;
 using zellap10::platform::TextScanner;
 
 constexpr std::size_t kLongestLine = 511;
+constexpr char kInset[] = "[Inset";
 
 template <class Element>
 Element& append(CList<Element*, Element*>& list, std::unique_ptr<Element> element) {
@@ -39,17 +41,14 @@ struct Entry {
     const char* value;
 };
 
-// Where entries go: the base record, or the newest inset.
-struct Reading {
-    CGEORec& base;
-    CGEORec* current;
-};
+template <CString CGEORec::*Field>
+void set_text(CGEORec& record, const Entry& entry) {
+    record.*Field = entry.value;
+}
 
-using LineHandler = void (*)(Reading& reading);
-using EntryHandler = void (*)(CGEORec& record, const Entry& entry);
-
-void start_inset(Reading& reading) {
-    reading.current = &append(reading.base.Insets, std::make_unique<CGEORec>());
+template <double CGEORec::*Field>
+void set_number(CGEORec& record, const Entry& entry) {
+    record.*Field = zellap10::platform::number_of(entry.value);
 }
 
 void read_vertex(CGEORec& record, const Entry& entry) {
@@ -71,86 +70,61 @@ void read_point(CGEORec& record, const Entry& entry) {
 
 void ignore(CGEORec&, const Entry&) {}
 
-// What a line sets: a text, a number, or what a handler makes of it. Only a line handler takes a line without
-// an "=".
 struct Key {
     const char* front;
-    CString CGEORec::*text = nullptr;
-    double CGEORec::*number = nullptr;
-    EntryHandler entry = nullptr;
-    LineHandler line = nullptr;
-
-    constexpr Key(const char* key, CString CGEORec::*field) : front(key), text(field) {}
-    constexpr Key(const char* key, double CGEORec::*field) : front(key), number(field) {}
-    constexpr Key(const char* key, EntryHandler handler) : front(key), entry(handler) {}
-    constexpr Key(const char* key, LineHandler handler) : front(key), line(handler) {}
+    void (*read)(CGEORec& record, const Entry& entry);
 };
 
 // In the order of comparison: a longer key stands in front of one that it begins with.
 // clang-format off
 constexpr Key kKeys[] = {
-    {"[Inset",                      start_inset},
-    {"Bitmap",                      &CGEORec::Bitmap},
-    {"Name",                        &CGEORec::Name},
-    {"Source Edition",              &CGEORec::SourceEdition},
-    {"Scale",                       &CGEORec::Scale},
-    {"Order",                       &CGEORec::Order},
-    {"Id",                          &CGEORec::Id},
-    {"Type",                        &CGEORec::Type},
-    {"Source",                      &CGEORec::Source},
-    {"Country",                     &CGEORec::Country},
-    {"Province/State",              &CGEORec::ProvinceState},
-    {"Date Published",              &CGEORec::DatePublished},
-    {"Last Update",                 &CGEORec::LastUpdate},
-    {"Magnetic Declination Date=",  &CGEORec::MagDeclinationDate},
-    {"Magnetic Declination=",       &CGEORec::MagDeclination},
-    {"Magnetic Declination Change", &CGEORec::MagDeclinationChange},
-    {"Depth Units",                 &CGEORec::DepthUnits},
-    {"Sounding Datum",              &CGEORec::SoundingDatum},
-    {"Projection",                  &CGEORec::Projection},
-    {"PP",                          &CGEORec::PP},
-    {"P1",                          &CGEORec::P1},
-    {"P2",                          &CGEORec::P2},
-    {"P3",                          &CGEORec::P3},
-    {"P4",                          &CGEORec::P4},
-    {"P5",                          &CGEORec::P5},
-    {"P6",                          &CGEORec::P6},
-    {"Skew Angle",                  &CGEORec::SkewAngle},
-    {"Resolution",                  &CGEORec::Resolution},
-    {"Datum",                       &CGEORec::Datum},
-    {"Latitude Offset",             &CGEORec::LatitudeOffset},
-    {"Longitude Offset",            &CGEORec::LongitudeOffset},
-    {"UL Latitude",                 &CGEORec::ULLatitude},
-    {"UL Longitude",                &CGEORec::ULLongitude},
-    {"LR Latitude",                 &CGEORec::LRLatitude},
-    {"LR Longitude",                &CGEORec::LRLongitude},
+    {"Bitmap",                      set_text<&CGEORec::Bitmap>},
+    {"Name",                        set_text<&CGEORec::Name>},
+    {"Source Edition",              set_text<&CGEORec::SourceEdition>},
+    {"Scale",                       set_text<&CGEORec::Scale>},
+    {"Order",                       set_text<&CGEORec::Order>},
+    {"Id",                          set_text<&CGEORec::Id>},
+    {"Type",                        set_text<&CGEORec::Type>},
+    {"Source",                      set_text<&CGEORec::Source>},
+    {"Country",                     set_text<&CGEORec::Country>},
+    {"Province/State",              set_text<&CGEORec::ProvinceState>},
+    {"Date Published",              set_text<&CGEORec::DatePublished>},
+    {"Last Update",                 set_text<&CGEORec::LastUpdate>},
+    {"Magnetic Declination Date=",  set_text<&CGEORec::MagDeclinationDate>},
+    {"Magnetic Declination=",       set_text<&CGEORec::MagDeclination>},
+    {"Magnetic Declination Change", set_text<&CGEORec::MagDeclinationChange>},
+    {"Depth Units",                 set_text<&CGEORec::DepthUnits>},
+    {"Sounding Datum",              set_text<&CGEORec::SoundingDatum>},
+    {"Projection",                  set_text<&CGEORec::Projection>},
+    {"PP",                          set_text<&CGEORec::PP>},
+    {"P1",                          set_text<&CGEORec::P1>},
+    {"P2",                          set_text<&CGEORec::P2>},
+    {"P3",                          set_text<&CGEORec::P3>},
+    {"P4",                          set_text<&CGEORec::P4>},
+    {"P5",                          set_text<&CGEORec::P5>},
+    {"P6",                          set_text<&CGEORec::P6>},
+    {"Skew Angle",                  set_number<&CGEORec::SkewAngle>},
+    {"Resolution",                  set_text<&CGEORec::Resolution>},
+    {"Datum",                       set_text<&CGEORec::Datum>},
+    {"Latitude Offset",             set_number<&CGEORec::LatitudeOffset>},
+    {"Longitude Offset",            set_number<&CGEORec::LongitudeOffset>},
+    {"UL Latitude",                 set_text<&CGEORec::ULLatitude>},
+    {"UL Longitude",                set_text<&CGEORec::ULLongitude>},
+    {"LR Latitude",                 set_text<&CGEORec::LRLatitude>},
+    {"LR Longitude",                set_text<&CGEORec::LRLongitude>},
     {"Number of Vertices",          ignore},
     {"Vertex",                      read_vertex},
     {"Point",                       read_point},
 };
 // clang-format on
 
-const Key* key_of(const std::string& line) {
-    for (const Key& key : kKeys) {
-        if (zellap10::platform::begins_with_any_case(line.c_str(), key.front)) return &key;
-    }
-    return nullptr;
-}
-
-void read_line(const std::string& line, Reading& reading) {
-    const Key* key = key_of(line);
-    if (key == nullptr) return;
-    if (key->line != nullptr) return key->line(reading);
-
+void read_entry(const std::string& line, CGEORec& record) {
     const std::size_t equals = line.find('=');
     if (equals == std::string::npos) return;
-    const Entry entry{line.substr(0, equals), line.c_str() + equals + 1};
-    if (key->text != nullptr) {
-        reading.current->*key->text = entry.value;
-    } else if (key->number != nullptr) {
-        reading.current->*key->number = zellap10::platform::number_of(entry.value);
-    } else {
-        key->entry(*reading.current, entry);
+    for (const Key& key : kKeys) {
+        if (!begins_with_any_case(line.c_str(), key.front)) continue;
+        key.read(record, {line.substr(0, equals), line.c_str() + equals + 1});
+        return;
     }
 }
 
@@ -158,11 +132,16 @@ void read_line(const std::string& line, Reading& reading) {
 
 void zellap10::georef::read_entries(std::istream& stream, CGEORec& base) {
     TextReader reader(stream);
-    Reading reading{base, &base};
+    CGEORec* current = &base;
     std::string line;
     for (;;) {
         const TextReader::Line end = reader.read_line(line, kLongestLine);
         if (!end.ended) return;
-        if (!end.cut) read_line(line, reading);
+        if (end.cut) continue;
+        if (begins_with_any_case(line.c_str(), kInset)) {
+            current = &append(base.Insets, std::make_unique<CGEORec>());
+        } else {
+            read_entry(line, *current);
+        }
     }
 }

@@ -1,14 +1,9 @@
-#include <cmath>
-
 #include <zellap10/georef/geo_record.h>
-#include <zellap10/platform/whole_number.h>
 
 // A chart over the 180th meridian is fitted with its positive longitudes moved down by a turn, so that
 // longitudes grow from its left edge to its right.
 
 namespace {
-
-using zellap10::platform::whole_number;
 
 constexpr int kLargestX = 2147483647;
 
@@ -44,16 +39,4 @@ void CGEORec::UnWrapLongitude(CRefPointList* list) const {
     for (CRefPoint* point : *list) {
         if (point->Longitude < -180.0) point->Longitude += 360.0;
     }
-}
-
-CString CGEORec::deg2dms(double degrees) const {
-    const double size = std::fabs(degrees);
-    const double whole_degrees = std::floor(size);
-    const double fraction = size - whole_degrees;
-    const double whole_minutes = std::floor(fraction * 60);
-    const double seconds = fraction * 3600 - whole_minutes * 60;
-    CString text;
-    text.Format(degrees > 0.0 ? "+%3.3d %2.2d %05.2f" : "-%3.3d %2.2d %05.2f", whole_number(whole_degrees),
-                whole_number(whole_minutes), seconds);
-    return text;
 }

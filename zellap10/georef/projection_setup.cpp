@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <limits>
+#include <cfloat>
 #include <vector>
 
-#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/conversions.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_compare.h>
 
@@ -35,9 +35,8 @@ double number_or(const CString& text, double otherwise) {
 }  // namespace
 
 void CGEORec::MinMeanMaxLL() {
-    constexpr double kLargest = std::numeric_limits<double>::max();
-    MinLat = MinLon = kLargest;
-    MaxLat = MaxLon = -kLargest;
+    MinLat = MinLon = DBL_MAX;
+    MaxLat = MaxLon = -DBL_MAX;
     for (const CRefPoint* vertex : Vertices) {
         if (vertex->Longitude < MinLon) MinLon = vertex->Longitude;
         if (vertex->Longitude > MaxLon) MaxLon = vertex->Longitude;
@@ -64,8 +63,8 @@ void CGEORec::ProjectionInit() {
     for (const CRefPoint* point : Points) {
         double easting = 0.0;
         double northing = 0.0;
-        project_f(code, &parms, point->Latitude + LatitudeOffset, point->Longitude + LongitudeOffset,
-                  &easting, &northing);
+        zellap10::georef::to_plane(*this, code, parms, point->Longitude, point->Latitude, &easting,
+                                   &northing);
         projected.emplace_back("", point->X, point->Y, easting, northing);
     }
     CRefPointList list;

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdint>
 #include <limits>
 
 #include <zellap10/georef/geo_file.h>
@@ -14,11 +13,6 @@ using zellap10::platform::whole_number;
 // Pixels around the points of an inset that belong to it.
 constexpr int kInsetMargin = 80;
 
-int held(std::int64_t number) {
-    using Limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
-}
-
 // The pixels of the points and a margin around them, not clipped to the picture; zeros without a point.
 PixelRect rect_of(const CRefPointList& points) {
     if (points.IsEmpty()) return {};
@@ -28,7 +22,7 @@ PixelRect rect_of(const CRefPointList& points) {
         rect = {std::min(rect.left, point->X), std::min(rect.top, point->Y), std::max(rect.right, point->X),
                 std::max(rect.bottom, point->Y)};
     }
-    const auto moved = [](int pixel, int by) { return held(static_cast<std::int64_t>(pixel) + by); };
+    const auto moved = [](double pixel, int by) { return whole_number(pixel + by); };
     return {moved(rect.left, -kInsetMargin), moved(rect.top, -kInsetMargin), moved(rect.right, kInsetMargin),
             moved(rect.bottom, kInsetMargin)};
 }

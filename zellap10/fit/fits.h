@@ -1,8 +1,13 @@
 #pragma once
 
+#include <cfloat>
+
 #include <zellap10/georef/ref_point.h>
 
 namespace zellap10::fit {
+
+/// The error where there is no fit; a fit counts only with a smaller one.
+constexpr double kNoFit = DBL_MAX;
 
 /// A point as one direction of the transforms sees it.
 struct Sample {
