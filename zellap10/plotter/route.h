@@ -15,7 +15,7 @@ namespace zellap10::plotter {
 struct Leg {
     double course = 0.0;    ///< DEGREES clockwise from north, from 0 up to 360; NaN for a leg without length
     double distance = 0.0;  ///< nautical miles of 60 to the degree of latitude
-    double time = 0.0;  ///< seconds; infinite at a speed that is not above 0, but 0 for a leg without length
+    double time = 0.0;      ///< seconds; infinite at a speed that is not above 0, 0 for a leg without length
 };
 
 /// A whole route.
@@ -47,9 +47,8 @@ Route route_over(const std::vector<Position>& waypoints, double speed);
 ///
 /// @param from, to  where the leg begins and ends
 /// @param pieces    of equal length, that many and one positions are given; below 1 counts as 1
-/// @return          the positions; only the two ends where what lies between has no number: a position that
-/// is not
-///                  finite or at the south pole
+/// @return          the positions; only the two ends where a position is not finite or at the south pole,
+///                  and what lies between has no number
 std::vector<Position> rhumb_line(const Position& from, const Position& to, int pieces);
 
 }  // namespace zellap10::plotter
