@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include <samples/chart_writer.h>
+#include <zellap10/plotter/trouble.h>
 
 #include "chart_checks.h"
 
@@ -43,6 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Budget budget(kPixelBudget);
     fuzz::OpenChart chart;
     const int opened = chart.OpenZellap(path.c_str(), info_only ? 1 : 0);
+    fuzz::must(info_only || zellap10::plotter::trouble_with_chart(path.c_str()).has_value() == (opened == 0),
+               "a chart has trouble just where it is refused");
     if (opened == 0 || info_only) {
         fuzz::must(opened == 1 || !info_only, "a file that is there has a header");
         fuzz::check_refusals(chart, kept);

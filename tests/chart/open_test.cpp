@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "chart_under_test.h"
+#include "refused_charts.h"
 
 namespace {
 
@@ -65,37 +65,8 @@ TEST(ChartPalette, ReachesTheCallerThroughItsHandle) {
     EXPECT_EQ(entries[3].peRed, 120);
 }
 
-struct RefusalRow {
-    const char* name;
-    std::string bytes;
-};
-
-// The small chart with another height in its header.
-std::string small_chart_of_height(const std::string& height) {
-    std::string bytes = small_chart();
-    return bytes.replace(bytes.find("20,2") + 3, 1, height);
-}
-
-std::string small_chart_with(std::size_t at_from_end, const std::string& bytes) {
-    std::string chart = small_chart();
-    return chart.replace(chart.size() - at_from_end, bytes.size(), bytes);
-}
-
-const RefusalRow kRefusalRows[] = {
-    {"empty", ""},
-    {"shorter than the tail pointer", "\x1A"},
-    {"no end of the text", text_of_size(20, 0) + std::string(20, '\0')},
-    {"text end is the last byte", text_of_size(20, 0) + "\x1A"},
-    {"bits per pixel 0", samples::chart_bytes(text_of_size(20, 0), 0, {})},
-    {"bits per pixel 8", samples::chart_bytes(text_of_size(20, 0), 8, {})},
-    {"a table of 2147483647 lines", small_chart_of_height("2147483647")},
-    {"a table that ends one byte behind the file", small_chart_of_height("4")},
-    {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x10\x00", 4))},
-    {"a table far behind the file", small_chart_with(4, "\xFF\xFF\xFF\xFC")},
-};
-
 TEST(UnsoundFile, IsRefusedAndLeavesTheObjectAsItWas) {
-    for (const RefusalRow& row : kRefusalRows) {
+    for (const RefusedChart& row : kRefusedCharts) {
         SCOPED_TRACE(row.name);
         ChartUnderTest chart;
         EXPECT_EQ(chart.open(row.bytes), 0);

@@ -6,4 +6,5 @@
 #include <zellap10/plotter/position.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
+#include <zellap10/plotter/trouble.h>
 #include <zellap10/plotter/window.h>

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include <zellap10/plotter/trouble.h>
+
+#include "chart_under_test.h"
+
+/// The small chart with another height in its header.
+inline std::string small_chart_of_height(const std::string& height) {
+    std::string bytes = small_chart();
+    return bytes.replace(bytes.find("20,2") + 3, 1, height);
+}
+
+inline std::string small_chart_with(std::size_t at_from_end, const std::string& bytes) {
+    std::string chart = small_chart();
+    return chart.replace(chart.size() - at_from_end, bytes.size(), bytes);
+}
+
+/// A file that no chart object opens, and what a plotter tells of it.
+struct RefusedChart {
+    const char* name;
+    std::string bytes;
+    zellap10::plotter::Fault fault;
+    const char* text;
+};
+
+inline const RefusedChart kRefusedCharts[] = {
+    {"empty", "", zellap10::plotter::Fault::kTooSmall,
+     "The file is empty. It names no size and is perhaps no chart."},
+    {"shorter than the tail pointer", "\x1A", zellap10::plotter::Fault::kTooSmall,
+     "The file ends within its first bytes. It names no size and is perhaps no chart."},
+    {"no end of the text", text_of_size(20, 0) + std::string(20, '\0'),
+     zellap10::plotter::Fault::kNoEndOfText,
+     "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."},
+    {"text end is the last byte", text_of_size(20, 0) + "\x1A", zellap10::plotter::Fault::kNoEndOfText,
+     "The file ends with its text part."},
+    {"bits per pixel 0", samples::chart_bytes("", 0, {}), zellap10::plotter::Fault::kBitsPerPixel,
+     "The file gives 0 bits per pixel; there can be 1 to 7. It names no size and is perhaps no chart."},
+    {"bits per pixel 8", samples::chart_bytes(text_of_size(20, 0), 8, {}),
+     zellap10::plotter::Fault::kBitsPerPixel, "The file gives 8 bits per pixel; there can be 1 to 7."},
+    {"a table of 2147483647 lines", small_chart_of_height("2147483647"), zellap10::plotter::Fault::kLineTable,
+     "The line table begins at 69 and its 2,147,483,647 lines need 8,589,934,588 bytes, in a file of 90 "
+     "bytes."},
+    {"a table that ends one byte behind the file", small_chart_of_height("4"),
+     zellap10::plotter::Fault::kLineTable,
+     "The line table begins at 69 and its 4 lines need 16 bytes, in a file of 81 bytes."},
+    {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x10\x00", 4)),
+     zellap10::plotter::Fault::kLineTable, "The line table begins at 4,096 in a file of 81 bytes."},
+    {"a table far behind the file", small_chart_with(4, "\xFF\xFF\xFF\xFC"),
+     zellap10::plotter::Fault::kLineTable, "The line table begins at 4,294,967,292 in a file of 81 bytes."},
+};

@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include <zellap10/plotter/trouble.h>
+
+#include "../chart/refused_charts.h"
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
+namespace {
+
+using zellap10::plotter::Fault;
+using zellap10::plotter::Trouble;
+using zellap10::plotter::trouble_with_chart;
+using zellap10::plotter::trouble_with_georeference;
+
+namespace fs = std::filesystem;
+
+void expect_trouble(const std::optional<Trouble>& trouble, Fault fault, const std::string& text) {
+    ASSERT_TRUE(trouble);
+    EXPECT_EQ(trouble->fault, fault);
+    EXPECT_EQ(trouble->text, text);
+}
+
+// A chart has trouble just where a new object refuses it.
+void expect_agreement(const std::string& path) {
+    CZellap chart;
+    EXPECT_EQ(trouble_with_chart(path.c_str()).has_value(), chart.OpenZellap(path.c_str(), 0) == 0) << path;
+}
+
+TEST(TroubleWithAChart, TellsWhatIsWrong) {
+    const TempFolder folder;
+    for (const RefusedChart& row : kRefusedCharts) {
+        SCOPED_TRACE(row.name);
+        const std::string path = folder.write("chart.cht", row.bytes);
+        expect_agreement(path);
+        expect_trouble(trouble_with_chart(path.c_str()), row.fault, row.text);
+    }
+}
+
+TEST(TroubleWithAChart, IsThereJustWhereAnOpenIsRefused) {
+    const TempFolder folder;
+    const std::string whole = small_chart();
+    for (std::size_t i = 0; i <= whole.size(); ++i)
+        expect_agreement(folder.write("chart.cht", whole.substr(0, i)));
+    for (const int change : {0x01, 0xFF}) {
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            std::string damaged = whole;
+            damaged[i] = static_cast<char>(static_cast<unsigned char>(damaged[i]) ^ change);
+            expect_agreement(folder.write("chart.cht", damaged));
+        }
+    }
+    for (const char* const height : {"0", "-5", "3"})
+        expect_agreement(folder.write("chart.cht", small_chart_of_height(height)));
+    const std::string huge = folder.write("huge.cht", small_chart());
+    fs::resize_file(huge, 0x80000000u);
+    expect_agreement(huge);
+    expect_trouble(trouble_with_chart(huge.c_str()), Fault::kTooLarge,
+                   "The file has 2,147,483,648 bytes; a chart file has at most 2,147,483,647.");
+}
+
+TEST(TroubleWithAChart, MayBeItsPath) {
+    const TempFolder folder;
+    expect_trouble(trouble_with_chart(nullptr), Fault::kNoFile, "There is no such file.");
+    for (const char* const path : {"", "missing.cht", "/dev/zero", "NUL", "CON"})
+        expect_agreement(path);
+    expect_agreement(std::string(10000, 'x'));
+    const std::string missing = folder.file("missing.cht");
+    expect_trouble(trouble_with_chart(missing.c_str()), Fault::kNoFile, "There is no such file.");
+    const std::string the_folder = folder.file("");
+    expect_trouble(trouble_with_chart(the_folder.c_str()), Fault::kNoFileOfBytes, "This is a folder.");
+#if !defined(_WIN32)
+    const std::string pipe = folder.file("pipe.cht");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    expect_trouble(trouble_with_chart(pipe.c_str()), Fault::kNoFileOfBytes,
+                   "This is a pipe or a device, not a file.");
+#endif
+}
+
+TEST(TroubleWithAGeoreference, MayBeItsSpelling) {
+    const TempFolder folder;
+    const std::string chart = folder.write("c.cht", small_chart());
+    const std::string wanted = folder.file("c.GEO");
+    expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kNoGeoreference,
+                   "There is no georeference file " + wanted + ".");
+    fs::create_directory(folder.file("C.Geo"));
+    folder.write("c.geo", "");
+    folder.write("c.geox", "");
+    if (!fs::is_regular_file(wanted)) {
+        // On systems that tell upper and lower case apart.
+        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kOtherSpelling,
+                       "There is no georeference file " + wanted + "; c.geo is spelled otherwise.");
+        folder.write("C.GEO", "");
+        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kOtherSpelling,
+                       "There is no georeference file " + wanted + "; C.GEO is spelled otherwise.");
+        fs::create_directory(wanted);
+        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kNoFileOfBytes,
+                       wanted + ": This is a folder.");
+        fs::remove(wanted);
+    }
+    folder.write("c.GEO", "");
+    EXPECT_FALSE(trouble_with_georeference(chart.c_str()));
+    EXPECT_TRUE(trouble_with_georeference(folder.file("d").c_str())) << "a chart without a dot in its path";
+    EXPECT_TRUE(trouble_with_georeference(nullptr));
+}
+
+}  // namespace
