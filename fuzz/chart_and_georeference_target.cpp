@@ -3,12 +3,11 @@
 #include "chart_checks.h"
 #include "record_checks.h"
 
-// A chart with its georeference through the chart object. An input is 96 bytes of arguments, the chart file,
+// A chart with its georeference through the chart object. An input is its arguments, the chart file,
 // a line of its own that parts the two, and the georeference file.
 
 namespace {
 
-constexpr std::size_t kArguments = 96;
 constexpr char kParting[] = "\n=GEO=\n";
 constexpr std::int64_t kPixelBudget = 100000;
 
@@ -56,7 +55,7 @@ void open_and_check(const std::string& path, bool info_first, fuzz::Input& argum
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    fuzz::Input arguments = input.part(kArguments);
+    fuzz::Input arguments = input.part(fuzz::kArguments);
     const int way = arguments.take<std::uint8_t>();
     const std::string bytes = input.rest();
     const std::size_t parting = bytes.find(kParting);

@@ -8,12 +8,11 @@
 
 #include "chart_checks.h"
 
-// Chart files without a georeference. An input is 96 bytes of arguments and then the file; a bit of the first
+// Chart files without a georeference. An input is its arguments and then the file; a bit of the first
 // byte has a line table put behind it, since hardly any change of a file leaves its table where it was.
 
 namespace {
 
-constexpr std::size_t kArguments = 96;
 constexpr std::int64_t kPixelBudget = 400000;
 
 // Up to 64 lines, which share what stands behind the text.
@@ -32,7 +31,7 @@ std::string with_line_table(std::string bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    fuzz::Input arguments = input.part(kArguments);
+    fuzz::Input arguments = input.part(fuzz::kArguments);
     const int way = arguments.take<std::uint8_t>();
     const std::string bytes = (way & 1) != 0 ? with_line_table(input.rest()) : input.rest();
     const std::string path = fuzz::write_file("input.cht", bytes);

@@ -2,18 +2,12 @@
 
 #include "record_checks.h"
 
-// Georeference files by themselves, with the fit and all conversions. An input is 96 bytes of arguments and
-// then the file.
-
-namespace {
-
-constexpr std::size_t kArguments = 96;
-
-}  // namespace
+// Georeference files by themselves, with the fit and all conversions. An input is its arguments and then the
+// file.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
-    fuzz::Input arguments = input.part(kArguments);
+    fuzz::Input arguments = input.part(fuzz::kArguments);
     const std::string path = fuzz::write_file("input.GEO", input.rest());
 
     fuzz::Kept kept;

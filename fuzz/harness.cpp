@@ -140,6 +140,8 @@ bool GuardedPixels::untouched_from(std::size_t first) const {
 
 std::string write_file(const char* name, const std::string& bytes) {
     const std::string path = folder().file(name);
+    // A new file each time: a file system may put one that is written over on its disk at once.
+    remove_file(name);
     const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "wb"));
     must(file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size(),
          "an input can be written to a file");

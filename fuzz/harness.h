@@ -13,6 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace fuzz {
 
+/// Bytes in front of an input's file, from which a target draws the arguments of its calls.
+constexpr std::size_t kArguments = 96;
+
 /// Aborts with a message, which names the fault in a log, unless `holds`.
 void must(bool holds, const char* message);
 

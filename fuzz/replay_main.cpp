@@ -9,11 +9,15 @@
 #include "harness.h"
 
 // Runs a fuzz target over files, without the fuzzer: each argument is a file, or a folder whose files are run
-// in the order of their names. A folder that is not there counts as empty.
+// in the order of their names. A folder that is not there counts as empty. Each file is run as it is, then
+// cut and with a byte changed behind its arguments: at every place of a small file, and all over a larger
+// one.
 
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::size_t kMostPlaces = 200;
 
 void add_files(const fs::path& path, std::vector<fs::path>& files) {
     if (fs::is_regular_file(path)) files.push_back(path);
@@ -24,6 +28,24 @@ void add_files(const fs::path& path, std::vector<fs::path>& files) {
     }
     std::sort(inside.begin(), inside.end());
     files.insert(files.end(), inside.begin(), inside.end());
+}
+
+void run(const std::string& bytes) {
+    // In a block of its very size, so that a tool that watches memory sees a read behind its end.
+    const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
+    LLVMFuzzerTestOneInput(data.data(), data.size());
+}
+
+void run_damaged(const std::string& bytes) {
+    constexpr int kChanges[] = {0x01, 0x80, 0xFF, 0x04};
+    const std::size_t step = (bytes.size() - std::min(bytes.size(), fuzz::kArguments)) / kMostPlaces + 1;
+    std::size_t change = 0;
+    for (std::size_t at = fuzz::kArguments; at < bytes.size(); at += step) {
+        run(bytes.substr(0, at));
+        std::string changed = bytes;
+        changed[at] = static_cast<char>(changed[at] ^ kChanges[change++ % std::size(kChanges)]);
+        run(changed);
+    }
 }
 
 }  // namespace
@@ -37,9 +59,8 @@ int main(int count, char** arguments) {
         std::fflush(stdout);
         std::ifstream stream(file, std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-        // In a block of its very size, so that a tool that watches memory sees a read behind its end.
-        const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
-        LLVMFuzzerTestOneInput(data.data(), data.size());
+        run(bytes);
+        run_damaged(bytes);
     }
     std::printf("%zu files\n", files.size());
     return files.empty() ? 1 : 0;

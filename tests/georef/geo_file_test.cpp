@@ -250,31 +250,6 @@ TEST(GeoFit, HoldsPixelsAtTheEndsOfAnInt) {
     EXPECT_EQ(record.inset(0).InsetRect.left, 2147483567);
 }
 
-std::string geo_with_everything() {
-    std::string text = "Projection=LAMBERT\nPP=-69.5\nP5=39\nP6=40\nLatitude Offset=0.001\n" +
-                       std::string(kCorners) + "Vertex1=40 -70\nVertex2=39 -69\n[Inset 1]\n" + kCorners;
-    for (int i = 0; i < 12; ++i) {
-        text += "Point=" + std::to_string(177 + i % 4) + ".5 " + std::to_string(i) + " " +
-                std::to_string(i * 90) + " " + std::to_string(i % 4 * 100) + "\n";
-    }
-    return text + "[Inset 2]\nProjection=MERCATOR\nPoint1=179 1 0 0\nPoint2=-179 2 3 4\n";
-}
-
-TEST(DamagedGeoFile, EndsWell) {
-    const std::string text = geo_with_everything();
-    for (std::size_t i = 0; i < text.size(); i += 3) {
-        SCOPED_TRACE(i);
-        const ReadRecord cut(text.substr(0, i), 0);
-        std::string damaged = text;
-        damaged[i] = static_cast<char>(damaged[i] ^ (i % 2 == 0 ? 0x01 : 0x04));
-        const ReadRecord changed(damaged, 0);
-        double x = 0.0;
-        double y = 0.0;
-        changed.wpxy(-69.3, 39.4, &x, &y);
-        changed.pwxy(500, 400, &x, &y);
-    }
-}
-
 TEST(LargeGeoFile, IsReadAndFitted) {
     std::string text = kCorners;
     for (int i = 0; i < 3000; ++i)
