@@ -7,18 +7,22 @@
 
 #include <samples/chart_writer.h>
 
+#include "harness.h"
+
 // Writes the inputs that the fuzz targets start from: a folder for each target.
 
 namespace {
 
 using samples::Chart;
 
-const std::string kNoArguments(96, '\0');
+const std::string kNoArguments(fuzz::kArguments, '\0');
+
+constexpr int kStartsOfCall = 40;
 
 // Arguments that differ from byte to byte, behind the first byte, which chooses the way of a target.
 std::string arguments(int way, unsigned start) {
     std::string bytes(1, static_cast<char>(way));
-    for (unsigned number = start; bytes.size() < 96; number = number * 1664525 + 1013904223)
+    for (unsigned number = start; bytes.size() < fuzz::kArguments; number = number * 1664525 + 1013904223)
         bytes.push_back(static_cast<char>(number >> 24));
     return bytes;
 }
@@ -131,7 +135,21 @@ std::vector<NamedText> georeferences() {
                             "LR Longitude"}) {
         all_texts += std::string(key) + "=1\n";
     }
+    const auto copies = [](int count, const std::string& line) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += line;
+        return text;
+    };
+    const std::string lambert = "Projection=LAMBERT\n";
     return {
+        {"two_points", "Point=3 4 2 1\nPoint=7 8 6 5\n"},
+        {"two_points_lambert", lambert + "Point=3 4 2 1\nPoint=7 8 6 5\n"},
+        {"on_one_line", "Point=0 0 0 0\nPoint=1 1 1 1\nPoint=2 2 2 2\nPoint=3 3 3 3\n"},
+        {"all_alike", copies(15, "Point=3 3 3 3\n")},
+        {"all_alike_lambert", lambert + copies(15, "Point=3 3 3 3\n")},
+        {"no_numbers", copies(15, "Point=nan inf 3 3\n")},
+        {"no_numbers_polyconic", "Projection=POLYCONIC\n" + copies(15, "Point=nan inf 3 3\n")},
         {"direct_one_region", grid(3, -70, 42) + vertices},
         {"direct_two_regions", grid(5, -70, 42) + vertices},
         {"over_180", grid(4, 179.5, -17) + "Vertex1=-17.2 179.9\nVertex2=-17.3 -179.9\n"},
@@ -148,9 +166,13 @@ std::vector<NamedText> georeferences() {
     };
 }
 
-// A byte that names a call and arguments of all kinds behind it.
-std::string calls(int call) {
-    return std::string(1, static_cast<char>(call)) + arguments(0, static_cast<unsigned>(call) + 1).substr(1);
+// A byte that names a call and arguments behind it: of all kinds, or where `special` of those kinds alone
+// that one byte stands for, such as NaN and the poles.
+std::string calls(int call, bool special, unsigned start) {
+    std::string bytes = arguments(call, start);
+    for (std::size_t i = 1; special && i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(bytes[i] & 31);
+    return bytes;
 }
 
 void write(const std::filesystem::path& folder, const std::string& name, const std::string& bytes) {
@@ -173,8 +195,12 @@ void write_all(const std::filesystem::path& root) {
                   arguments(way, ++start) + chart + "\n=GEO=\n" + text.text);
         }
     }
-    for (int call = 0; call < 8; ++call)
-        write(root / "numeric", "call_" + std::to_string(call), calls(call));
+    for (int call = 0; call < 8; ++call) {
+        for (int i = 0; i < kStartsOfCall; ++i) {
+            write(root / "numeric", "call_" + std::to_string(call) + "_" + std::to_string(i),
+                  calls(call, i % 2 != 0, ++start));
+        }
+    }
     for (const char* target : {"chart", "georeference", "chart_and_georeference", "numeric"}) {
         write(root / target, "empty", "");
         write(root / target, "zeros", kNoArguments);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 #include <zellap10/zellap10.h>
 
@@ -27,20 +28,31 @@ void keep(Kept& kept, const Pair& pair) {
     kept.add(pair.second);
 }
 
-// A code or a datum row, and numbers beside their range.
+// Where an argument is no number, so is a result that rests on it.
+void must_hand_on(std::initializer_list<double> arguments, double result) {
+    const bool all_numbers =
+        std::none_of(arguments.begin(), arguments.end(), [](double number) { return std::isnan(number); });
+    must(all_numbers || std::isnan(result), "NaN in, NaN out");
+}
+
+// A code or a datum row, and numbers beside their range; the ends of the tables more often than others.
 int draw_code(Input& input) {
     return input.around(-1, 5);
 }
 
 int draw_datum(Input& input) {
-    return input.around(-1, 120);
+    constexpr int kEnds[] = {-1, 0, 119, 120};
+    const int kind = input.take<std::uint8_t>() & 15;
+    return kind < 4 ? kEnds[kind] : input.around(-1, 120);
 }
 
 bool is_projection(int code) {
     return code >= 1 && code <= 4;
 }
 
-void project(int code, const tagPPARMS* parms, Input& input, Kept& kept) {
+// With a record that a set-up made, NaN is handed on. No other record promises that, and no cone of endless
+// n, since any number to the 0th is 1.
+void project(int code, const tagPPARMS* parms, bool hands_nan_on, Input& input, Kept& kept) {
     const double a = input.real();
     const double b = input.real();
     Pair plane;
@@ -51,11 +63,19 @@ void project(int code, const tagPPARMS* parms, Input& input, Kept& kept) {
     must(fuzz::same(plane.first, again.first) && fuzz::same(plane.second, again.second),
          "a projection gives the same again");
     keep(kept, plane);
+    hands_nan_on = hands_nan_on && is_projection(code);
+    if (hands_nan_on) {
+        must_hand_on({a}, plane.second);
+        must_hand_on({b}, plane.first);
+    }
     for (const Pair& from : {plane, Pair{a, b}}) {
         Pair position;
         project_i(code, parms, from.first, from.second, &position.first, &position.second);
         must(is_projection(code) || position.untouched(), "no projection writes nothing");
         keep(kept, position);
+        if (!hands_nan_on) continue;
+        must_hand_on({from.first}, position.second);
+        must_hand_on({from.second}, position.first);
     }
 }
 
@@ -74,7 +94,7 @@ void call_projection(Input& input, Kept& kept) {
     must(datum >= 0 && datum < 120 ? parms.a > 6e6 && parms.a < 7e6 : std::isnan(parms.a),
          "a datum has an ellipsoid of the earth's size");
     kept.bytes(&parms, sizeof parms);
-    project(code, &parms, input, kept);
+    project(code, &parms, !std::isinf(parms.lam_n), input, kept);
 }
 
 // A record that no set-up made.
@@ -84,12 +104,12 @@ void call_any_record(Input& input, Kept& kept) {
         number = input.real();
     tagPPARMS parms;
     std::memcpy(&parms, numbers, sizeof parms);
-    project(draw_code(input), &parms, input, kept);
+    project(draw_code(input), &parms, false, input, kept);
 }
 
 void call_null_record(Input& input, Kept& kept) {
     project_init(draw_code(input), input.real(), 0.0, draw_datum(input), nullptr);
-    project(draw_code(input), nullptr, input, kept);
+    project(draw_code(input), nullptr, false, input, kept);
 }
 
 void call_shift(Input& input, Kept& kept) {
@@ -103,18 +123,32 @@ void call_shift(Input& input, Kept& kept) {
         shift(&to[0], &to[1], &to[2], datum);
         kept.bytes(to, sizeof to);
         must(known || (std::isnan(to[0]) && std::isnan(to[1]) && std::isnan(to[2])), "no datum is nowhere");
+        for (const double result : to)
+            must_hand_on({lat, lon}, result);
+        must_hand_on({h}, to[2]);
     }
     double xyz[3] = {0.0, 0.0, 0.0};
     llhxyz(lat, lon, h, datum, &xyz[0], &xyz[1], &xyz[2]);
     kept.bytes(xyz, sizeof xyz);
+    must(known || (std::isnan(xyz[0]) && std::isnan(xyz[1]) && std::isnan(xyz[2])), "no datum is nowhere");
+    for (const double axis : xyz)
+        must_hand_on({lat, h}, axis);
+    must_hand_on({lon}, xyz[0]);
     if (input.flag()) {
         for (double& axis : xyz)
             axis = input.real();
     }
-    shxyz(datum, draw_datum(input), &xyz[0], &xyz[1], &xyz[2]);
+    double moved[3] = {xyz[0], xyz[1], xyz[2]};
+    shxyz(datum, draw_datum(input), &moved[0], &moved[1], &moved[2]);
+    kept.bytes(moved, sizeof moved);
+    must(known || std::isnan(moved[0]), "no datum is nowhere");
     double llh[3] = {0.0, 0.0, 0.0};
     xyzllh(xyz[0], xyz[1], xyz[2], datum, &llh[0], &llh[1], &llh[2]);
     kept.bytes(llh, sizeof llh);
+    must(known || (std::isnan(llh[0]) && std::isnan(llh[1]) && std::isnan(llh[2])), "no datum is nowhere");
+    must_hand_on({xyz[0], xyz[1], xyz[2]}, llh[0]);
+    must_hand_on({xyz[0], xyz[1]}, llh[1]);
+    must_hand_on({xyz[0], xyz[1], xyz[2]}, llh[2]);
     must(std::isnan(llh[0]) || std::fabs(llh[0]) <= 90.0, "a latitude ends at the poles");
     must(std::isnan(llh[1]) || std::fabs(llh[1]) <= 180.0, "a longitude ends at 180");
 }
@@ -134,15 +168,25 @@ void call_course(Input& input, Kept& kept) {
     check_bearing(other);
     must(fuzz::equal_or_nan(distance, m_distance(at[0], at[1], at[2], at[3])), "m_b_d gives m_distance");
     must(!(distance < 0.0), "a distance has no sign");
+    const double theta = m_theta(at[0], at[1], at[2], at[3]);
+    for (const double direction : {bearing, other, theta})
+        must_hand_on({at[0], at[1], at[2], at[3]}, direction);
+    must_hand_on({at[0], at[2]}, distance);
     const double angle = m_angle(at[0], at[1]);
     check_bearing(angle);
-    for (const double number : {bearing, other, distance, angle, m_theta(at[0], at[1], at[2], at[3]),
-                                m_diff(at[0], at[2]), m_parts(at[1]), m_parts_inv(at[3])}) {
+    for (const double number :
+         {bearing, other, distance, angle, theta, m_diff(at[0], at[2]), m_parts(at[1])}) {
         kept.add(number);
     }
     const double back = m_parts_inv(at[3]);
     must(std::isnan(back) || std::fabs(back) <= 90.0000001, "parts have a latitude");
-    kept.add(m_ttg(at[0], at[1], at[2], at[3], input.real()));
+    must_hand_on({at[3]}, back);
+    must_hand_on({at[0], at[2]}, m_diff(at[0], at[2]));
+    must_hand_on({at[0], at[1]}, angle);
+    const double speed = input.real();
+    const long seconds = m_ttg(at[0], at[1], at[2], at[3], speed);
+    must(seconds == 0 || !std::isnan(distance / speed), "no number is no time");
+    kept.add(seconds);
 }
 
 void call_advance(Input& input, Kept& kept) {
@@ -154,26 +198,34 @@ void call_advance(Input& input, Kept& kept) {
     Pair to{lat, lon};
     must(fuzz::equal_or_nan(m_advance_d(&to.first, &to.second, a, course), a), "a distance is handed back");
     keep(kept, to);
+    must_hand_on({lat, course}, to.first);
+    must_hand_on({lat, lon, a, course}, to.second);
     to = {lat, lon};
     kept.add(m_advance_t(&to.first, &to.second, a, b, course));
     keep(kept, to);
     to = {lat, lon};
     m_line(a, b, &to.first, &to.second, course);
     keep(kept, to);
+    for (const double result : {to.first, to.second})
+        must_hand_on({lat, lon, a, b, course}, result);
 }
 
 void call_polynomial(Input& input, Kept& kept) {
     static const CGEORec record;
+    const double a = input.real();
+    const double b = input.real();
     double coefficients[21];
     for (double& coefficient : coefficients)
         coefficient = input.real();
-    const double a = input.real();
-    const double b = input.real();
     const int index = input.around(-1, 21);
     const double term = record.polyfunc(index, a, b);
     must((index >= 0 && index <= 20) || term == 0.0, "there are 21 terms");
     kept.add(term);
-    kept.add(record.Evaluate(coefficients, a, b));
+    double sum = 0.0;
+    for (int i = 0; i <= 20; ++i)
+        sum += coefficients[i] * record.polyfunc(i, a, b);
+    must(fuzz::equal_or_nan(record.Evaluate(coefficients, a, b), sum),
+         "a polynomial is the sum of its terms in order");
     const double size = record.pythag(a, b);
     must(!(size < 0.0), "a length has no sign");
     kept.add(size);

@@ -148,6 +148,10 @@ void check_modes(const CGEORec& record) {
     for (const double number : all) {
         must(!direct || number == number, "a fit that is no number is not taken");
     }
+    const auto points = record.Points.GetCount();
+    must(points >= 6 || (record.pwSplit == kLargest && record.wpSplit == kLargest), "a half has six points");
+    must(points >= 3 || !direct || std::count(all.begin() + 4, all.end(), 0.0) == all.end() - all.begin() - 4,
+         "no fit goes without three points");
 }
 
 void convert(const CGEORec& record, Input& input, Kept& kept) {

@@ -312,36 +312,4 @@ TEST(RecordFit, CrossesThe180thMeridian) {
     EXPECT_NEAR(record.wpx(-179.2, 39.5), 900, 1e-5);
 }
 
-struct FewRow {
-    const char* name;
-    std::vector<PointRow> points;
-};
-
-const FewRow kFewRows[] = {
-    {"no point", {}},
-    {"one point", {{1, 2, 3, 4}}},
-    {"two points", {{1, 2, 3, 4}, {5, 6, 7, 8}}},
-    {"on one line", {{0, 0, 0, 0}, {1, 1, 1, 1}, {2, 2, 2, 2}, {3, 3, 3, 3}, {4, 4, 4, 4}, {5, 5, 5, 5}}},
-    {"all alike", std::vector<PointRow>(15, PointRow{3, 3, 3, 3})},
-    {"no numbers", std::vector<PointRow>(15, PointRow{3, 3, std::nan(""), HUGE_VAL})},
-};
-
-TEST(RecordFit, EndsWithAnyPoints) {
-    for (const FewRow& row : kFewRows) {
-        for (const char* projection : {"", "LAMBERT", "POLYCONIC"}) {
-            SCOPED_TRACE(row.name);
-            CGEORec record;
-            record.Projection = projection;
-            add_points(record, row.points);
-            record.solvepoly();
-            EXPECT_EQ(record.pwSplit, kLargest);
-            EXPECT_EQ(record.wpSplit, kLargest);
-            if (row.points.size() < 3 && record.ProjCode == 0) {
-                EXPECT_EQ(record.pwx(1, 2), 0.0);
-                EXPECT_EQ(record.wpy(1, 2), 0.0);
-            }
-        }
-    }
-}
-
 }  // namespace
