@@ -56,6 +56,24 @@ TEST(TextReaderLines, FollowTheRulesOfTextFiles) {
     }
 }
 
+// Whatever stands where one block of the stream ends and the next begins.
+TEST(TextReaderLines, AreTheSameAcrossBlocks) {
+    for (std::size_t length = 16375; length < 16390; ++length) {
+        SCOPED_TRACE(length);
+        EXPECT_EQ(
+            lines_of(std::string(length, 'x') + "\r\n\n\r\nab\r\rc\r\n\x1A\n"),
+            (std::vector<std::string>{"xxxx/ended/cut", "/ended", "/ended", "ab\r\r/ended/cut", "/open"}));
+        std::istringstream stream(std::string(length, 'x') + "\n " + std::string(length, 'y'));
+        TextReader reader(stream);
+        std::string text;
+        EXPECT_TRUE(reader.next_is('x'));
+        reader.read_line(text, kLimit);
+        EXPECT_TRUE(reader.next_is(' '));
+        reader.read_line(text, 20000);
+        EXPECT_EQ(text, " " + std::string(length, 'y'));
+    }
+}
+
 TEST(TextReaderNextIs, LooksWithoutTaking) {
     std::istringstream stream(std::string("a\n x\xFF\x1A "));
     TextReader reader(stream);

@@ -1,40 +1,53 @@
 #include <zellap10/platform/text_reader.h>
 
+#include <algorithm>
+#include <cstring>
+
 namespace zellap10::platform {
 
 namespace {
 
 constexpr char kEndOfText = 0x1A;
 
+const char* find(const char* begin, const char* end, char character) {
+    const void* found = std::memchr(begin, character, static_cast<std::size_t>(end - begin));
+    return found != nullptr ? static_cast<const char*>(found) : end;
+}
+
 }  // namespace
 
-int TextReader::take() {
-    char c = kEndOfText;
-    // istream::get, and not the buffer behind it, because a read error must end the text and not throw.
-    if (ended_ || !stream_.get(c) || c == kEndOfText) {
-        ended_ = true;
-        return kEnd;
-    }
-    if (c == '\r' && stream_.peek() == '\n') stream_.get(c);
-    return static_cast<unsigned char>(c);
+bool TextReader::has_more() {
+    if (next_ < end_) return true;
+    // istream::read, and not the buffer behind it, because a read error must end the text and not throw.
+    stream_.read(block_, sizeof block_);
+    const char* const read = block_ + stream_.gcount();
+    next_ = block_;
+    end_ = find(block_, read, kEndOfText);
+    if (end_ < read) stream_.setstate(std::ios::eofbit);
+    return next_ < end_;
 }
 
 bool TextReader::next_is(char character) {
-    // Only asked at the start of a line, where a CR LF pair cannot be mistaken: no caller looks for CR.
-    return !ended_ && stream_.peek() == static_cast<unsigned char>(character);
+    return has_more() && *next_ == character;
 }
 
 TextReader::Line TextReader::read_line(std::string& text, std::size_t limit) {
     text.clear();
     std::size_t length = 0;
-    bool zero_seen = false;
-    int c;
-    while ((c = take()) != '\n' && c != kEnd) {
-        zero_seen = zero_seen || c == '\0';
-        if (!zero_seen && length < limit) text.push_back(static_cast<char>(c));
-        ++length;
+    bool ended = false;
+    char last = '\0';
+    while (!ended && has_more()) {
+        const char* const stop = find(next_, end_, '\n');
+        const auto count = static_cast<std::size_t>(stop - next_);
+        text.append(next_, std::min(count, limit - text.size()));
+        length += count;
+        if (count > 0) last = stop[-1];
+        ended = stop < end_;
+        next_ = ended ? stop + 1 : stop;
     }
-    return {c == '\n', length > limit};
+    if (ended && last == '\r') --length;
+    text.resize(std::min({text.size(), length, text.find('\0')}));
+    return {ended, length > limit};
 }
 
 }  // namespace zellap10::platform

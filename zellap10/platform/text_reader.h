@@ -8,7 +8,8 @@ namespace zellap10::platform {
 
 /// Reads a stream that was opened in binary mode by the rules of a text file, the same on every system: CR LF
 /// is one line end, a CR elsewhere is a character like any other, and the first byte 0x1A ends the text as
-/// if the file stopped there. A stream that cannot be read on ends the text too.
+/// if the file stopped there. A stream that cannot be read on ends the text too. It is read in blocks; where
+/// the text has ended, the stream is at its end.
 class TextReader {
 public:
     /// How a line ended, and whether it was longer than it may be.
@@ -30,13 +31,13 @@ public:
     bool next_is(char character);
 
 private:
-    // The next character as an unsigned char, '\n' for a line end, kEnd at the end of the text.
-    int take();
-
-    static constexpr int kEnd = -1;
+    // Whether the text goes on; its next character is then at next_.
+    bool has_more();
 
     std::istream& stream_;
-    bool ended_ = false;
+    const char* next_ = block_;
+    const char* end_ = block_;
+    char block_[16384];
 };
 
 }  // namespace zellap10::platform
