@@ -133,6 +133,20 @@ TEST(Overrun, IsRefusedByOneAndCutByTheOther) {
     EXPECT_EQ(window_of(chart, 0, 1, 0, 20), joined({{1, 8}, {3, 4}, {2, 8}}));
 }
 
+TEST(NoPixels, NeedNoRoom) {
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(small_chart()), 1);
+    EXPECT_EQ(chart.getMultiLines(0, 2, 20, 0, nullptr), 1);
+    EXPECT_EQ(chart.getMultiLines(1, 0, 0, 20, nullptr), 1);
+    EXPECT_EQ(chart.getAALine(0, 0, 0, nullptr, 2, 2), 1);
+    EXPECT_EQ(chart.getAALine(0, 0, 5, nullptr, 6, 2), 1);
+    for (const int width : {0, -20}) {
+        chart.CloseZellap();
+        ASSERT_EQ(chart.open(samples::chart_bytes(text_of_size(width, 1), 4, {"\x01"})), 1);
+        EXPECT_EQ(chart.getLine(0, nullptr), 1);
+    }
+}
+
 struct LongRunRow {
     const char* name;
     std::string bytes;

@@ -184,6 +184,7 @@ public:
     }
 
     void hand_on() {
+        if (used_ == 0) return;  // a line without pixels may have no room
         std::memcpy(dest_, pixels_, used_);
         dest_ += used_;
         used_ = 0;

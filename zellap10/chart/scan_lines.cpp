@@ -21,10 +21,13 @@ RunCoding coding_of(const CZellap& chart) {
     return {static_cast<unsigned>(chart.RunMask), static_cast<unsigned>(chart.ColourMask), chart.ColourShift};
 }
 
+bool is_open(const CZellap& chart) {
+    return chart.ChartFile != nullptr && chart.LineOffsets != nullptr;
+}
+
 // Lines that can be read: those of the picture that the line table holds, none where no chart is open.
 int readable_lines(const CZellap& chart) {
-    if (chart.ChartFile == nullptr || chart.LineOffsets == nullptr) return 0;
-    return std::min(chart.Height, chart.LineCount);
+    return is_open(chart) ? std::clamp(chart.Height, 0, std::max(chart.LineCount, 0)) : 0;
 }
 
 // Puts the file at a line and gives the scratch to read it with. In most files the next offset of the table
@@ -65,7 +68,7 @@ void read_columns(BlockBytes& bytes, const RunCoding& coding, std::int64_t first
 
 void CZellap::seekLine(long line) {
     const int lines = readable_lines(*this);
-    if (lines <= 0) return;
+    if (lines == 0) return;
     const long clamped = std::clamp(line, 0L, static_cast<long>(lines) - 1);
     zellap10::chart::seek_offset(ChartFile, LineOffsets[clamped]);
     zellap10::chart::FileBytes bytes(ChartFile);
@@ -73,7 +76,7 @@ void CZellap::seekLine(long line) {
 }
 
 void CZellap::vNextCRL(int* colour, int* runLength) {
-    if (ChartFile == nullptr) return;
+    if (!is_open(*this)) return;
     zellap10::chart::FileBytes bytes(ChartFile);
     const Run run = next_run(bytes, coding_of(*this));
     *colour = run.colour;
@@ -99,9 +102,8 @@ int CZellap::getLine(int line, unsigned char* dest) {
 }
 
 int CZellap::getMultiLines(int firstLine, int lineCount, int firstCol, int colCount, unsigned char* dest) {
-    const int lines = readable_lines(*this);
-    if (ChartFile == nullptr || LineOffsets == nullptr) return 0;
-    if (firstLine < 0 || static_cast<std::int64_t>(firstLine) + lineCount > std::max(lines, 0)) return 0;
+    if (!is_open(*this)) return 0;
+    if (firstLine < 0 || static_cast<std::int64_t>(firstLine) + lineCount > readable_lines(*this)) return 0;
     if (firstCol < 0 || static_cast<std::int64_t>(firstCol) + colCount > std::max(Width, 0)) return 0;
     if (lineCount <= 0 || colCount <= 0) return 1;
 
