@@ -47,6 +47,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                "a chart has trouble just where it is refused");
     if (opened == 0 || info_only) {
         fuzz::must(opened == 1 || !info_only, "a file that is there has a header");
+        fuzz::must(opened == 1 || (chart.Width == 0 && chart.Height == 0 && chart.HeaderColourCount == 0),
+                   "a refused chart leaves the object as it was");
         fuzz::check_refusals(chart, kept);
         return 0;
     }

@@ -8,6 +8,7 @@
 #include <bench/plain_chart.h>
 #include <zellap10/chart/zellap.h>
 
+#include "../support/point_lists.h"
 #include "../support/temp_file.h"
 
 /// The folder of a chart's file. A base, so that it goes after the chart: Windows removes no open file.
@@ -19,6 +20,7 @@ protected:
 /// A chart object with its protected operations in reach, and beside each fast one its plain form.
 class ChartUnderTest : private ChartFolder, public PlainChart {
 public:
+    using CZellap::ReadHeader;
     using CZellap::seekLine;
     using CZellap::vNextCRL;
 
@@ -33,6 +35,32 @@ public:
 private:
     int opens_ = 0;
 };
+
+/// All public fields of a chart object but Path, as the bytes that they are, and what they point to.
+inline std::vector<std::string> state_of(const CZellap& chart) {
+    std::vector<std::string> state;
+    const auto add = [&state](const void* begin, const void* end) {
+        state.emplace_back(static_cast<const char*>(begin), static_cast<const char*>(end));
+    };
+    add(&chart, &chart.Path);
+    state.emplace_back(chart.TextStream.is_open() ? "text" : "");
+    add(&chart.TextStream + 1, &chart + 1);
+    if (chart.LineOffsets != nullptr) add(chart.LineOffsets, chart.LineOffsets + chart.LineCount + 1);
+    PALETTEENTRY entries[256] = {};
+    GetPaletteEntries(chart.PaletteHandle, 0, 256, entries);
+    add(entries, entries + 256);
+    std::vector<const CGEORec*> records{&chart.BaseRec};
+    for (const CGEORec* inset : elements_of(chart.BaseRec.Insets))
+        records.push_back(inset);
+    for (const CGEORec* record : records) {
+        add(record, record + 1);
+        for (const CRefPointList* list : {&record->Vertices, &record->Points}) {
+            for (const CRefPoint* point : elements_of(*list))
+                add(point, point + 1);
+        }
+    }
+    return state;
+}
 
 constexpr unsigned char kUntouched = 0xEE;
 

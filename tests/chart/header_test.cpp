@@ -64,6 +64,19 @@ TEST(ChartHeader, GivesNameSizeAndNumber) {
     }
 }
 
+TEST(ChartHeader, IsReadFromAStreamThatADerivedClassOpened) {
+    const TempFolder folder;
+    ChartUnderTest chart;
+    chart.TextStream.open(folder.write("c.cht", small_chart()), std::ios::in | std::ios::binary);
+    chart.ReadHeader(1);
+    EXPECT_TRUE(chart.TextStream.is_open());
+    EXPECT_TRUE(chart.TextStream.eof()) << "at the end of the text, not of the file";
+    EXPECT_STREQ(chart.ChartName, "SAMPLE");
+    EXPECT_EQ(chart.BaseRec.InsetRect.right, 20);
+    EXPECT_EQ(chart.BaseRec.InsetRect.bottom, 2);
+    EXPECT_EQ(chart.HeaderColourCount, 3);
+}
+
 TEST(ChartHeader, CutsALongName) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open("NOS/NA=" + std::string(300, 'n') + ",DU=7\n", 1), 1);

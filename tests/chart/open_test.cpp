@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cstdio>
+#include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "refused_charts.h"
 
@@ -65,25 +66,71 @@ TEST(ChartPalette, ReachesTheCallerThroughItsHandle) {
     EXPECT_EQ(entries[3].peRed, 120);
 }
 
-TEST(UnsoundFile, IsRefusedAndLeavesTheObjectAsItWas) {
+struct StateRow {
+    const char* name;
+    bool was_opened;
+    int info_only;
+    bool is_open;
+};
+
+const StateRow kStateRows[] = {{"new", false, 0, false},
+                               {"text read", true, 1, true},
+                               {"open", true, 0, true},
+                               {"closed", true, 0, false}};
+
+// A chart that is opened, and the georeference of one that is refused and differs from it in every field.
+class UnsoundFile : public testing::Test {
+protected:
+    UnsoundFile() {
+        const std::string text = "NOS/NA=SOUND,RA=0,0,12,1,DU=7\nRGB/9,1,2,3\n";
+        sound_ = folder_.write("sound.cht", samples::chart_bytes(text, 5, {"\x01\xA0\x0B"}));
+        folder_.write(
+            "sound.GEO",
+            "Name=Sound\nVertex=39 -70\nPoint=-70 40 0 0\nPoint=-69 40 0 9\nPoint=-70 39 9 0\n[Inset\n"
+            "Point=1 1 1 1\n");
+        folder_.write("unsound.GEO",
+                      "Name=Unsound\nVertex=1 2\nPoint=1 2 0 0\nPoint=2 2 0 5\nPoint=1 1 5 0\n[Inset\n");
+    }
+
+    // Refuses a path on an object in each of its states.
+    void expect_no_change(const char* path, int info_only) {
+        for (const StateRow& state : kStateRows) {
+            SCOPED_TRACE(state.name);
+            ChartUnderTest chart;
+            EXPECT_EQ(chart.OpenZellap(state.was_opened ? sound_.c_str() : nullptr, state.info_only),
+                      state.was_opened);
+            if (!state.is_open) chart.CloseZellap();
+            const std::string path_after = path != nullptr ? path : static_cast<const char*>(chart.Path);
+            const std::vector<std::string> before = state_of(chart);
+
+            EXPECT_EQ(chart.OpenZellap(path, info_only), 0);
+            EXPECT_EQ(std::string(chart.Path), path_after);
+            EXPECT_TRUE(state_of(chart) == before);
+            if (state.is_open && state.info_only == 0) {
+                GuardedPixels line(12);
+                EXPECT_EQ(chart.getLine(0, line.data()), 1);
+                EXPECT_EQ(line.pixels(), std::vector<int>(12, 8));
+                EXPECT_TRUE(line.guards_untouched());
+            } else {
+                expect_no_pixels(chart);
+            }
+            chart.CloseZellap();
+            EXPECT_EQ(chart.OpenZellap(sound_.c_str(), 0), 1);
+        }
+    }
+
+    TempFolder folder_;
+    std::string sound_;
+};
+
+TEST_F(UnsoundFile, IsRefusedAndLeavesTheObjectAsItWas) {
     for (const RefusedChart& row : kRefusedCharts) {
         SCOPED_TRACE(row.name);
-        ChartUnderTest chart;
-        EXPECT_EQ(chart.open(row.bytes), 0);
-        EXPECT_EQ(chart.ChartFile, nullptr);
-        EXPECT_EQ(chart.LineOffsets, nullptr);
-        expect_no_pixels(chart);
-        ASSERT_EQ(chart.open(small_chart()), 1) << "it can be used again";
-
-        const std::FILE* file = chart.ChartFile;
-        const HPALETTE palette = chart.GetPaletteHandle();
-        EXPECT_EQ(chart.open(row.bytes), 0);
-        EXPECT_EQ(chart.ChartFile, file) << "what was open stays open";
-        EXPECT_EQ(chart.GetPaletteHandle(), palette);
+        expect_no_change(folder_.write("unsound.cht", row.bytes).c_str(), 0);
     }
 }
 
-TEST(UnsoundFile, MayHoldATableThatReachesItsEnd) {
+TEST_F(UnsoundFile, MayHoldATableThatReachesItsEnd) {
     // Three lines: the third offset is the tail pointer itself.
     ChartUnderTest chart;
     EXPECT_EQ(chart.open(small_chart_of_height("3")), 1);
@@ -91,23 +138,44 @@ TEST(UnsoundFile, MayHoldATableThatReachesItsEnd) {
     EXPECT_EQ(chart.LineOffsets[3], 69);
 }
 
-TEST(MissingFile, IsRefused) {
-    const TempFolder folder;
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(small_chart(), 1), 1);
-    const std::string missing = folder.file("missing.cht");
-    for (const int info_only : {0, 1}) {
-        EXPECT_EQ(chart.OpenZellap(missing.c_str(), info_only), 0);
-        EXPECT_STREQ(chart.Path, missing.c_str());
-        EXPECT_EQ(chart.OpenZellap(nullptr, info_only), 0);
-        EXPECT_STREQ(chart.Path, missing.c_str());
+TEST_F(UnsoundFile, IsAlsoOneThatIsMissingOrNoFile) {
+    const std::string missing = folder_.file("missing.cht");
+    const std::string folder = folder_.file("");
+    // Each device is one on some system, which would be read without end, and missing on others.
+    for (const char* const path : {missing.c_str(), folder.c_str(), "/dev/zero", "NUL", "CON", ""}) {
+        SCOPED_TRACE(path);
+        for (const int info_only : {0, 1})
+            expect_no_change(path, info_only);
     }
-    EXPECT_EQ(chart.OpenZellap(folder.file("").c_str(), 0), 0) << "a folder";
-    // Each is a device on some system, that would be read without end, and missing on others.
-    for (const char* const device : {"/dev/zero", "NUL", "CON"}) {
-        EXPECT_EQ(chart.OpenZellap(device, 1), 0) << device;
+    for (const int info_only : {0, 1})
+        expect_no_change(nullptr, info_only);
+}
+
+using PathOfAChart = UnsoundFile;
+
+// A text that the open itself replaces or frees.
+TEST_F(PathOfAChart, MayBeAnyTextOfTheObject) {
+    const std::string other = folder_.write("other chart.cht", small_chart());
+    folder_.write("other chart.GEO", "Name=Other\n");
+    using Text = const char* (*)(ChartUnderTest & chart, const char* path);
+    const Text texts[] = {
+        [](ChartUnderTest& chart, const char* path) -> const char* { return chart.Path = path; },
+        [](ChartUnderTest& chart, const char* path) -> const char* { return chart.BaseRec.Name = path; },
+        [](ChartUnderTest& chart, const char* path) -> const char* {
+            return elements_of(chart.BaseRec.Vertices)[0]->Name = path;
+        },
+        [](ChartUnderTest& chart, const char* path) -> const char* {
+            return std::strncpy(chart.ChartName, path, sizeof chart.ChartName - 1);
+        },
+    };
+    for (const Text text : texts) {
+        ChartUnderTest chart;
+        ASSERT_EQ(chart.OpenZellap(sound_.c_str(), 1), 1);
+        EXPECT_EQ(chart.OpenZellap(text(chart, other.c_str()), 0), 1);
+        EXPECT_EQ(std::string(chart.Path), other);
+        EXPECT_STREQ(chart.BaseRec.Name, "Other");
+        EXPECT_STREQ(chart.ChartName, "SAMPLE");
     }
-    EXPECT_EQ(chart.GetDocumentSize().cx, 20);
 }
 
 struct EmptyPictureRow {

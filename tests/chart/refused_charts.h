@@ -6,9 +6,10 @@
 
 #include "chart_under_test.h"
 
-/// The small chart with another height in its header.
-inline std::string small_chart_of_height(const std::string& height) {
+/// The small chart with another height in its header, and another place of its line table.
+inline std::string small_chart_of_height(const std::string& height, char table = 69) {
     std::string bytes = small_chart();
+    bytes.back() = table;
     return bytes.replace(bytes.find("20,2") + 3, 1, height);
 }
 
@@ -42,7 +43,16 @@ inline const RefusedChart kRefusedCharts[] = {
     {"a table of 2147483647 lines", small_chart_of_height("2147483647"), zellap10::plotter::Fault::kLineTable,
      "The line table begins at 69 and its 2,147,483,647 lines need 8,589,934,588 bytes, in a file of 90 "
      "bytes."},
-    {"a table that ends one byte behind the file", small_chart_of_height("4"),
+    {"a table that ends 1 byte behind the file", small_chart_of_height("3", 70),
+     zellap10::plotter::Fault::kLineTable,
+     "The line table begins at 70 and its 3 lines need 12 bytes, in a file of 81 bytes."},
+    {"a table that ends 2 bytes behind the file", small_chart_of_height("3", 71),
+     zellap10::plotter::Fault::kLineTable,
+     "The line table begins at 71 and its 3 lines need 12 bytes, in a file of 81 bytes."},
+    {"a table that ends 3 bytes behind the file", small_chart_of_height("3", 72),
+     zellap10::plotter::Fault::kLineTable,
+     "The line table begins at 72 and its 3 lines need 12 bytes, in a file of 81 bytes."},
+    {"a table that ends 4 bytes behind the file", small_chart_of_height("4"),
      zellap10::plotter::Fault::kLineTable,
      "The line table begins at 69 and its 4 lines need 16 bytes, in a file of 81 bytes."},
     {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x10\x00", 4)),

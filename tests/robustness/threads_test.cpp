@@ -63,4 +63,29 @@ TEST(EightThreads, WalkTheirOwnChartsThroughSharedRecords) {
     EXPECT_EQ(equal, std::vector<int>(kThreads, kRounds));
 }
 
+// One thread decodes, another converts and reads what the chart holds.
+TEST(TwoThreads, ShareAChartThatOneDecodes) {
+    const TempFolder folder;
+    folder.write("c.GEO", "Point1=-70 40 0 0\nPoint2=-69 40 0 1000\nPoint3=-70 39 1000 0\n");
+    CZellap chart;
+    ASSERT_EQ(chart.OpenZellap(folder.write("c.cht", small_chart()).c_str(), 0), 1);
+    int decoded = 0;
+    std::thread decoder([&] {
+        unsigned char pixels[40] = {};
+        for (int round = 0; round < kRounds; ++round) {
+            decoded += chart.getLine(0, pixels) + chart.getMultiLines(0, 2, 0, 20, pixels) +
+                       chart.getAALine(0, 0, 20, pixels, 2, 2);
+        }
+    });
+    for (int round = 0; round < kRounds; ++round) {
+        PALETTEENTRY entries[256] = {};
+        EXPECT_GT(GetPaletteEntries(chart.GetPaletteHandle(), 0, 256, entries), 2u);
+        EXPECT_NEAR(chart.GetBaseGeoRec()->pwx(250, 0), -69.75, 1e-9);
+        EXPECT_EQ(chart.GetDocumentSize().cx, 20);
+        EXPECT_STREQ(chart.ChartName, "SAMPLE");
+    }
+    decoder.join();
+    EXPECT_EQ(decoded, 3 * kRounds);
+}
+
 }  // namespace

@@ -1,9 +1,11 @@
+#include <zellap10/chart/header.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string>
 
-#include <zellap10/chart/zellap.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_reader.h>
 #include <zellap10/platform/whole_number.h>
@@ -17,11 +19,13 @@
 //
 // All other records are passed over.
 
+namespace zellap10::chart {
+
 namespace {
 
-using zellap10::platform::TextReader;
-using zellap10::platform::TextScanner;
-using zellap10::platform::whole_number;
+using platform::TextReader;
+using platform::TextScanner;
+using platform::whole_number;
 
 constexpr std::size_t kLongestRecord = 1023;
 constexpr std::size_t kLongestContinuation = 127;
@@ -59,40 +63,40 @@ void scan_numbers(TextScanner& scanner, int* numbers, int count) {
     }
 }
 
-void read_chart(const std::string& record, CZellap& chart) {
-    std::memset(chart.ChartName, 0, sizeof chart.ChartName);
-    chart.DU = chart.Width = chart.Height = 0;
+void read_chart(const std::string& record, Header& header) {
+    std::memset(header.name, 0, sizeof header.name);
+    header.du = header.width = header.height = 0;
 
     const std::size_t name = record.find("NA=");
     if (name != std::string::npos) {
         const std::size_t start = name + 3;
         const std::size_t length = std::min(record.find(',', start), record.size()) - start;
-        record.copy(chart.ChartName, std::min(length, sizeof chart.ChartName - 1), start);
+        record.copy(header.name, std::min(length, sizeof header.name - 1), start);
     }
     const std::size_t range = record.find("RA=");
     if (range != std::string::npos) {
         TextScanner scanner(record.c_str() + range + 3);
         int numbers[4] = {};
         scan_numbers(scanner, numbers, 4);
-        chart.Width = numbers[2];
-        chart.Height = numbers[3];
+        header.width = numbers[2];
+        header.height = numbers[3];
     }
     const std::size_t units = record.find("DU=");
     if (units != std::string::npos) {
         TextScanner scanner(record.c_str() + units + 3);
-        scan_numbers(scanner, &chart.DU, 1);
+        scan_numbers(scanner, &header.du, 1);
     }
 }
 
-void read_colour(const std::string& record, CZellap& chart) {
+void read_colour(const std::string& record, Header& header) {
     TextScanner scanner(record.c_str() + 4);
     int numbers[4] = {};
     scan_numbers(scanner, numbers, 4);
     const int index = numbers[0] % 256;
     if (index < 0) return;
     const auto low_8_bits = [](int number) { return static_cast<unsigned char>(number & 0xFF); };
-    chart.HeaderColours[index] = {low_8_bits(numbers[1]), low_8_bits(numbers[2]), low_8_bits(numbers[3]), 0};
-    if (index + 1 > chart.HeaderColourCount) chart.HeaderColourCount = index + 1;
+    header.colours[index] = {low_8_bits(numbers[1]), low_8_bits(numbers[2]), low_8_bits(numbers[3]), 0};
+    header.colour_count = std::max(header.colour_count, index + 1);
 }
 
 // Fits a record to the points that it holds, and rounds the pixels of its vertices.
@@ -106,17 +110,37 @@ void refit(CGEORec& record) {
 
 }  // namespace
 
-void CZellap::ReadHeader(int infoOnly) {
-    TextReader reader(TextStream);
+Header read_header(CZellap& chart) {
+    Header header{{}, chart.DU, chart.Width, chart.Height, {}, chart.HeaderColourCount};
+    std::copy(std::begin(chart.ChartName), std::end(chart.ChartName), header.name);
+    std::copy(std::begin(chart.HeaderColours), std::end(chart.HeaderColours), header.colours);
+
+    TextReader reader(chart.TextStream);
     std::string record;
     while (read_record(reader, record)) {
         if (begins_with(record, "NOS/")) {
-            read_chart(record, *this);
+            read_chart(record, header);
         } else if (begins_with(record, "RGB/")) {
-            read_colour(record, *this);
+            read_colour(record, header);
         }
     }
-    BaseRec.InsetRect = {0, 0, Width, Height};
+    return header;
+}
+
+void take_header(const Header& header, int infoOnly, CZellap& chart) {
+    std::copy(std::begin(header.name), std::end(header.name), chart.ChartName);
+    chart.DU = header.du;
+    chart.Width = header.width;
+    chart.Height = header.height;
+    std::copy(std::begin(header.colours), std::end(header.colours), chart.HeaderColours);
+    chart.HeaderColourCount = header.colour_count;
+    chart.BaseRec.InsetRect = {0, 0, header.width, header.height};
     // Points are only here where an earlier open was not followed by a close.
-    if (!BaseRec.Points.IsEmpty() && infoOnly == 0) refit(BaseRec);
+    if (!chart.BaseRec.Points.IsEmpty() && infoOnly == 0) refit(chart.BaseRec);
+}
+
+}  // namespace zellap10::chart
+
+void CZellap::ReadHeader(int infoOnly) {
+    zellap10::chart::take_header(zellap10::chart::read_header(*this), infoOnly, *this);
 }

@@ -1,10 +1,10 @@
 #include <zellap10/chart/zellap.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <utility>
 
+#include <zellap10/chart/header.h>
 #include <zellap10/chart/line_table.h>
 #include <zellap10/georef/points.h>
 #include <zellap10/platform/file.h>
@@ -28,31 +28,6 @@ private:
     bool open_;
 };
 
-// Takes what is added to a list off again when it goes, and deletes it, unless it is kept.
-template <class Element>
-class AddedElements {
-public:
-    explicit AddedElements(CList<Element*, Element*>& list) : list_(list), before_(list) {}
-    ~AddedElements() {
-        if (kept_) return;
-        std::intptr_t old = before_.GetCount();
-        for (POSITION place = list_.GetHeadPosition(); place != nullptr; --old) {
-            const Element* element = list_.GetNext(place);
-            if (old <= 0) delete element;
-        }
-        list_ = std::move(before_);
-    }
-    AddedElements(const AddedElements&) = delete;
-    AddedElements& operator=(const AddedElements&) = delete;
-
-    void keep() { kept_ = true; }
-
-private:
-    CList<Element*, Element*>& list_;
-    CList<Element*, Element*> before_;
-    bool kept_ = false;
-};
-
 // The chart's path with ".GEO" in the place of its last dot and what follows, a dot in a folder's name
 // included; a dot at the very start is none.
 std::string georeference_path(const std::string& path) {
@@ -69,33 +44,32 @@ CZellap::~CZellap() {
 }
 
 int CZellap::OpenZellap(const char* path, int infoOnly) {
-    using zellap10::chart::BinaryPart;
-    using zellap10::chart::File;
+    using namespace zellap10::chart;
 
     if (path == nullptr) return 0;
     Path = path;
+    path = Path;  // what was given may be a text of this object, which goes
+    Header header;
     {
         const OpenText text(TextStream, path);
         if (!text) return 0;
-        ReadHeader(infoOnly);
+        header = read_header(*this);
     }
-    // What can be refused stands in front of what cannot, so that a refusal leaves the record as it was.
     File file;
     BinaryPart part;
     if (infoOnly == 0) {
         file.reset(std::fopen(path, "rb"));
-        if (file == nullptr || !zellap10::chart::read_binary_part(file.get(), Height, part)) return 0;
+        if (file == nullptr || !read_binary_part(file.get(), header.height, part)) return 0;
     }
-    AddedElements added_insets(BaseRec.Insets);
-    AddedElements added_vertices(BaseRec.Vertices);
-    AddedElements added_points(BaseRec.Points);
-    BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
-    if (infoOnly == 0) BuildPal();
-
-    // Nothing can fail from here on, so that memory that runs out leaves what was open before.
-    added_insets.keep();
-    added_vertices.keep();
-    added_points.keep();
+    // Nothing was changed up to here, and nothing is refused from here on.
+    try {
+        take_header(header, infoOnly, *this);
+        BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
+        if (infoOnly == 0) BuildPal();
+    } catch (...) {
+        CloseZellap();
+        throw;
+    }
     if (infoOnly != 0) return 1;
     BuildPalIndex();
     BitsPerPixel = part.bits_per_pixel;

@@ -12,11 +12,12 @@
 /// The usual order of calls is: construct; OpenZellap; GetDocumentSize and GetPaletteHandle; any number of
 /// getLine, getMultiLines and getAALine; CloseZellap; destroy.
 ///
-/// An operation that can refuse gives 1 for success and 0 for refusal. None throws but std::bad_alloc, which
-/// leaves the object as a refusal does; of the base record, texts and transforms may be the new file's.
+/// An operation that can refuse gives 1 for success and 0 for refusal; a refusal changes nothing but what its
+/// operation says. None throws but OpenZellap, and that only std::bad_alloc.
 ///
-/// Threads: an object is for one thread at a time, since its line operations move one file position. Separate
-/// objects share nothing.
+/// Threads: an object is for one thread at a time, since its line operations move one file position; but
+/// while one thread decodes, another may convert positions with the base record and read the palette, the
+/// size and the texts. Separate objects share nothing.
 ///
 /// Ownership: the object owns the palette object, the open file, the line table and the records of insets
 /// until CloseZellap or the destructor. An open on an object that is already open replaces the first three
@@ -35,13 +36,22 @@ public:
     /// Opens a chart file, and reads the georeference file that stands beside it: the chart's path up to its
     /// last dot, and ".GEO". Without that file the chart opens all the same.
     ///
-    /// @param path      the chart file, at most 2 GiB; on Windows in the code page of the system
+    /// @param path      the chart file, at most 2 GiB; on Windows in the code page of the system. Any text of
+    ///                  this object will do.
     /// @param infoOnly  0 to read everything; else only the text header and the entries of the georeference
-    ///                  file are read: the line operations refuse, there is no palette and nothing is fitted
-    /// @return          1, or 0 for a null path, a file that cannot be opened and, with infoOnly 0, one whose
-    ///                  binary part is unsound: no end of the text, bits per pixel outside 1 to 7, a line
-    ///                  table that is not wholly inside the file. What this open set up is then released,
-    ///                  and what was open before stays open; the header's fields may be the new file's.
+    ///                  file are read: the line operations refuse, there is no palette and nothing is fitted.
+    ///                  The application may then call solvepoly of the records, for transforms without
+    ///                  pixels.
+    /// @return          1, or 0 for a null path, a file that cannot be opened, which a folder, a pipe and a
+    ///                  device never can, and, with infoOnly 0, one whose binary part is unsound: no end of
+    ///                  the text, bits per pixel outside 1 to 7, a line table that is not wholly inside the
+    ///                  file. What was open before then stays open, and every field but Path as it was.
+    ///
+    /// Where the lists of the base record still hold the points of an earlier open, an open with infoOnly 0
+    /// fits these again before it adds those of the new georeference file and fits all.
+    ///
+    /// Memory that runs out is thrown as std::bad_alloc. Either all is then as after a refusal, or the object
+    /// is closed, with what was open before; the fields that a close keeps may then be the new file's.
     int OpenZellap(const char* path, int infoOnly);
 
     /// Closes the file, releases the palette object and the line table, deletes the records of insets and
@@ -57,13 +67,14 @@ public:
     HPALETTE GetPaletteHandle() const;
 
     /// The record of the whole chart, which holds those of its insets; the same address for the whole life of
-    /// the object. It is fitted after an open with infoOnly 0 that found a georeference file.
+    /// the object. It is fitted after an open with infoOnly 0 that found a georeference file. Its InsetRect
+    /// is then all zeros; after any other open it is the whole picture, from 0, 0 to Width, Height.
     CGEORec* GetBaseGeoRec();
 
     /// Decodes a scan line.
     ///
     /// @param line  0 to Height - 1
-    /// @param dest  room for Width bytes; receives a colour index a pixel
+    /// @param dest  room for Width bytes, or null where there are none; receives a colour index a pixel
     /// @return      1, or 0 for a line out of range, an object that is not open, or a run that goes past
     ///              Width; in the last case `dest` holds the runs in front of that one, all else is untouched
     int getLine(int line, unsigned char* dest);
@@ -72,7 +83,8 @@ public:
     ///
     /// @param firstLine, lineCount  lines of the rectangle
     /// @param firstCol, colCount    columns of the rectangle
-    /// @param dest                  room for lineCount x colCount bytes; receives a colour index a pixel
+    /// @param dest                  room for lineCount x colCount bytes, or null where there are none;
+    ///                              receives a colour index a pixel
     /// @return  1, also for a rectangle without pixels, or 0 for one that is not inside the picture and for
     ///          an object that is not open; `dest` is then untouched. A run that goes past Width is cut. A
     ///          negative Width or Height counts as 0.
@@ -84,7 +96,7 @@ public:
     /// @param firstLine  first chart line of the blocks
     /// @param firstCol   first chart column of the first block
     /// @param colCount   chart columns to cover; those behind the last whole block are not used
-    /// @param dest       room for colCount / xFactor bytes
+    /// @param dest       room for colCount / xFactor bytes, or null where there are none
     /// @param xFactor    columns a block, 1 or more
     /// @param yFactor    lines a block, 1 or more
     /// @return           1, or 0 for a range that is not inside the picture, a factor below 1, an object that
@@ -92,7 +104,9 @@ public:
     int getAALine(int firstLine, int firstCol, int colCount, unsigned char* dest, int xFactor, int yFactor);
 
 protected:
-    /// Reads the text part from TextStream, which stands at its start, and tells the base record the size.
+    /// Reads the text part from TextStream, which stands at its start and is left at its end. The base record
+    /// gets the picture's size as its InsetRect; where it has points and infoOnly is 0, it is fitted to them
+    /// and its vertices get their pixels, rounded.
     void ReadHeader(int infoOnly);
 
     /// Puts ChartFile at the first run of a line; a line out of range is taken as the nearest one. Does
