@@ -38,6 +38,9 @@ const LegRow kLegs[] = {
     {"over it in another turn",        {10, 530},        {10, -530},        90.0,         1189.576752},
     {"off a parallel by 0.008 degrees",{-45, 100},       {-45.002, 120},    90.008076,    851.384815},
     {"off a parallel by 0.011 degrees",{60, -20},        {60.002, -40},     270.011440,   600.993602},
+    {"off a parallel by a rounding",   {50.001343, -3.5}, {50.00134300000001, -2.3}, 90.0, 46.408679},
+    {"off it southward, and west",     {45, 1},          {45 - 1e-13, 0},   270.0,        42.569988},
+    {"a hand's breadth north-east",    {0, 0},           {5e-7, 5e-7},      45.194566,    4.2571e-5},
     {"from a meridian written twice",  {-17, 180},       {-18, -180},       180.0,        60.0},
 };
 // clang-format on

@@ -17,12 +17,28 @@ double longitude_between(double from, double to) {
     return std::remainder(to - from, 360.0);
 }
 
+// Degrees, 0.1 m on the ground. Between latitudes closer than this the difference of meridional parts has too
+// few places left: it may be 0, and a leg of 40 miles with it.
+constexpr double kNearParallel = 1e-6;
+
+// The distance along a rhumb line from a latitude to another, to a longitude `east` of it, and its course.
+double sail(double from_latitude, double to_latitude, double east, double* course) {
+    const double north = to_latitude - from_latitude;
+    if (north == 0.0 || !(std::abs(north) < kNearParallel))
+        return m_b_d(from_latitude, 0.0, to_latitude, east, course);
+    const double middle = (from_latitude + to_latitude) / 2;
+    const double miles_east = std::copysign(m_distance(middle, 0.0, middle, east), east);
+    const double miles_north = 60.0 * north;
+    *course = m_angle(miles_east, miles_north);
+    return std::hypot(miles_east, miles_north);
+}
+
 }  // namespace
 
 Leg leg_between(const Position& from, const Position& to, double speed) {
     Leg leg;
     const double east = longitude_between(from.longitude, to.longitude);
-    leg.distance = m_b_d(from.latitude, 0.0, to.latitude, east, &leg.course);
+    leg.distance = sail(from.latitude, to.latitude, east, &leg.course);
     if (leg.distance == 0.0) {
         leg.course = std::numeric_limits<double>::quiet_NaN();
     } else {
@@ -46,7 +62,7 @@ std::vector<Position> rhumb_line(const Position& from, const Position& to, int p
     const double east = longitude_between(from.longitude, to.longitude);
     const Position end{to.latitude, from.longitude + east};
     double course = 0.0;
-    const double miles = m_b_d(from.latitude, 0.0, to.latitude, east, &course);
+    const double miles = sail(from.latitude, to.latitude, east, &course);
     const auto advanced = [&](double part) {
         Position position = from;
         m_advance_d(&position.latitude, &position.longitude, miles * part, course);
