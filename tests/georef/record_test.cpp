@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -98,6 +99,16 @@ TEST(LongitudeWrap, MovesPositiveLongitudesAndBack) {
     EXPECT_EQ(longitudes(), (std::vector<double>{-181, -180, 0, -179}));
     record.UnWrapLongitude(points.list());
     EXPECT_EQ(longitudes(), (std::vector<double>{179, -180, 0, -179}));
+    for (int i = 1; i < 100000; ++i)
+        points.add({0, 0, i * 0.0018, 0});
+    const std::vector<double> many = longitudes();
+    record.WrapLongitude(points.list());
+    record.UnWrapLongitude(points.list());
+    double largest = 0.0;
+    for (std::size_t i = 0; i < many.size(); ++i)
+        largest = std::max(largest, std::fabs(points.points()[i].Longitude - many[i]));
+    EXPECT_LT(largest, 3e-14);
+    EXPECT_GT(largest, 0.0) << "last places move";
 }
 
 struct AngleRow {

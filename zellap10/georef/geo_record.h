@@ -26,6 +26,11 @@ struct PixelRect {
 /// Nothing reports failure: infinity and NaN are handed on, and positions outside the picture are
 /// extrapolated.
 ///
+/// Positions are in the chart's own frame, the datum that its points were given in, unless an operation's
+/// name ends in WGS84. A WGS-84 position, as a GPS receiver gives it, has LatitudeOffset and LongitudeOffset
+/// taken off before wpxy, and a position of pwxy has them added to become one. The text of Datum plays no
+/// part in this.
+///
 /// Threads: a record is for one thread at a time while ReadGEO or solvepoly runs, since they write it; the
 /// conversions only read it.
 ///
@@ -54,7 +59,9 @@ public:
     void ProjectionInit();
 
     /// Sets the six extents from Vertices. Without vertices the means are 0, and the smallest and largest
-    /// values are the largest double and its negative.
+    /// values are the largest double and its negative. Longitudes are compared as they are: vertices on both
+    /// sides of the 180th meridian give an extent around the rest of the earth, and a mean in the midst of
+    /// it.
     void MinMeanMaxLL();
 
     /// A position in the chart's own frame to the projected plane, in metres; the record's offsets are added
@@ -64,8 +71,8 @@ public:
     /// The way back. Without a projection the offsets are taken off what lon and lat hold.
     void ProjInv(double x, double y, double* lon, double* lat) const;
 
-    /// A position in the projection's frame, which is the chart's own plus the record's offsets, to the
-    /// projected plane. Without a projection x and y stay as they were.
+    /// A position in the projection's frame, which is the chart's own plus the record's offsets and named
+    /// WGS-84, to the projected plane. Without a projection x and y stay as they were.
     void ProjFwdWGS84(double lon, double lat, double* x, double* y) const;
 
     /// The way back. Without a projection lon and lat stay as they were.
@@ -78,7 +85,8 @@ public:
     /// On a record over the 180th meridian, moves longitudes above 0 down by 360.
     void WrapLongitude(CRefPointList* list) const;
 
-    /// On a record over the 180th meridian, moves longitudes below -180 up by 360.
+    /// On a record over the 180th meridian, moves longitudes below -180 up by 360. Those from 0 to 180
+    /// that WrapLongitude moved come back less than 3e-14 DEGREES off, and 180 as -180.
     void UnWrapLongitude(CRefPointList* list) const;
 
     /// An angle in DEGREES as sign, degrees, minutes and seconds, such as "-122 25 09.84". Seconds are
@@ -99,12 +107,13 @@ public:
     /// The region of a position: 1 when the latitude is greater than wpSplit, else 0.
     int SelectWPpoly(double longitude, double latitude) const;
 
-    /// The position of a pixel. Over the 180th meridian a longitude comes out from -180 up.
+    /// The position of a pixel, in the chart's own frame. Over the 180th meridian a longitude comes out from
+    /// -180 up.
     void pwxy(double x, double y, double* longitude, double* latitude) const;
     double pwx(double x, double y) const;  ///< the longitude of pwxy
     double pwy(double x, double y) const;  ///< the latitude of pwxy
 
-    /// The pixel of a position, not rounded.
+    /// The pixel of a position in the chart's own frame, not rounded.
     void wpxy(double longitude, double latitude, double* x, double* y) const;
     double wpx(double longitude, double latitude) const;  ///< the x of wpxy
     double wpy(double longitude, double latitude) const;  ///< the y of wpxy
@@ -175,7 +184,10 @@ public:
     /// Mercator or Lambert, pictures down to 1 km are met to 5e-9 pixels. Pixel to world has no such limit.
     void SolveSVDwp(int order, CRefPointList* points, double* first, double* second, double* error) const;
 
-    /// Fits the transforms of this record to Points, whose longitudes come back as they were.
+    /// Fits the transforms of this record to Points: sets Wraps180, ProjCode and what the mode needs. Points
+    /// stay as they are but over the 180th meridian, where their longitudes are moved by WrapLongitude and
+    /// UnWrapLongitude. An application that read a file with infoOnly may call it later, for this record and
+    /// for each of its insets; vertices get no pixels by that.
     void solvepoly();
 
     /// Divides points by their row, at the middle of the range of rows. Points within a tenth of the range
@@ -237,13 +249,16 @@ public:
     double SkewAngle = 0.0;        ///< number of "Skew Angle"
     CString Resolution;            ///< text of "Resolution"
     CString Datum;                 ///< text of "Datum"; never looked up
-    double LatitudeOffset = 0.0;   ///< DEGREES; added to a chart's latitude to reach the projection's frame
+    double LatitudeOffset = 0.0;   ///< DEGREES; added to a chart's latitude to reach WGS-84
     double LongitudeOffset = 0.0;  ///< DEGREES; likewise for a longitude
     CRefPointList Vertices{10};    ///< the picture's outline, owned; pixels come from the fit
-    PixelRect InsetRect;       ///< of an inset: where it stands on the chart, its points and 80 pixels around
-    CRefPointList Points{10};  ///< the reference points, owned
+    /// Of an inset: where it stands on the chart, its points and 80 pixels around, not clipped to the
+    /// picture; zeros without points. Of the chart's own record: the size of the picture, until ReadGEO fits
+    /// the record and leaves zeros.
+    PixelRect InsetRect;
+    CRefPointList Points{10};              ///< the reference points, owned
     CList<CGEORec*, CGEORec*> Insets{10};  ///< of a chart's record: its insets, owned by the chart object
-    int Wraps180 = 0;                      ///< 1 for a picture over the 180th meridian
+    int Wraps180 = 0;  ///< 1 for a picture over the 180th meridian; set by Check180Wrap, so by each fit
 
     double pwSplit = DBL_MAX;    ///< last row of region 0; the largest double: one region
     double wpSplit = DBL_MAX;    ///< last latitude of region 0; likewise
@@ -259,6 +274,8 @@ public:
     double pwxAffine[21] = {};  ///< pixel to easting
     double pwyAffine[21] = {};  ///< pixel to northing
 
+    // The extents are set by MinMeanMaxLL, so by each fit in projection mode. They are of no use over the
+    // 180th meridian.
     double MinLat = 0.0;   ///< smallest latitude of Vertices, DEGREES
     double MeanLat = 0.0;  ///< half the sum of MinLat and MaxLat
     double MaxLat = 0.0;   ///< largest latitude of Vertices, DEGREES
