@@ -3,38 +3,40 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
+
+#include <zellap10/plotter/route.h>
 
 namespace {
 
+using zellap10::plotter::Pixel;
+using zellap10::plotter::Position;
+
 constexpr int kPieces = 96;  // of a meridian or a parallel
 constexpr int kPiecesOfLeg = 800;
-constexpr int kFewestLines = 3;        // across the longer extent of a grid
-constexpr double kFarAway = 1e6;       // pixels, past which nothing is drawn
-constexpr double kRingRadius = 7;      // of a reference point, picture pixels
-constexpr double kDiamondRadius = 11;  // of a waypoint
-constexpr double kPi = 3.14159265359;
+constexpr int kFewestLines = 3;      // across the longer extent of a grid
+constexpr double kFarAway = 1e6;     // picture pixels, past which nothing is drawn
+constexpr double kRingRadius = 7;    // of a reference point, picture pixels
+constexpr double kCornerRadius = 4;  // of a vertex
+constexpr double kWaypointRadius = 10;
+constexpr double kTurn = 2 * 3.14159265359;
 
 struct Pen {
-    Rgb colour;
-    int width = 1;  // picture pixels
-    int dash = 0;   // picture pixels on, and as many off; 0 for a whole line
+    double red, green, blue;  // 0 to 1
+    double width;             // picture pixels
+    double dash = 0;          // picture pixels on, and as many off; 0 for a whole line
 };
 
-constexpr Pen kGridPen = {{225, 30, 30}, 1, 8};
-constexpr Pen kOutlinePen = {{240, 130, 0}, 1, 0};
-constexpr Pen kVertexPen = {{240, 130, 0}, 3, 0};
-constexpr Pen kPointPen = {{0, 150, 60}, 2, 0};
-constexpr Pen kRoutePen = {{30, 60, 220}, 3, 0};
-
-struct Spot {
-    double x = 0;
-    double y = 0;
-};
+constexpr Pen kGridPen = {0.88, 0.12, 0.12, 1, 8};
+constexpr Pen kOutlinePen = {0.94, 0.51, 0, 1.5};
+constexpr Pen kPointPen = {0, 0.59, 0.24, 2};
+constexpr Pen kRoutePen = {0.12, 0.24, 0.86, 3};
 
 // Degrees; on a record over the 180th meridian longitudes above 0 are taken down by a turn, as its own fit
 // does, so that they run on.
 double running_on(const CGEORec& record, double lon) {
-    return record.Wraps180 != 0 && lon > 0 ? lon - 360 : lon;
+    const double reduced = std::remainder(lon, 360);
+    return record.Wraps180 != 0 && reduced > 0 ? reduced - 360 : reduced;
 }
 
 struct Extent {
@@ -43,157 +45,134 @@ struct Extent {
     double west = std::numeric_limits<double>::max();
     double east = std::numeric_limits<double>::lowest();
 
+    // To less than a millimetre.
     bool holds(double lat, double lon) const {
-        return lat >= south && lat <= north && lon >= west && lon <= east;
+        constexpr double kMargin = 1e-9;
+        return lat >= south - kMargin && lat <= north + kMargin && lon >= west - kMargin &&
+               lon <= east + kMargin;
     }
 };
 
 Extent extent_of(const CGEORec& record) {
     Extent extent;
-    for (const CRefPoint* point : record.Vertices.IsEmpty() ? record.Points : record.Vertices) {
-        const double lon = running_on(record, point->Longitude);
-        extent.south = std::min(extent.south, point->Latitude);
-        extent.north = std::max(extent.north, point->Latitude);
-        extent.west = std::min(extent.west, lon);
-        extent.east = std::max(extent.east, lon);
+    for (const CRefPointList* list : {&record.Vertices, &record.Points}) {
+        for (const CRefPoint* point : *list) {
+            const double lon = running_on(record, point->Longitude);
+            extent.south = std::min(extent.south, point->Latitude);
+            extent.north = std::max(extent.north, point->Latitude);
+            extent.west = std::min(extent.west, lon);
+            extent.east = std::max(extent.east, lon);
+        }
     }
     return extent;
 }
 
-bool is_in(const std::vector<PixelRect>& rects, double x, double y) {
-    return std::any_of(rects.begin(), rects.end(), [&](const PixelRect& rect) {
-        return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
-    });
-}
-
-// Draws on one picture, in its own pixels.
-class Plotter {
+// Draws by one record what lies in its extent: farther out a fit need not make sense.
+class Plot {
 public:
-    Plotter(const View& view, const CGEORec& record) : view_(view), record_(record) {}
+    Plot(Image& image, const CGEORec& record)
+        : image_(image), cairo_(image.cairo()), record_(record), extent_(extent_of(record)) {}
 
-    /// The middle of chart pixel 0 lies half a pixel inside the first block of a reduced picture.
-    Spot spot_of(double lat, double lon) const {
-        double x = 0;
-        double y = 0;
-        record_.wpxy(lon, lat, &x, &y);
-        return {(x - view_.left + 0.5) / view_.factor - 0.5, (y - view_.top + 0.5) / view_.factor - 0.5};
-    }
+    const Extent& extent() const { return extent_; }
 
-    void line(const std::vector<Spot>& spots, const Pen& pen) const {
-        int drawn = 0;
-        for (std::size_t i = 1; i < spots.size(); ++i)
-            drawn = piece(spots[i - 1], spots[i], pen, drawn);
-    }
-
-    void ring(Spot middle, double radius, int corners, const Pen& pen) const {
-        std::vector<Spot> spots;
-        for (int i = 0; i <= corners; ++i) {
-            const double angle = 2 * kPi * i / corners;
-            spots.push_back({middle.x + radius * std::cos(angle), middle.y + radius * std::sin(angle)});
+    void line(const std::vector<Position>& positions, const Pen& pen) {
+        bool drawing = false;
+        for (const Position& position : positions) {
+            const std::optional<Pixel> spot = spot_of(position);
+            if (spot && drawing) cairo_line_to(cairo_, spot->x, spot->y);
+            if (spot && !drawing) cairo_move_to(cairo_, spot->x, spot->y);
+            drawing = spot.has_value();
         }
-        line(spots, pen);
+        stroke(pen);
+    }
+
+    void ring(const Position& position, double radius, const Pen& pen) {
+        const std::optional<Pixel> spot = spot_of(position);
+        if (!spot) return;
+        cairo_arc(cairo_, spot->x, spot->y, radius, 0, kTurn);
+        stroke(pen);
     }
 
 private:
-    int piece(Spot from, Spot to, const Pen& pen, int drawn) const {
-        const double reach =
-            std::max({std::fabs(from.x), std::fabs(from.y), std::fabs(to.x), std::fabs(to.y)});
-        if (!(reach < kFarAway)) return drawn;
-        const double length = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
-        const int steps = std::max(1, static_cast<int>(std::ceil(length)));
-        for (int i = 0; i <= steps; ++i) {
-            const double part = static_cast<double>(i) / steps;
-            if (i > 0) ++drawn;
-            if (pen.dash > 0 && (drawn / pen.dash) % 2 != 0) continue;
-            dot({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part}, pen);
-        }
-        return drawn;
+    // In cairo's coordinates, which count from the corner of a pixel and not from its middle.
+    std::optional<Pixel> spot_of(const Position& position) const {
+        if (!extent_.holds(position.latitude, running_on(record_, position.longitude))) return {};
+        const std::optional<Pixel> pixel = pixel_of(record_, position);
+        if (!pixel) return {};
+        const Pixel spot = image_.window().on_picture(*pixel);
+        if (!(std::fabs(spot.x) < kFarAway && std::fabs(spot.y) < kFarAway)) return {};
+        return Pixel{spot.x + 0.5, spot.y + 0.5};
     }
 
-    void dot(Spot spot, const Pen& pen) const {
-        const int first_x = static_cast<int>(std::lround(spot.x)) - pen.width / 2;
-        const int first_y = static_cast<int>(std::lround(spot.y)) - pen.width / 2;
-        for (int y = first_y; y < first_y + pen.width; ++y) {
-            for (int x = first_x; x < first_x + pen.width; ++x) {
-                if (is_open(x, y)) view_.picture.row(y)[x] = pen.colour;
-            }
-        }
+    void stroke(const Pen& pen) {
+        cairo_set_source_rgb(cairo_, pen.red, pen.green, pen.blue);
+        cairo_set_line_width(cairo_, pen.width);
+        cairo_set_dash(cairo_, &pen.dash, pen.dash > 0 ? 1 : 0, 0);
+        cairo_stroke(cairo_);
     }
 
-    bool is_open(int x, int y) const {
-        if (x < 0 || y < 0 || x >= view_.picture.width || y >= view_.picture.height) return false;
-        const double chart_x = view_.left + (x + 0.5) * view_.factor - 0.5;
-        const double chart_y = view_.top + (y + 0.5) * view_.factor - 0.5;
-        if (is_in(view_.excluded, chart_x, chart_y)) return false;
-        return view_.included.empty() || is_in(view_.included, chart_x, chart_y);
-    }
-
-    const View& view_;
+    Image& image_;
+    cairo_t* cairo_;
     const CGEORec& record_;
+    Extent extent_;
 };
 
-void draw_grid(const Plotter& plotter, const Extent& extent, int step_minutes) {
-    const double step = step_minutes / 60.0;
+void draw_grid(Plot& plot, double step) {
+    const Extent& extent = plot.extent();
+    if (!(extent.north - extent.south <= 180 && extent.east - extent.west <= 360))
+        return;  // no place on earth
+    const auto along = [](double from, double to, int piece) { return from + (to - from) * piece / kPieces; };
     for (double n = std::ceil(extent.west / step); n * step <= extent.east; ++n) {
-        std::vector<Spot> meridian;
-        for (int i = 0; i <= kPieces; ++i) {
-            const double lat = extent.south + (extent.north - extent.south) * i / kPieces;
-            meridian.push_back(plotter.spot_of(lat, n * step));
-        }
-        plotter.line(meridian, kGridPen);
+        std::vector<Position> meridian;
+        for (int i = 0; i <= kPieces; ++i)
+            meridian.push_back({along(extent.south, extent.north, i), n * step});
+        plot.line(meridian, kGridPen);
     }
     for (double n = std::ceil(extent.south / step); n * step <= extent.north; ++n) {
-        std::vector<Spot> parallel;
-        for (int i = 0; i <= kPieces; ++i) {
-            const double lon = extent.west + (extent.east - extent.west) * i / kPieces;
-            parallel.push_back(plotter.spot_of(n * step, lon));
-        }
-        plotter.line(parallel, kGridPen);
+        std::vector<Position> parallel;
+        for (int i = 0; i <= kPieces; ++i)
+            parallel.push_back({n * step, along(extent.west, extent.east, i)});
+        plot.line(parallel, kGridPen);
     }
 }
 
-void draw_outline(const Plotter& plotter, const CGEORec& record) {
-    std::vector<Spot> outline;
+void draw_outline(Plot& plot, const CGEORec& record) {
+    std::vector<Position> outline;
     for (const CRefPoint* vertex : record.Vertices)
-        outline.push_back(plotter.spot_of(vertex->Latitude, vertex->Longitude));
+        outline.push_back({vertex->Latitude, vertex->Longitude});
     if (outline.empty()) return;
-    for (const Spot& corner : outline)
-        plotter.ring(corner, 4 * std::sqrt(2.0), 4, kVertexPen);
+    for (const Position& corner : outline)
+        plot.ring(corner, kCornerRadius, kOutlinePen);
     outline.push_back(outline.front());
-    plotter.line(outline, kOutlinePen);
+    plot.line(outline, kOutlinePen);
 }
 
-// A course is a straight line on few projections, so a leg is drawn in pieces; those outside the extent are
-// not drawn.
-void draw_leg(const Plotter& plotter, const CGEORec& record, const Waypoint& from, const Waypoint& to) {
-    const Extent extent = extent_of(record);
-    double bearing = 0;
-    const double miles = m_b_d(from.lat, from.lon, to.lat, to.lon, &bearing);
-    std::vector<Spot> leg;
-    for (int piece = 0; piece <= kPiecesOfLeg; ++piece) {
-        double lat = from.lat;
-        double lon = from.lon;
-        m_advance_d(&lat, &lon, miles * piece / kPiecesOfLeg, bearing);
-        if (lon > 180) lon -= 360;
-        if (lon < -180) lon += 360;
-        if (extent.holds(lat, running_on(record, lon))) {
-            leg.push_back(plotter.spot_of(lat, lon));
-        } else {
-            plotter.line(leg, kRoutePen);
-            leg.clear();
-        }
+void draw_route(Plot& plot, const CGEORec& record, const std::vector<Waypoint>& route) {
+    for (std::size_t i = 0; i < route.size(); ++i) {
+        plot.ring(from_wgs84(record, route[i].position), kWaypointRadius, kRoutePen);
+        if (i == 0) continue;
+        std::vector<Position> leg = rhumb_line(route[i - 1].position, route[i].position, kPiecesOfLeg);
+        for (Position& position : leg)
+            position = from_wgs84(record, position);
+        plot.line(leg, kRoutePen);
     }
-    plotter.line(leg, kRoutePen);
 }
 
-void draw_route(const Plotter& plotter, const CGEORec& record, const std::vector<Waypoint>& route) {
-    for (std::size_t i = 1; i < route.size(); ++i)
-        draw_leg(plotter, record, route[i - 1], route[i]);
-    const Extent extent = extent_of(record);
-    for (const Waypoint& waypoint : route) {
-        if (!extent.holds(waypoint.lat, running_on(record, waypoint.lon))) continue;
-        plotter.ring(plotter.spot_of(waypoint.lat, waypoint.lon), kDiamondRadius, 4, kRoutePen);
-    }
+void draw_record(Image& image, const CGEORec& record, const std::vector<Waypoint>& route) {
+    Plot plot(image, record);
+    draw_grid(plot, grid_step(record) / 60.0);
+    draw_outline(plot, record);
+    for (const CRefPoint* point : record.Points)
+        plot.ring({point->Latitude, point->Longitude}, kRingRadius, kPointPen);
+    draw_route(plot, record, route);
+}
+
+// Adds a rectangle of the chart to cairo's path.
+void add_rectangle(Image& image, const PixelRect& rect) {
+    const Pixel upper_left = image.window().on_picture({rect.left - 0.5, rect.top - 0.5});
+    const Pixel lower_right = image.window().on_picture({rect.right - 0.5, rect.bottom - 0.5});
+    cairo_rectangle(image.cairo(), upper_left.x + 0.5, upper_left.y + 0.5, lower_right.x - upper_left.x,
+                    lower_right.y - upper_left.y);
 }
 
 }  // namespace
@@ -207,11 +186,22 @@ int grid_step(const CGEORec& record) {
     return 1;
 }
 
-void draw_overlay(const View& view, const CGEORec& record, const std::vector<Waypoint>& route) {
-    const Plotter plotter(view, record);
-    draw_grid(plotter, extent_of(record), grid_step(record));
-    draw_outline(plotter, record);
-    for (const CRefPoint* point : record.Points)
-        plotter.ring(plotter.spot_of(point->Latitude, point->Longitude), kRingRadius, 24, kPointPen);
-    draw_route(plotter, record, route);
+void draw_overlay(Image& image, const CGEORec& base, const std::vector<Waypoint>& route) {
+    cairo_t* const cairo = image.cairo();
+    cairo_save(cairo);
+    cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
+    for (const CGEORec* inset : base.Insets) {
+        cairo_rectangle(cairo, 0, 0, image.width(), image.height());
+        add_rectangle(image, inset->InsetRect);
+        cairo_clip(cairo);
+    }
+    draw_record(image, base, route);
+    cairo_restore(cairo);
+    for (const CGEORec* inset : base.Insets) {
+        cairo_save(cairo);
+        add_rectangle(image, inset->InsetRect);
+        cairo_clip(cairo);
+        draw_record(image, *inset, route);
+        cairo_restore(cairo);
+    }
 }

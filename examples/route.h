@@ -3,12 +3,13 @@
 #include <string>
 #include <vector>
 
+#include <zellap10/plotter/position.h>
+
 /// Routes on the sample charts, all of them at sea.
 
 struct Waypoint {
     const char* name = "";
-    double lat = 0;  ///< degrees, north positive
-    double lon = 0;  ///< degrees, east positive, from -180 to 180
+    zellap10::plotter::Position position;  ///< in WGS 84
 };
 
 /// The route of a sample chart, by its name; empty for any other chart.

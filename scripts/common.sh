@@ -6,7 +6,7 @@ CMAKE_AT_LEAST=3.25
 
 # Debian's names of what the library, the sample charts and the example need, and of what the tests and
 # benchmarks need besides.
-BUILD_PACKAGES=(g++ cmake ninja-build libpng-dev libcairo2-dev fonts-dejavu-core)
+BUILD_PACKAGES=(g++ cmake ninja-build libcairo2-dev fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
                libeigen3-dev libtiff-dev pkgconf)
 
