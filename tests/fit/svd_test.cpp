@@ -1,21 +1,58 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "test_matrix.h"
+#include <zellap10/georef/geo_record.h>
 
 namespace {
 
 using Rows = std::vector<std::vector<double>>;
 
-// Rounding of a decomposition grows with the matrix's own size; its largest element is 1 in these tests.
+// Rounding of a decomposition, as a part of the matrix's largest singular value.
 constexpr double kTol = 1e-13;
 
-Rows random_rows(int m, int n, int rank, unsigned seed) {
-    std::mt19937 random(seed);
+// A matrix from the record's allocator, and its factors.
+class Decomposed {
+public:
+    Decomposed(const Rows& rows, int columns)
+        : m(static_cast<int>(rows.size())),
+          n(columns),
+          u(record.dmatrix(1, m, 1, n)),
+          w(record.dvector(1, n)),
+          v(record.dmatrix(1, n, 1, n)) {
+        for (int i = 1; i <= m; ++i) {
+            for (int j = 1; j <= n; ++j)
+                u[i][j] = element(rows, i, j);
+        }
+        record.svdcmp(u, m, n, w, v);
+    }
+    ~Decomposed() {
+        record.free_dmatrix(u, 1, m, 1, n);
+        record.free_dvector(w, 1, n);
+        record.free_dmatrix(v, 1, n, 1, n);
+    }
+    Decomposed(const Decomposed&) = delete;
+    Decomposed& operator=(const Decomposed&) = delete;
+
+    static double element(const Rows& rows, int i, int j) {
+        return rows[static_cast<std::size_t>(i) - 1][static_cast<std::size_t>(j) - 1];
+    }
+    std::vector<double> values() const { return {w + 1, w + 1 + n}; }
+
+    CGEORec record;
+    int m;
+    int n;
+    double** u;
+    double* w;
+    double** v;
+};
+
+Rows random_rows(int m, int n, int rank) {
+    std::mt19937 random(5);
     std::uniform_real_distribution<double> spread(-1.0, 1.0);
     const auto rows = static_cast<std::size_t>(m);
     const auto columns = static_cast<std::size_t>(n);
@@ -35,57 +72,63 @@ Rows random_rows(int m, int n, int rank, unsigned seed) {
     return matrix;
 }
 
+// Terms of a chart's pixels: columns from 1 to 10000 to the power of the degree.
+Rows chart_rows(int m, int n) {
+    std::mt19937 random(3);
+    Rows matrix;
+    for (int i = 0; i < m; ++i) {
+        const auto x = static_cast<double>(random() % 10000), y = static_cast<double>(random() % 10000);
+        matrix.emplace_back();
+        for (int j = 0; j < n; ++j)
+            matrix.back().push_back(CGEORec().polyfunc(j, x, y));
+    }
+    return matrix;
+}
+
 struct ShapeRow {
     const char* name;
-    int m, n, rank;
+    Rows matrix;
+    int n, rank;
 };
 
-// clang-format off
 const ShapeRow kShapeRows[] = {
-    // name                      m   n   rank
-    {"tall",                     40, 10, 10},
-    {"square",                   10, 10, 10},
-    {"wide",                     4,  10, 4},
-    {"one row",                  1,  6,  1},
-    {"one column",               6,  1,  1},
-    {"one element",              1,  1,  1},
-    {"tall, rank deficient",     40, 10, 3},
-    {"wide, rank deficient",     5,  21, 2},
-    {"identical directions",     8,  8,  1},
-    {"zero",                     7,  5,  0},
-    {"no rows",                  0,  4,  0},
-    {"sixty points, order 5",    60, 21, 21},
+    {"tall", random_rows(40, 10, 10), 10, 10},
+    {"square", random_rows(10, 10, 10), 10, 10},
+    {"wide", random_rows(4, 10, 4), 10, 4},
+    {"one row", random_rows(1, 6, 1), 6, 1},
+    {"one column", random_rows(6, 1, 1), 1, 1},
+    {"tall, rank deficient", random_rows(40, 10, 3), 10, 3},
+    {"wide, rank deficient", random_rows(5, 21, 2), 21, 2},
+    {"identical directions", random_rows(8, 8, 1), 8, 1},
+    {"zero", random_rows(7, 5, 0), 5, 0},
+    {"no rows", {}, 4, 0},
+    {"sixty points, order 5", random_rows(60, 21, 21), 21, 21},
+    {"pixels of a chart, order 2", chart_rows(30, 6), 6, 6},
+    {"pixels of a chart, order 5", chart_rows(60, 21), 21, -1},
 };
-// clang-format on
 
-TEST(Decomposition, RebuildsItsMatrix) {
+double largest_of(const std::vector<double>& values) {
+    return *std::max_element(values.begin(), values.end());
+}
+
+// Orthogonal factors that rebuild a matrix are its decomposition.
+TEST(Decomposition, RebuildsItsMatrixFromOrthogonalFactors) {
     for (const ShapeRow& row : kShapeRows) {
         SCOPED_TRACE(row.name);
-        const Rows matrix = random_rows(row.m, row.n, row.rank, 5);
-        const Decomposed d(matrix, row.n);
+        const Decomposed d(row.matrix, row.n);
+        const double tolerance = kTol * std::max(largest_of(d.values()), 1.0);
         for (int i = 1; i <= d.m; ++i) {
             for (int j = 1; j <= d.n; ++j) {
                 double element = 0.0;
                 for (int k = 1; k <= d.n; ++k)
                     element += d.u[i][k] * d.w[k] * d.v[j][k];
-                EXPECT_NEAR(element, matrix[static_cast<std::size_t>(i) - 1][static_cast<std::size_t>(j) - 1],
-                            kTol);
+                EXPECT_NEAR(element, Decomposed::element(row.matrix, i, j), tolerance);
             }
         }
         int positive = 0;
-        for (const double value : d.values()) {
-            EXPECT_GE(value, 0.0);
-            positive += value > kTol;
-        }
-        EXPECT_EQ(positive, row.rank);
-    }
-}
-
-TEST(Decomposition, HasOrthogonalFactors) {
-    for (const ShapeRow& row : kShapeRows) {
-        SCOPED_TRACE(row.name);
-        const Decomposed d(random_rows(row.m, row.n, row.rank, 6), row.n);
         for (int p = 1; p <= d.n; ++p) {
+            EXPECT_GE(d.w[p], 0.0);
+            positive += d.w[p] > tolerance;
             for (int q = 1; q <= d.n; ++q) {
                 double v_product = 0.0;
                 double u_product = 0.0;
@@ -95,9 +138,12 @@ TEST(Decomposition, HasOrthogonalFactors) {
                     u_product += d.u[k][p] * d.u[k][q];
                 EXPECT_NEAR(v_product, p == q, kTol);
                 // Columns of U that belong to a value of zero need not be unit vectors.
-                const bool both_used = d.w[p] > kTol && d.w[q] > kTol;
+                const bool both_used = d.w[p] > tolerance && d.w[q] > tolerance;
                 EXPECT_NEAR(both_used ? u_product : p == q, p == q, kTol);
             }
+        }
+        if (row.rank >= 0) {
+            EXPECT_EQ(positive, row.rank);
         }
     }
 }
@@ -106,10 +152,6 @@ TEST(Decomposition, LeavesItsValuesUnsorted) {
     EXPECT_EQ(Decomposed({{3, 0, 0}, {0, 1, 0}, {0, 0, 2}}, 3).values(), (std::vector<double>{3, 1, 2}));
     EXPECT_EQ(Decomposed({{-3, 0}, {0, -4}}, 2).values(), (std::vector<double>{3, 4}));
     EXPECT_EQ(Decomposed(Rows(4, std::vector<double>(3, 0.0)), 3).values(), (std::vector<double>{0, 0, 0}));
-    const Decomposed no_rows({}, 2);
-    EXPECT_EQ(no_rows.values(), (std::vector<double>{0, 0}));
-    EXPECT_EQ(no_rows.v[1][1], 1.0);
-    EXPECT_EQ(no_rows.v[1][2], 0.0);
 }
 
 std::vector<double> solved(Decomposed& d, std::vector<double> b) {
@@ -133,9 +175,7 @@ TEST(BackSubstitution, Solves) {
 TEST(BackSubstitution, GivesTheSmallestSolutionOfOneRow) {
     for (const std::size_t copies : {1u, 4u}) {
         Decomposed d(Rows(copies, {1, 2, 2}), 3);
-        double largest = 0.0;
-        for (int j = 1; j <= 3; ++j)
-            largest = std::max(largest, d.w[j]);
+        const double largest = largest_of(d.values());
         EXPECT_NEAR(largest, 3 * std::sqrt(static_cast<double>(copies)), kTol);
         for (int j = 1; j <= 3; ++j)
             d.w[j] = d.w[j] < 1e-10 * largest ? 0.0 : d.w[j];
