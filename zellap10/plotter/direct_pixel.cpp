@@ -27,9 +27,9 @@ Pair start_for(const CGEORec& record, Pair position) {
     const int region = record.SelectPWpoly(start.first, start.second);
     double least = distance(position_by(record, region, start), position);
     for (const CRefPoint* point : record.Points) {
-        const double far = distance({as_fitted(record, point->Longitude), point->Latitude}, position);
-        if (far < least || !std::isfinite(least)) {
-            least = far;
+        const double apart = distance({as_fitted(record, point->Longitude), point->Latitude}, position);
+        if (apart < least || !std::isfinite(least)) {
+            least = apart;
             start = pixel_of_point(*point);
         }
     }
