@@ -60,9 +60,11 @@ void solve(Direction direction, int order, const CRefPointList& points, double* 
     for (const CRefPoint* point : points) {
         const Sample sample = direction(*point);
         ++i;
-        fill_terms(sample.a, sample.b, n, design[i] + 1);
-        for (int j = 1; j <= n; ++j)
-            u[i][j] = design[i][j];
+        int j = 0;
+        const auto store = [&](double term) {
+            if (++j <= n) design[i][j] = u[i][j] = term;
+        };
+        with_terms(sample.a, sample.b, [store](auto... terms) mutable { (store(terms), ...); });
         first_results[i] = sample.first;
         second_results[i] = sample.second;
     }

@@ -2,20 +2,21 @@
 
 #include <zellap10/georef/geo_record.h>
 
-namespace {
-
-using zellap10::fit::kTerms;
-using zellap10::fit::sum_of;
-using zellap10::fit::Terms;
-
-}  // namespace
+using zellap10::fit::with_terms;
 
 double CGEORec::polyfunc(int index, double a, double b) const {
-    return index >= 0 && index < kTerms ? Terms(a, b).value[index] : 0.0;
+    return with_terms(a, b, [index](auto... terms) {
+        const double values[] = {terms...};
+        return index >= 0 && index < zellap10::fit::kTerms ? values[index] : 0.0;
+    });
 }
 
 double CGEORec::Evaluate(const double* coefficients, double a, double b) const {
-    return sum_of(coefficients, Terms(a, b));
+    return with_terms(a, b, [coefficients](auto... terms) mutable {
+        double sum = 0.0;
+        ((sum += *coefficients++ * terms), ...);
+        return sum;
+    });
 }
 
 int CGEORec::SelectPWpoly(double, double y) const {
@@ -27,13 +28,12 @@ int CGEORec::SelectWPpoly(double, double latitude) const {
 }
 
 void CGEORec::pwxy(double x, double y, double* longitude, double* latitude) const {
-    const Terms terms(x, y);
     if (ProjCode == 0) {
         const int region = SelectPWpoly(x, y);
-        *latitude = sum_of(pwyPoly[region], terms);
-        *longitude = sum_of(pwxPoly[region], terms);
+        *latitude = Evaluate(pwyPoly[region], x, y);
+        *longitude = Evaluate(pwxPoly[region], x, y);
     } else {
-        ProjInv(sum_of(pwxAffine, terms), sum_of(pwyAffine, terms), longitude, latitude);
+        ProjInv(Evaluate(pwxAffine, x, y), Evaluate(pwyAffine, x, y), longitude, latitude);
     }
     if (Wraps180 != 0 && *longitude < -180.0) *longitude += 360.0;
 }
@@ -56,17 +56,15 @@ void CGEORec::wpxy(double longitude, double latitude, double* x, double* y) cons
     if (Wraps180 != 0 && longitude > 0.0) longitude -= 360.0;
     if (ProjCode == 0) {
         const int region = SelectWPpoly(longitude, latitude);
-        const Terms terms(longitude, latitude);
-        *x = sum_of(wpxPoly[region], terms);
-        *y = sum_of(wpyPoly[region], terms);
+        *x = Evaluate(wpxPoly[region], longitude, latitude);
+        *y = Evaluate(wpyPoly[region], longitude, latitude);
         return;
     }
     double easting = 0.0;
     double northing = 0.0;
     ProjFwd(longitude, latitude, &easting, &northing);
-    const Terms terms(easting, northing);
-    *x = sum_of(wpxAffine, terms);
-    *y = sum_of(wpyAffine, terms);
+    *x = Evaluate(wpxAffine, easting, northing);
+    *y = Evaluate(wpyAffine, easting, northing);
 }
 
 double CGEORec::wpx(double longitude, double latitude) const {
