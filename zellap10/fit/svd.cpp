@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
+#include <utility>
 
 #include <zellap10/fit/matrix.h>
 #include <zellap10/georef/geo_record.h>
@@ -9,7 +11,8 @@
 // The algorithm of Golub and Reinsch (1970): Householder steps from the left and from the right bring A to
 // bidiagonal form, the steps are gathered into U (in the place of A) and V, and QR passes with an implicit
 // shift bring the superdiagonal to zero. Vectors and matrices count from 1; w is the diagonal and rv the
-// superdiagonal, rv[i] standing above w[i], so that rv[1] is 0.
+// superdiagonal, rv[i] standing above w[i], so that rv[1] is 0. Nearly all steps work down columns, so that
+// both matrices are held by columns here: a[j][k] is the element of column j in row k.
 
 namespace zellap10::fit {
 
@@ -18,7 +21,7 @@ namespace {
 constexpr int kMaxPasses = 30;  // for each singular value
 
 struct Decomposition {
-    double** a;
+    double** a;  // A, which becomes U
     int m;
     int n;
     double* w;
@@ -33,68 +36,62 @@ double with_sign_of(double size, double sign) {
     return sign >= 0.0 ? std::fabs(size) : -std::fabs(size);
 }
 
-// Adds a multiple of one row to another, from column `first` to column `last`.
-inline void add_multiple(double* row, double factor, const double* other, int first, int last) {
-    for (int j = first; j <= last; ++j)
-        row[j] += factor * other[j];
-}
-
-// Sums of the columns j to j + kWidth - 1 over some rows, each row with its weight, one beside the other in
-// registers: one sum alone would wait for each of its additions.
-template <int kWidth, class Weight>
-inline void sum_some_columns(double** rows, int first_row, int last_row, Weight weight, int j, double* sums) {
-    double sum[kWidth] = {};
-    for (int k = first_row; k <= last_row; ++k) {
-        const double factor = weight(k);
-        const double* row = rows[k] + j;
-        for (int c = 0; c < kWidth; ++c)
-            sum[c] += factor * row[c];
-    }
-    for (int c = 0; c < kWidth; ++c)
-        sums[j + c] = sum[c];
-}
-
-template <class Weight>
-inline void sum_columns(double** rows, int first_row, int last_row, Weight weight, int first, int last,
-                        double* sums) {
+// Works from first to last by fours, with a rest of two and one: what stands side by side in registers need
+// not wait for each addition of one sum.
+template <class Work>
+inline void by_fours(int first, int last, Work work) {
     int j = first;
     for (; j + 3 <= last; j += 4)
-        sum_some_columns<4>(rows, first_row, last_row, weight, j, sums);
+        work(std::integral_constant<int, 4>(), j);
     if (j + 1 <= last) {
-        sum_some_columns<2>(rows, first_row, last_row, weight, j, sums);
+        work(std::integral_constant<int, 2>(), j);
         j += 2;
     }
-    if (j <= last) sum_some_columns<1>(rows, first_row, last_row, weight, j, sums);
+    if (j <= last) work(std::integral_constant<int, 1>(), j);
+}
+
+// Hands on the product of one vector with each column from first to last, over the rows from `from` to `to`.
+template <class Use>
+inline void products(const double* vector, double* const* columns, int from, int to, int first, int last,
+                     Use use) {
+    by_fours(first, last, [&](auto width, int j) {
+        double sum[width] = {};
+        for (int k = from; k <= to; ++k) {
+            for (int c = 0; c < width; ++c)
+                sum[c] += vector[k] * columns[j + c][k];
+        }
+        for (int c = 0; c < width; ++c)
+            use(j + c, sum[c]);
+    });
+}
+
+// Adds a multiple of one column to another, from row `from` to row `to`.
+inline void add_multiple(double* column, double factor, const double* other, int from, int to) {
+    for (int k = from; k <= to; ++k)
+        column[k] += other[k] * factor;
 }
 
 // Left step on column i from row i down. Gives the diagonal element.
 double left_step(const Decomposition& d, int i) {
-    double** a = d.a;
+    double* column = d.a[i];
     double scale = 0.0;
     for (int k = i; k <= d.m; ++k)
-        scale += std::fabs(a[k][i]);
+        scale += std::fabs(column[k]);
     if (scale == 0.0) return 0.0;
 
     double s = 0.0;
     for (int k = i; k <= d.m; ++k) {
-        a[k][i] /= scale;
-        s += a[k][i] * a[k][i];
+        column[k] /= scale;
+        s += column[k] * column[k];
     }
-    const double pivot = a[i][i];
+    const double pivot = column[i];
     const double g = -with_sign_of(std::sqrt(s), pivot);
     const double h = pivot * g - s;
-    a[i][i] = pivot - g;
-    // Row by row, as the matrix lies in memory. rv is free behind i until the steps get there, and holds what
-    // each column is to be changed by.
-    double* factors = d.rv;
-    const auto pivot_column = [a, i](int k) { return a[k][i]; };
-    sum_columns(a, i, d.m, pivot_column, i + 1, d.n, factors);
-    for (int j = i + 1; j <= d.n; ++j)
-        factors[j] /= h;
-    for (int k = i; k <= d.m; ++k) {
-        add_multiple(a[k], a[k][i], factors, i + 1, d.n);
-        a[k][i] *= scale;
-    }
+    column[i] = pivot - g;
+    products(column, d.a, i, d.m, i + 1, d.n,
+             [&](int j, double product) { add_multiple(d.a[j], product / h, column, i, d.m); });
+    for (int k = i; k <= d.m; ++k)
+        column[k] *= scale;
     return scale * g;
 }
 
@@ -104,29 +101,33 @@ double right_step(const Decomposition& d, int i) {
     const int l = i + 1;
     double scale = 0.0;
     for (int k = l; k <= d.n; ++k)
-        scale += std::fabs(a[i][k]);
+        scale += std::fabs(a[k][i]);
     if (scale == 0.0) return 0.0;
 
     double s = 0.0;
     for (int k = l; k <= d.n; ++k) {
-        a[i][k] /= scale;
-        s += a[i][k] * a[i][k];
+        a[k][i] /= scale;
+        s += a[k][i] * a[k][i];
     }
-    const double pivot = a[i][l];
+    const double pivot = a[l][i];
     const double g = -with_sign_of(std::sqrt(s), pivot);
     const double h = pivot * g - s;
-    a[i][l] = pivot - g;
+    a[l][i] = pivot - g;
     for (int k = l; k <= d.n; ++k)
-        d.rv[k] = a[i][k] / h;
-    for (int j = l; j <= d.m; ++j) {
-        double sum = 0.0;
-        for (int k = l; k <= d.n; ++k)
-            sum += a[j][k] * a[i][k];
-        for (int k = l; k <= d.n; ++k)
-            a[j][k] += sum * d.rv[k];
-    }
+        d.rv[k] = a[k][i] / h;
+    by_fours(l, d.m, [&](auto height, int j) {
+        double sum[height] = {};
+        for (int k = l; k <= d.n; ++k) {
+            for (int r = 0; r < height; ++r)
+                sum[r] += a[k][j + r] * a[k][i];
+        }
+        for (int k = l; k <= d.n; ++k) {
+            for (int r = 0; r < height; ++r)
+                a[k][j + r] += sum[r] * d.rv[k];
+        }
+    });
     for (int k = l; k <= d.n; ++k)
-        a[i][k] *= scale;
+        a[k][i] *= scale;
     return scale * g;
 }
 
@@ -144,62 +145,53 @@ void reduce_to_bidiagonal(Decomposition& d) {
 void gather_right_steps(const Decomposition& d) {
     for (int i = d.n; i >= 1; --i) {
         const int l = i + 1;
+        double* column = d.v[i];
         if (i < d.n && d.rv[l] != 0.0) {
-            const double* row = d.a[i];
             // Two divisions, because the product of the two divisors may underflow.
             for (int j = l; j <= d.n; ++j)
-                d.v[j][i] = row[j] / row[l] / d.rv[l];
+                column[j] = d.a[j][i] / d.a[l][i] / d.rv[l];
             for (int j = l; j <= d.n; ++j) {
                 double sum = 0.0;
                 for (int k = l; k <= d.n; ++k)
-                    sum += row[k] * d.v[k][j];
-                for (int k = l; k <= d.n; ++k)
-                    d.v[k][j] += sum * d.v[k][i];
+                    sum += d.a[k][i] * d.v[j][k];
+                add_multiple(d.v[j], sum, column, l, d.n);
             }
         }
         for (int j = l; j <= d.n; ++j)
-            d.v[i][j] = d.v[j][i] = 0.0;
-        d.v[i][i] = 1.0;
+            d.v[j][i] = column[j] = 0.0;
+        column[i] = 1.0;
     }
 }
 
 void gather_left_steps(const Decomposition& d) {
-    double** a = d.a;
     for (int i = std::min(d.m, d.n); i >= 1; --i) {
-        // Row i behind the diagonal starts from zero; it holds what each column is to be changed by, and at
-        // the end its own change.
-        double* factors = a[i];
+        double* column = d.a[i];
         for (int j = i + 1; j <= d.n; ++j)
-            factors[j] = 0.0;
+            d.a[j][i] = 0.0;
         if (d.w[i] != 0.0) {
             const double inverse = 1.0 / d.w[i];
-            const auto pivot_column = [a, i](int k) { return a[k][i]; };
-            sum_columns(a, i + 1, d.m, pivot_column, i + 1, d.n, factors);
-            for (int j = i + 1; j <= d.n; ++j)
-                factors[j] = factors[j] / a[i][i] * inverse;
-            for (int k = i + 1; k <= d.m; ++k) {
-                add_multiple(a[k], a[k][i], factors, i + 1, d.n);
-                a[k][i] *= inverse;
-            }
-            for (int j = i + 1; j <= d.n; ++j)
-                factors[j] *= a[i][i];
-            a[i][i] *= inverse;
+            products(column, d.a, i + 1, d.m, i + 1, d.n, [&](int j, double product) {
+                const double factor = product / column[i] * inverse;
+                d.a[j][i] = factor * column[i];
+                add_multiple(d.a[j], factor, column, i + 1, d.m);
+            });
+            for (int k = i; k <= d.m; ++k)
+                column[k] *= inverse;
         } else {
             for (int k = i; k <= d.m; ++k)
-                a[k][i] = 0.0;
+                column[k] = 0.0;
         }
-        a[i][i] += 1.0;
+        column[i] += 1.0;
     }
 }
 
-// Turns columns p and q of a matrix by the angle of this cosine and sine.
-void rotate(double** matrix, int rows, int p, int q, double c, double s) {
+// Turns two columns by the angle of this cosine and sine.
+void rotate(double* p, double* q, int rows, double c, double s) {
     for (int k = 1; k <= rows; ++k) {
-        double* row = matrix[k];
-        const double x = row[p];
-        const double z = row[q];
-        row[p] = x * c + z * s;
-        row[q] = z * c - x * s;
+        const double x = p[k];
+        const double z = q[k];
+        p[k] = x * c + z * s;
+        q[k] = z * c - x * s;
     }
 }
 
@@ -216,7 +208,7 @@ void cancel(const Decomposition& d, int l, int k) {
         d.w[i] = h;
         c = g / h;
         s = -f / h;
-        rotate(d.a, d.m, l - 1, i, c, s);
+        rotate(d.a[l - 1], d.a[i], d.m, c, s);
     }
 }
 
@@ -247,7 +239,7 @@ void qr_pass(const Decomposition& d, int l, int k) {
         g = g * c - x * s;
         h = y * s;
         y *= c;
-        rotate(d.v, d.n, j, i, c, s);
+        rotate(d.v[j], d.v[i], d.n, c, s);
         z = pythag(f, h);
         d.w[j] = z;
         if (z != 0.0) {
@@ -256,7 +248,7 @@ void qr_pass(const Decomposition& d, int l, int k) {
         }
         f = c * g + s * y;
         x = c * y - s * g;
-        rotate(d.a, d.m, j, i, c, s);
+        rotate(d.a[j], d.a[i], d.m, c, s);
     }
     d.rv[l] = 0.0;
     d.rv[k] = f;
@@ -288,7 +280,7 @@ void settle(const Decomposition& d, int k) {
         if (d.w[k] < 0.0) {
             d.w[k] = -d.w[k];
             for (int j = 1; j <= d.n; ++j)
-                d.v[j][k] = -d.v[j][k];
+                d.v[k][j] = -d.v[k][j];
         }
         return;
     }
@@ -298,18 +290,38 @@ void settle(const Decomposition& d, int k) {
 
 void decompose(double** a, int m, int n, double* w, double** v) {
     Vector rv(n);
-    Decomposition d{a, m, n, w, v, rv, 0.0};
+    Matrix columns(n, m);
+    for (int i = 1; i <= m; ++i) {
+        for (int j = 1; j <= n; ++j)
+            columns[j][i] = a[i][j];
+    }
+    Decomposition d{columns, m, n, w, v, rv, 0.0};
     reduce_to_bidiagonal(d);
     gather_right_steps(d);
     gather_left_steps(d);
     for (int k = n; k >= 1; --k)
         settle(d, k);
+    for (int i = 1; i <= m; ++i) {
+        for (int j = 1; j <= n; ++j)
+            a[i][j] = columns[j][i];
+    }
+    for (int i = 1; i <= n; ++i) {
+        for (int j = 1; j < i; ++j)
+            std::swap(v[i][j], v[j][i]);
+    }
 }
 
 void back_substitute(double** u, const double* w, double** v, int m, int n, const double* b, double* x) {
     Vector t(n);
-    sum_columns(
-        u, 1, m, [b](int i) { return b[i]; }, 1, n, t);
+    by_fours(1, n, [&](auto width, int j) {
+        double sum[width] = {};
+        for (int i = 1; i <= m; ++i) {
+            for (int c = 0; c < width; ++c)
+                sum[c] += u[i][j + c] * b[i];
+        }
+        for (int c = 0; c < width; ++c)
+            t[j + c] = sum[c];
+    });
     for (int j = 1; j <= n; ++j)
         t[j] = w[j] != 0.0 ? t[j] / w[j] : 0.0;
     for (int j = 1; j <= n; ++j) {
