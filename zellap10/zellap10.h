@@ -1,5 +1,7 @@
 #pragma once
 
+/// @file
+///
 /// Everything that the library offers, in one include.
 
 #include <zellap10/chart/zellap.h>

@@ -2,6 +2,8 @@
 
 #include <zellap10/platform/export.h>
 
+/// @file
+///
 /// Moves positions between geodetic datums, on two roads: the Molodensky formulae, in one step and in place
 /// (datum_to_WGS, WGS_to_datum), or through earth-centred coordinates (llhxyz, then shxyz, then xyzllh). The
 /// two roads differ by some millimetres, and by 0.3 m for the datums farthest away.

@@ -19,6 +19,7 @@ public:
     /// Copies all five fields; a point assigned to itself stays as it is.
     CRefPoint& operator=(const CRefPoint& other);
 
+    /// An object of a derived class may be deleted through a pointer to its CRefPoint.
     virtual ~CRefPoint();
 
     CString Name;            ///< the text of the file's line in front of its "="

@@ -2,6 +2,8 @@
 
 #include <zellap10/platform/export.h>
 
+/// @file
+///
 /// Rhumb-line course and distance, by meridional parts of one fixed ellipsoid (that of Clarke, 1866).
 /// Distances are nautical miles of 60 to the degree of latitude.
 ///

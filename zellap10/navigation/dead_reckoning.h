@@ -2,6 +2,8 @@
 
 #include <zellap10/platform/export.h>
 
+/// @file
+///
 /// Moves positions along rhumb lines. Units, signs and source as in course.h; speeds are knots, times
 /// seconds, courses degrees clockwise from north, good from 0 up to but not including 360.
 

@@ -1,5 +1,7 @@
 #pragma once
 
+/// @file
+///
 /// The palette object: the system's own where the system is Windows, and elsewhere one that is called alike.
 
 #include <zellap10/platform/export.h>
@@ -32,6 +34,8 @@ struct LOGPALETTE {
 };
 
 struct PaletteObject;
+
+/// A palette object; null is none.
 using HPALETTE = PaletteObject*;
 
 /// A new palette object with the colours of `palette`, also where it has none; DeleteObject frees it. May
@@ -41,8 +45,10 @@ ZELLAP10_API HPALETTE CreatePalette(const LOGPALETTE* palette);
 /// Frees a palette object. 1, or 0 for a null handle.
 ZELLAP10_API int DeleteObject(HPALETTE palette);
 
-/// Copies colours of a palette object, from entry `start` on, to `entries`.
+/// Copies colours of a palette object to `entries`.
 ///
+/// @param palette  the object
+/// @param start    the first entry
 /// @param count    how many at the most
 /// @param entries  room for `count` colours, or null to ask only for the number
 /// @return         entries copied: fewer than `count` where the palette ends, 0 for a start behind its end or

@@ -1,5 +1,7 @@
 #pragma once
 
+/// @file
+///
 /// The framework types and the palette object, as the rest of the library and its users include them.
 
 #include <zellap10/platform/export.h>

@@ -5,6 +5,8 @@
 
 #include <zellap10/chart/zellap.h>
 
+/// @file
+///
 /// The colours that a chart's pixels have on a screen.
 
 namespace zellap10::plotter {

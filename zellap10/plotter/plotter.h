@@ -1,5 +1,7 @@
 #pragma once
 
+/// @file
+///
 /// What a plotter needs on top of the library, in one include.
 
 #include <zellap10/plotter/colours.h>

@@ -4,6 +4,8 @@
 
 #include <zellap10/plotter/position.h>
 
+/// @file
+///
 /// Routes: waypoints with a rhumb line from each to the next, by the library's course and distance.
 ///
 /// Positions are in one datum, whichever it is. Their longitudes may be in any turn; a leg goes the short way

@@ -4,6 +4,8 @@
 
 #include <zellap10/plotter/position.h>
 
+/// @file
+///
 /// Texts for people, in UTF-8. No locale takes part: the decimal sign is a point everywhere.
 ///
 /// A number is rounded to its last digit before it is taken apart, so that no text has 60 minutes or seconds.

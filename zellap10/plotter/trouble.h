@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+/// @file
+///
 /// Why a chart does not open, and why it opens without a georeference, in words for people.
 ///
 /// OpenZellap answers 0 and no more. These look at the files by themselves, so that a plotter asks them only
@@ -26,7 +28,7 @@ enum class Fault {
 
 /// A fault in words.
 struct Trouble {
-    Fault fault;
+    Fault fault;       ///< which one
     std::string text;  ///< one or two sentences in English; paths in it are spelled as they were given
 };
 

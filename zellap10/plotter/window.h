@@ -6,6 +6,8 @@
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/position.h>
 
+/// @file
+///
 /// A window on a chart: a part of it, at full scale or reduced, in a picture of the caller's.
 
 namespace zellap10::plotter {

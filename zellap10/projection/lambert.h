@@ -3,6 +3,8 @@
 #include <zellap10/platform/export.h>
 #include <zellap10/projection/projection.h>
 
+/// @file
+///
 /// The Lambert conformal conic projection of the ellipsoid, with one or two standard parallels. A cone for
 /// the southern hemisphere has a negative cone constant.
 ///
@@ -15,12 +17,14 @@
 /// @param lon0        central meridian, degrees
 /// @param lat1, lat2  standard parallels, degrees; exactly equal ones give one parallel. Two that are
 ///                    symmetric about the equator, or both on it, give no cone: every result is NaN
+/// @param parms       in and out: the record
 ///
 /// Rounding measured: 3e-7 m of lam_rho0 at most, for parallels one degree apart. NaN in, NaN out.
 ZELLAP10_API void lambert_init(double lat0, double lon0, double lat1, double lat2, tagPPARMS* parms);
 
 /// Position to plane.
 ///
+/// @param parms     the record, from lambert_init or project_init2
 /// @param lat, lon  degrees, north and east positive
 /// @param x, y      out: metres, positive east of the central meridian and north of the latitude of origin
 ///
@@ -33,6 +37,7 @@ ZELLAP10_API void lambert_f(const tagPPARMS* parms, double lat, double lon, doub
 
 /// Plane to position.
 ///
+/// @param parms     the same record
 /// @param x, y      metres
 /// @param lat, lon  out: degrees; the longitude is within 180 / |n| of the central meridian and not wrapped
 ///

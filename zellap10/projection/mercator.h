@@ -3,6 +3,8 @@
 #include <zellap10/platform/export.h>
 #include <zellap10/projection/projection.h>
 
+/// @file
+///
 /// The Mercator projection of the ellipsoid, at the equator's scale whatever the latitude of origin.
 ///
 /// Source: Snyder (1987), Map Projections: A Working Manual, USGS Prof. Paper 1395, eqs. (7-6) to (7-12).
@@ -11,12 +13,14 @@
 ///
 /// @param lat  latitude of origin, degrees; it changes no position's x or y
 /// @param lon  central meridian, degrees
+/// @param parms  in and out: the record
 ///
 /// Rounding measured: 2e-16 of merc_k at most. NaN in, NaN out.
 ZELLAP10_API void mercator_init(double lat, double lon, tagPPARMS* parms);
 
 /// Position to plane.
 ///
+/// @param parms     the record, from mercator_init or project_init2
 /// @param lat, lon  degrees, north and east positive
 /// @param x, y      out: metres; x from the central meridian, not wrapped, y from the equator
 ///
@@ -27,6 +31,7 @@ ZELLAP10_API void mercator_f(const tagPPARMS* parms, double lat, double lon, dou
 
 /// Plane to position.
 ///
+/// @param parms     the same record
 /// @param x, y      metres
 /// @param lat, lon  out: degrees; the longitude is not wrapped. y = 0 gives a latitude of 6e-12
 ///

@@ -3,6 +3,8 @@
 #include <zellap10/platform/export.h>
 #include <zellap10/projection/projection.h>
 
+/// @file
+///
 /// The polyconic projection of the ellipsoid.
 ///
 /// Source: Snyder (1987), Map Projections: A Working Manual, USGS Prof. Paper 1395, eqs. (18-2), (18-12),
@@ -12,12 +14,14 @@
 ///
 /// @param lat  latitude of origin, degrees, where y is 0 on the central meridian
 /// @param lon  central meridian, degrees
+/// @param parms  in and out: the record
 ///
 /// Rounding measured: 4e-9 m of poly_m0 at most. NaN in, NaN out.
 ZELLAP10_API void polyconic_init(double lat, double lon, tagPPARMS* parms);
 
 /// Position to plane.
 ///
+/// @param parms     the record, from polyconic_init or project_init2
 /// @param lat, lon  degrees, north and east positive
 /// @param x, y      out: metres, positive east of the central meridian and north of the latitude of origin
 ///
@@ -28,6 +32,7 @@ ZELLAP10_API void polyconic_f(const tagPPARMS* parms, double lat, double lon, do
 
 /// Plane to position.
 ///
+/// @param parms     the same record
 /// @param x, y      metres
 /// @param lat, lon  out: degrees; neither is folded or wrapped
 ///

@@ -2,6 +2,10 @@
 
 #include <zellap10/platform/export.h>
 
+/// @file
+///
+/// What a projection needs on one ellipsoid, and all projections behind one code.
+
 /// Everything that a projection needs on one ellipsoid: the figures of the ellipsoid, the origin, and what
 /// each projection works out once at set-up. Each projection has fields of its own, and a record serves one
 /// projection at a time. Fill it with project_init or project_init2; after that it is only read, and any
@@ -36,6 +40,7 @@ struct tagPPARMS {
     double lam_n = 0.0;     ///< the cone constant n
     double lam_rho0 = 0.0;  ///< radius of the parallel lat0 on the cone, metres
 };
+/// The record by its short name.
 using PPARMS = tagPPARMS;
 
 /// Sets a record up for a projection with one origin, on the ellipsoid of a datum.
@@ -53,6 +58,7 @@ ZELLAP10_API void project_init(int projection, double lat0, double lon0, int dat
 
 /// Sets a record up as project_init does, with two standard parallels.
 ///
+/// @param projection, lat0, lon0, datum, parms  as in project_init, but that 4 takes its parallels from here
 /// @param lat1, lat2  standard parallels, degrees; only 4 uses them. Equal ones give one parallel; two that
 ///                    are symmetric about the equator, or both on it, give no cone: every result is NaN
 ZELLAP10_API void project_init2(int projection, double lat0, double lon0, double lat1, double lat2, int datum,

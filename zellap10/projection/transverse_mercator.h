@@ -3,6 +3,8 @@
 #include <zellap10/platform/export.h>
 #include <zellap10/projection/projection.h>
 
+/// @file
+///
 /// The transverse Mercator projection of the ellipsoid by series, with the scale 0.9996 on the central
 /// meridian. There are no zones and no false easting or northing.
 ///
@@ -15,12 +17,14 @@
 ///
 /// @param lat  latitude of origin, degrees, where y is 0 on the central meridian
 /// @param lon  central meridian, degrees
+/// @param parms  in and out: the record
 ///
 /// Rounding measured: 4e-9 m of utm_m0 at most. NaN in, NaN out.
 ZELLAP10_API void utm_init(double lat, double lon, tagPPARMS* parms);
 
 /// Position to plane.
 ///
+/// @param parms     the record, from utm_init or project_init2
 /// @param lat, lon  degrees, north and east positive
 /// @param x, y      out: metres, positive east of the central meridian and north of the latitude of origin
 ///
@@ -30,6 +34,7 @@ ZELLAP10_API void utm_f(const tagPPARMS* parms, double lat, double lon, double* 
 
 /// Plane to position.
 ///
+/// @param parms     the same record
 /// @param x, y      metres
 /// @param lat, lon  out: degrees; neither is folded or wrapped
 ///
