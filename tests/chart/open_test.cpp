@@ -68,15 +68,15 @@ TEST(ChartPalette, ReachesTheCallerThroughItsHandle) {
 
 struct StateRow {
     const char* name;
-    bool was_opened;
     int info_only;
+    bool was_opened;
     bool is_open;
 };
 
-const StateRow kStateRows[] = {{"new", false, 0, false},
-                               {"text read", true, 1, true},
-                               {"open", true, 0, true},
-                               {"closed", true, 0, false}};
+const StateRow kStateRows[] = {{"new", 0, false, false},
+                               {"text read", 1, true, true},
+                               {"open", 0, true, true},
+                               {"closed", 0, true, false}};
 
 // A chart that is opened, and the georeference of one that is refused and differs from it in every field.
 class UnsoundFile : public testing::Test {

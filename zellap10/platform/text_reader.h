@@ -18,6 +18,7 @@ public:
         bool cut;    ///< characters beyond the limit were dropped
     };
 
+    // cppcheck-suppress uninitMemberVar ; of the block, only what was read is looked at
     explicit TextReader(std::istream& stream) : stream_(stream) {}
 
     /// Reads the rest of the current line without its line end.
