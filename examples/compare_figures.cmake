@@ -5,7 +5,11 @@ execute_process(
   COMMAND ${SHOW_CHART} ${CHART}.chart ${pictures} ${ROUTE}
   WORKING_DIRECTORY ${CHARTS}
   OUTPUT_VARIABLE printed
-  COMMAND_ERROR_IS_FATAL ANY)
+  ERROR_VARIABLE printed
+  RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  string(APPEND printed "result ${result}\n")
+endif()
 file(READ ${FIGURES} expected)
 if(NOT printed STREQUAL expected)
   message(FATAL_ERROR "${FIGURES} says otherwise than show_chart prints:\n${printed}")
