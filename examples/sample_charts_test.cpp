@@ -159,6 +159,15 @@ TEST(SampleCharts, ShowTheGridOfAnInsetWhereItsRecordPutsIt) {
     expect_record(chart, **insets.begin(), kSolent);
 }
 
+// The figure of the page on plotting a route: how far the chart's own datum is from WGS-84.
+TEST(SampleCharts, LieAsFarFromWgs84AsTheyAreSaidTo) {
+    CZellap chart;
+    open(chart, kCharts[0]);
+    const CGEORec& record = *chart.GetBaseGeoRec();
+    const double miles = m_distance(50, 0, 50 + record.LatitudeOffset, record.LongitudeOffset);
+    EXPECT_NEAR(miles * 1852, 138, 0.5);
+}
+
 TEST(SampleCharts, HaveLongitudesOfBothSignsAcrossThe180thMeridian) {
     CZellap chart;
     open(chart, kCharts[4]);
