@@ -5,6 +5,7 @@
 /// What a plotter needs on top of the library, in one include.
 
 #include <zellap10/plotter/colours.h>
+#include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/position.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>

@@ -6,6 +6,7 @@
 
 #include <zellap10/plotter/direct_pixel.h>
 #include <zellap10/plotter/linear.h>
+#include <zellap10/plotter/turns.h>
 
 namespace zellap10::plotter {
 
@@ -56,17 +57,11 @@ double middle_longitude(const CGEORec& record) {
 }
 
 // The turn of a longitude that lies nearest to the record's points. Most lie near the first of them already.
-double nearest_turn(const CGEORec& record, double longitude) {
+double turned_to_points(const CGEORec& record, double longitude) {
     constexpr double kNear = 90.0;
     const double first = as_fitted(record, (*record.Points.begin())->Longitude);
     if (std::fabs(longitude - first) <= kNear) return longitude;
-    const double middle = middle_longitude(record);
-    if (std::fabs(longitude - middle) <= 180.0) return longitude;
-    return middle + std::remainder(longitude - middle, 360.0);
-}
-
-double within_a_turn(double longitude) {
-    return std::fabs(longitude) <= 180.0 ? longitude : std::remainder(longitude, 360.0);
+    return nearest_turn(longitude, middle_longitude(record));
 }
 
 bool are_numbers(Pair pair) {
@@ -100,7 +95,7 @@ std::optional<Position> position_of(const CGEORec& record, Pixel pixel) {
 
 std::optional<Pixel> pixel_of(const CGEORec& record, Position position) {
     if (!is_fitted(record)) return std::nullopt;
-    const Pair target{nearest_turn(record, position.longitude), position.latitude};
+    const Pair target{turned_to_points(record, position.longitude), position.latitude};
     std::optional<Pair> pixel;
     if (record.ProjCode == 0) {
         pixel = direct_pixel_of(record, target);
