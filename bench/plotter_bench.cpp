@@ -1,13 +1,20 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
 #include <string>
+#include <vector>
 
+#include <samples/chart_writer.h>
+#include <samples/geo_writer.h>
 #include <zellap10/plotter/plotter.h>
 
 // What the plotter target costs, on the dynamic library as an application has it.
 
 namespace {
 
+using zellap10::plotter::Catalogue;
 using zellap10::plotter::pixel_of;
 using zellap10::plotter::Position;
 using zellap10::plotter::position_of;
@@ -55,6 +62,119 @@ void plotter_position_of(benchmark::State& state, const char* projection) {
             ->latitude;
     });
 }
+
+constexpr int kFiles = 500;
+
+// Charts with an inset each, as large as the sample charts, strewn over the oceans.
+class Charts {
+public:
+    Charts() : folder_(std::filesystem::temp_directory_path() / "zellap10_plotter_bench") {
+        std::filesystem::create_directories(folder_);
+        samples::Chart chart;
+        chart.width = 5000;
+        chart.height = 4000;
+        chart.colours.resize(15);
+        chart.draw = [](int line, unsigned char* pixels) {
+            for (int x = 0; x < 5000; ++x)
+                pixels[x] = static_cast<unsigned char>(1 + (x / 25 + line / 50) % 15);
+        };
+        const std::string bytes = samples::chart_bytes(chart);
+        for (int i = 0; i < kFiles; ++i) {
+            const std::string stem = (folder_ / std::to_string(i)).string();
+            const double west = -180.0 + i % 100 * 3.6;
+            const double south = -60.0 + i / 100 * 24.0;
+            samples::write_file(stem + ".chart", bytes);
+            samples::write_file(stem + ".GEO", samples::geo_text({section(south, west, 6.0, 4800),
+                                                                  {section(south + 1, west + 1, 0.5, 600)},
+                                                                  "\r\n"}));
+            paths.push_back(stem + ".chart");
+        }
+    }
+    ~Charts() { std::filesystem::remove_all(folder_); }
+    Charts(const Charts&) = delete;
+    Charts& operator=(const Charts&) = delete;
+
+    std::string folder() const { return folder_.string(); }
+    std::vector<std::string> paths;
+
+private:
+    // A square with the entries of a sample chart and 25 points.
+    static samples::GeoSection section(double south, double west, double degrees, int pixels) {
+        samples::GeoSection result;
+        for (const char* const key :
+             {"Name", "Scale", "Resolution", "Id", "Type", "Source", "Country", "Projection", "PP", "P1",
+              "Latitude Offset", "Longitude Offset", "Datum"}) {
+            result.entries.push_back({key, std::to_string(west)});
+        }
+        const double north = south + degrees;
+        const double east = west + degrees;
+        result.vertices = {{north, west}, {north, east}, {south, east}, {south, west}};
+        for (int i = 0; i < 25; ++i) {
+            const double across = i % 5 / 4.0;
+            const double down = i / 5 / 4.0;
+            result.points.push_back({west + across * degrees, north - down * degrees,
+                                     static_cast<int>(across * pixels), static_cast<int>(down * pixels)});
+        }
+        return result;
+    }
+
+    std::filesystem::path folder_;
+};
+
+void open_500_files(benchmark::State& state) {
+    const Charts charts;
+    for (auto _ : state) {
+        for (const std::string& path : charts.paths) {
+            CZellap chart;
+            benchmark::DoNotOptimize(chart.OpenZellap(path.c_str(), 1));
+        }
+    }
+}
+BENCHMARK(open_500_files)->Unit(benchmark::kMillisecond);
+
+void catalogue_500_files(benchmark::State& state) {
+    const Charts charts;
+    for (auto _ : state) {
+        Catalogue catalogue;
+        if (catalogue.add_folder(charts.folder()) != kFiles) state.SkipWithError("charts are missing");
+    }
+}
+BENCHMARK(catalogue_500_files)->Unit(benchmark::kMillisecond);
+
+// 10,000 charts with an inset each.
+const Catalogue& large_catalogue() {
+    static const Catalogue catalogue = [] {
+        const Charts charts;
+        Catalogue filled;
+        for (int i = 0; i < 10000 / kFiles; ++i)
+            filled.add_folder(charts.folder());
+        return filled;
+    }();
+    return catalogue;
+}
+
+void catalogue_position(benchmark::State& state) {
+    const Catalogue& catalogue = large_catalogue();
+    double step = 0.0;
+    std::size_t most = 0;
+    for (auto _ : state) {
+        most = std::max(most, catalogue.covering({-55.0 + step, -170.0 + 3 * step}).size());
+        step = step < 100 ? step + 0.37 : 0;
+    }
+    state.counters["most_found"] = static_cast<double>(most);
+}
+BENCHMARK(catalogue_position)->Unit(benchmark::kMicrosecond);
+
+void catalogue_extent(benchmark::State& state) {
+    const Catalogue& catalogue = large_catalogue();
+    const double degrees = static_cast<double>(state.range(0));
+    std::size_t most = 0;
+    for (auto _ : state)
+        most = std::max(
+            most, catalogue.overlapping({-9 - 0.5 * degrees, -9 + 0.5 * degrees, -170, degrees}).size());
+    state.counters["most_found"] = static_cast<double>(most);
+}
+BENCHMARK(catalogue_extent)->Arg(2)->Arg(20)->Arg(180)->Unit(benchmark::kMicrosecond);
 
 constexpr const char* kProjections[][2] = {{"direct", ""},
                                            {"mercator", "MERCATOR"},

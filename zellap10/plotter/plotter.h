@@ -4,6 +4,7 @@
 ///
 /// What a plotter needs on top of the library, in one include.
 
+#include <zellap10/plotter/catalogue.h>
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/position.h>

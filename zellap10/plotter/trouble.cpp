@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/georeference_path.h>
 
 namespace zellap10::plotter {
 
@@ -94,11 +95,6 @@ std::optional<Trouble> trouble_in_file(const char* path, int lines) {
     stream.seekg(0);
     if (auto trouble = trouble_with_text_end(stream)) return trouble;
     return trouble_with_line_table(stream, size, lines);
-}
-
-std::string georeference_path(const std::string& path) {
-    const std::size_t dot = path.rfind('.');
-    return (dot == std::string::npos || dot == 0 ? path : path.substr(0, dot)) + ".GEO";
 }
 
 bool equal_in_any_case(const std::string& a, const std::string& b) {
