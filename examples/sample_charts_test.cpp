@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include <zellap10/plotter/position.h>
 #include <zellap10/zellap10.h>
 
 namespace {
@@ -16,10 +17,10 @@ struct ChartRow {
     const char* file;
     const char* name;
     int code, wraps, insets, points;
-    int grid_minutes;     // between the lines of its grid
+    double grid_minutes;  // between the lines of its grid
     PALETTEENTRY grid;    // their colour
-    double most_pixels;   // residual at the points
-    double most_degrees;  // from a pixel there and back, by pwxy of wpxy
+    double most_pixels;   // residual at the points, by wpxy and by pixel_of
+    double most_degrees;  // from a pixel there and back, by pwxy of pixel_of
 };
 
 constexpr PALETTEENTRY kGrey = {168, 174, 180, 0};
@@ -31,14 +32,16 @@ constexpr PALETTEENTRY kBlueGrey = {150, 160, 172, 0};
 // clang-format off
 const ChartRow kCharts[] = {
     // file              name             code wraps insets points grid colour     pixels degrees
-    {"english_channel", "ENGLISH CHANNEL", 1,  0,    1,     18,    30,  kGrey,     1e-3,  1e-8},
+    {"english_channel", "ENGLISH CHANNEL", 1,  0,    2,     18,    30,  kGrey,     1e-3,  1e-8},
     {"western_channel", "WESTERN CHANNEL", 3,  0,    0,     24,    30,  kGrey,     1e-3,  1e-7},
     {"channel_lambert", "CHANNEL LAMBERT", 4,  0,    0,     19,    30,  kGrey,     1e-3,  1e-8},
     {"gulf_of_maine",   "GULF OF MAINE",   2,  0,    0,     24,    30,  kBlueGrey, 1e-3,  1e-8},
     {"fiji",            "FIJI ISLANDS",    0,  1,    0,     24,    30,  kGrey,     0.01,  3e-5},
 };
 // clang-format on
-const ChartRow kSolent = {"english_channel", "THE SOLENT", 1, 0, 0, 12, 10, kGrey, 1e-3, 1e-8};
+const ChartRow kInsets[] = {{"english_channel", "THE SOLENT", 1, 0, 0, 12, 10, kGrey, 1e-3, 1e-8},
+                            {"english_channel", "DOVER HARBOUR", 1, 0, 0, 12, 0.5, kGrey, 1e-3, 1e-8}};
+constexpr int kHarbour = 1;  // of these; it is too small for wpxy
 
 constexpr int kSamplesOfLine = 150;
 constexpr double kLeastShare = 0.95;  // of a grid's samples; names, the title and the rose cover up to 0.03
@@ -48,7 +51,7 @@ void open(CZellap& chart, const ChartRow& row) {
     ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
 }
 
-// Looks along the meridians and parallels of a record, at the pixels around where its wpxy puts them.
+// Looks along the meridians and parallels of a record, at the pixels around where pixel_of puts them.
 class Grid {
 public:
     Grid(CZellap& chart, const CGEORec& record, const ChartRow& row)
@@ -79,11 +82,10 @@ public:
 
 private:
     void look_at(double lat, double lon) {
-        double x = 0;
-        double y = 0;
-        record_.wpxy(lon < -180 ? lon + 360 : lon, lat, &x, &y);
-        const int column = static_cast<int>(std::lround(x));
-        const int line = static_cast<int>(std::lround(y));
+        const auto pixel = zellap10::plotter::pixel_of(record_, {lat, lon});
+        ASSERT_TRUE(pixel) << lat << ", " << lon;
+        const int column = static_cast<int>(std::lround(pixel->x));
+        const int line = static_cast<int>(std::lround(pixel->y));
         if (is_under_inset(column, line)) return;
         unsigned char indexes[9] = {};
         ++looked_;
@@ -128,14 +130,19 @@ void expect_record(CZellap& chart, const CGEORec& record, const ChartRow& row) {
     EXPECT_EQ(record.Insets.GetCount(), row.insets);
     EXPECT_EQ(record.Points.GetCount(), row.points);
     for (const CRefPoint* point : record.Points) {
+        const auto pixel = zellap10::plotter::pixel_of(record, {point->Latitude, point->Longitude}).value();
+        EXPECT_NEAR(pixel.x, point->X, row.most_pixels) << point->Name;
+        EXPECT_NEAR(pixel.y, point->Y, row.most_pixels) << point->Name;
         double x = 0;
         double y = 0;
         record.wpxy(point->Longitude, point->Latitude, &x, &y);
-        EXPECT_NEAR(x, point->X, row.most_pixels) << point->Name;
-        EXPECT_NEAR(y, point->Y, row.most_pixels) << point->Name;
+        if (&row != &kInsets[kHarbour]) {
+            EXPECT_NEAR(x, point->X, row.most_pixels) << point->Name;
+            EXPECT_NEAR(y, point->Y, row.most_pixels) << point->Name;
+        }
         double lon = 0;
         double lat = 0;
-        record.pwxy(x, y, &lon, &lat);
+        record.pwxy(pixel.x, pixel.y, &lon, &lat);
         EXPECT_NEAR(lon, point->Longitude, row.most_degrees) << point->Name;
         EXPECT_NEAR(lat, point->Latitude, row.most_degrees) << point->Name;
     }
@@ -153,10 +160,22 @@ TEST(SampleCharts, ShowTheirGridWhereTheirRecordPutsIt) {
 
 TEST(SampleCharts, ShowTheGridOfAnInsetWhereItsRecordPutsIt) {
     CZellap chart;
-    open(chart, kSolent);
-    const CList<CGEORec*, CGEORec*>& insets = chart.GetBaseGeoRec()->Insets;
-    ASSERT_EQ(insets.GetCount(), 1);
-    expect_record(chart, **insets.begin(), kSolent);
+    open(chart, kInsets[0]);
+    int number = 0;
+    for (const CGEORec* inset : chart.GetBaseGeoRec()->Insets)
+        expect_record(chart, *inset, kInsets[number++]);
+    EXPECT_EQ(number, 2);
+}
+
+TEST(SampleCharts, HaveAHarbourPlanThatIsTooSmallForWpxy) {
+    CZellap chart;
+    open(chart, kInsets[kHarbour]);
+    const CGEORec& plan = **(chart.GetBaseGeoRec()->Insets.begin() + kHarbour);
+    const CRefPoint& corner = **plan.Points.begin();
+    EXPECT_GT(std::fabs(plan.wpy(corner.Longitude, corner.Latitude) - corner.Y), 300.0);
+    const auto across = zellap10::plotter::pixel_of(plan, {51.11, 1.33}).value();
+    const auto there = zellap10::plotter::position_of(plan, {across.x, across.y - 2000 / 2.5}).value();
+    EXPECT_NEAR((there.latitude - 51.11) * 111120, 2000, 10) << "2 km are 800 pixels of 2.5 m";
 }
 
 // The figure of the page on plotting a route: how far the chart's own datum is from WGS-84.

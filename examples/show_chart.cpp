@@ -85,7 +85,9 @@ void print_record(const CGEORec& record, Pixel middle) {
     if (const auto position = position_of(record, middle))
         std::printf("middle pixel    %.1f, %.1f is %s\n", middle.x, middle.y,
                     position_text(*position).c_str());
-    std::printf("grid drawn      each %d minutes\n", grid_step(record));
+    const int step = grid_step(record);
+    std::printf("grid drawn      each %s\n",
+                step == 1 ? "minute" : (std::to_string(step) + " minutes").c_str());
 }
 
 void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypoint>& route) {

@@ -17,6 +17,9 @@ Line frame_outline(const Sheet& sheet, const Layout& layout);
 /// Tints around the land, the land and its shore.
 void draw_land(Canvas& canvas, const Sheet& sheet, const Layout& layout, const Coast& coast);
 
+/// Piers and breakwaters.
+void draw_piers(Canvas& canvas, const Sheet& sheet, const Layout& layout);
+
 /// Meridians and parallels.
 void draw_grid(Canvas& canvas, const Sheet& sheet, const Layout& layout);
 

@@ -71,26 +71,34 @@ Pixel corner(const Layout& layout, Side side, double along, Side next, double ne
     return {on_first.x + distance * out.x, on_first.y + distance * out.y};
 }
 
-std::string degrees_text(int minutes) {
-    const int rest = std::abs(minutes) % 60;
-    if (rest != 0) return std::to_string(rest) + "'";
-    return std::to_string(std::abs(minutes) / 60) + "°";
+std::string degrees_text(int degrees) {
+    return std::to_string(degrees) + "°";
+}
+
+// A number of steps below a degree, in minutes.
+std::string minutes_text(int steps, int per_degree) {
+    const int tenths = steps * 600 / per_degree;
+    std::string text = std::to_string(tenths / 10);
+    if (tenths % 10 != 0) text += "." + std::to_string(tenths % 10);
+    return text + "'";
 }
 
 // The figure of a longitude or latitude: whole degrees with their hemisphere, else the minutes alone unless
 // the degrees stand nowhere on the side.
-std::string figure_text(bool longitude, int minutes, bool in_full) {
-    if (longitude && minutes > 180 * 60) minutes -= 360 * 60;
-    std::string text = degrees_text(minutes);
-    if (minutes % 60 != 0 && in_full) text.insert(0, degrees_text(minutes / 60 * 60));
-    if ((minutes % 60 != 0 && !in_full) || minutes == 0 || (longitude && minutes == 180 * 60)) return text;
-    if (longitude) return text + (minutes > 0 ? "E" : "W");
-    return text + (minutes > 0 ? "N" : "S");
+std::string figure_text(bool longitude, int steps, int per_degree, bool in_full) {
+    if (longitude && steps > 180 * per_degree) steps -= 360 * per_degree;
+    const int degrees = std::abs(steps) / per_degree;
+    const int rest = std::abs(steps) % per_degree;
+    std::string text = rest == 0 || in_full ? degrees_text(degrees) : "";
+    if (rest != 0) text += minutes_text(rest, per_degree);
+    if (rest != 0 || steps == 0 || (longitude && steps == 180 * per_degree)) return text;
+    if (longitude) return text + (steps > 0 ? "E" : "W");
+    return text + (steps > 0 ? "N" : "S");
 }
 
-// The first whole step at or above a number of degrees, in minutes.
-int first_step(double degrees, int step) {
-    return static_cast<int>(std::ceil(degrees * 60 / step - 1e-9)) * step;
+// The first whole step at or above a number of degrees, counted in the graduation's steps.
+int first_step(double degrees, int step, int per_degree) {
+    return static_cast<int>(std::ceil(degrees * per_degree / step - 1e-9)) * step;
 }
 
 struct Span {
@@ -104,12 +112,13 @@ Span span_of(const Area& area, Side side) {
 void draw_bars(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side side) {
     const auto [from, to] = span_of(layout.area, side);
     const int step = sheet.graduation.bar;
+    const double unit = sheet.graduation.per_degree;
     const double middle = (kBarsFrom + kBarsTo) / 2 * sheet.em;
     const double half = (kBarsTo - kBarsFrom) / 2 * sheet.em;
-    for (int minutes = first_step(from, step) - step; minutes < to * 60; minutes += step) {
-        if ((minutes / step) % 2 != 0) continue;
-        const double start = std::max(from, minutes / 60.0);
-        const double end = std::min(to, (minutes + step) / 60.0);
+    for (int n = first_step(from, step, sheet.graduation.per_degree) - step; n < to * unit; n += step) {
+        if ((n / step) % 2 != 0) continue;
+        const double start = std::max(from, n / unit);
+        const double end = std::min(to, (n + step) / unit);
         Line bar = along_side(layout, side, start, end, middle - half, 2);
         const Line back = along_side(layout, side, end, start, middle + half, 2);
         bar.insert(bar.end(), back.begin(), back.end());
@@ -120,28 +129,31 @@ void draw_bars(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side si
 void draw_ticks(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side side) {
     const auto [from, to] = span_of(layout.area, side);
     const Graduation& graduation = sheet.graduation;
-    for (int minutes = first_step(from, graduation.tick); minutes <= to * 60; minutes += graduation.tick) {
+    const double unit = graduation.per_degree;
+    for (int n = first_step(from, graduation.tick, graduation.per_degree); n <= to * unit;
+         n += graduation.tick) {
         double length = kBarsFrom;
-        if (minutes % graduation.bar == 0) length = kBarsTo;
-        if (minutes % graduation.line == 0) length = 1;
-        canvas.stroke({outside(layout, side, minutes / 60.0, 0),
-                       outside(layout, side, minutes / 60.0, length * sheet.em)},
-                      sheet.inks.black, kLineWidth);
+        if (n % graduation.bar == 0) length = kBarsTo;
+        if (n % graduation.line == 0) length = 1;
+        canvas.stroke(
+            {outside(layout, side, n / unit, 0), outside(layout, side, n / unit, length * sheet.em)},
+            sheet.inks.black, kLineWidth);
     }
 }
 
 void draw_figures(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side side) {
     const auto [from, to] = span_of(layout.area, side);
     const int step = sheet.graduation.figure;
+    const int per_degree = sheet.graduation.per_degree;
     const double away = runs_east(side) ? kFiguresAbove : kFiguresAside;
-    const bool in_full = first_step(from, 60) > to * 60;
-    for (int minutes = first_step(from, step); minutes <= to * 60; minutes += step) {
+    const bool in_full = first_step(from, per_degree, per_degree) > to * per_degree;
+    for (int n = first_step(from, step, per_degree); n <= to * per_degree; n += step) {
         TextStyle style;
-        style.at = outside(layout, side, minutes / 60.0, away * sheet.em);
+        style.at = outside(layout, side, n / static_cast<double>(per_degree), away * sheet.em);
         style.colour = sheet.inks.black;
-        style.face = minutes % 60 == 0 ? Typeface::kBold : Typeface::kUpright;
-        style.size = minutes % 60 == 0 ? sheet.em : sheet.em * (in_full ? 0.65 : 0.8);
-        canvas.text(figure_text(runs_east(side), minutes, in_full), style);
+        style.face = n % per_degree == 0 ? Typeface::kBold : Typeface::kUpright;
+        style.size = n % per_degree == 0 ? sheet.em : sheet.em * (in_full ? 0.65 : 0.8);
+        canvas.text(figure_text(runs_east(side), n, per_degree, in_full), style);
     }
 }
 
@@ -175,20 +187,22 @@ Line frame_outline(const Sheet& sheet, const Layout& layout) {
 void draw_grid(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
     const Area& area = layout.area;
     const int step = sheet.graduation.line;
+    const int per_degree = sheet.graduation.per_degree;
+    const double unit = per_degree;
     canvas.clip(area_outline(layout, 0));
-    for (int minutes = first_step(area.west, step); minutes <= area.east * 60; minutes += step) {
+    for (int n = first_step(area.west, step, per_degree); n <= area.east * unit; n += step) {
         Line meridian;
         for (int i = 0; i <= kPiecesPerSide; ++i) {
             const double lat = area.south + (area.north - area.south) * i / kPiecesPerSide;
-            meridian.push_back(layout.to_pixel({minutes / 60.0, lat}));
+            meridian.push_back(layout.to_pixel({n / unit, lat}));
         }
         canvas.stroke(meridian, sheet.inks.grid, kLineWidth);
     }
-    for (int minutes = first_step(area.south, step); minutes <= area.north * 60; minutes += step) {
+    for (int n = first_step(area.south, step, per_degree); n <= area.north * unit; n += step) {
         Line parallel;
         for (int i = 0; i <= kPiecesPerSide; ++i) {
             const double lon = area.west + (area.east - area.west) * i / kPiecesPerSide;
-            parallel.push_back(layout.to_pixel({lon, minutes / 60.0}));
+            parallel.push_back(layout.to_pixel({lon, n / unit}));
         }
         canvas.stroke(parallel, sheet.inks.grid, kLineWidth);
     }

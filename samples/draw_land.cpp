@@ -10,6 +10,8 @@ namespace {
 constexpr double kLongestEdge = 0.2;  // degrees
 constexpr double kContourWidth = 2;
 constexpr double kShoreWidth = 3;
+constexpr double kPierWidth = 14;
+constexpr double kPierEdge = 3;
 
 // Long edges, which are cuts along meridians and parallels, become curves.
 Line line_of(const std::vector<Position>& places, const Layout& layout) {
@@ -56,6 +58,14 @@ void draw_land(Canvas& canvas, const Sheet& sheet, const Layout& layout, const C
     for (const Line& ring : lines_of(coast.land, layout))
         canvas.fill(ring, sheet.inks.land);
     stroke_all(canvas, shores, sheet.inks.shore, kShoreWidth);
+    canvas.end_clip();
+}
+
+void draw_piers(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
+    const std::vector<Line> piers = lines_of(sheet.piers, layout);
+    canvas.clip(area_outline(layout, 0));
+    stroke_all(canvas, piers, sheet.inks.shore, kPierWidth + 2 * kPierEdge);
+    stroke_all(canvas, piers, sheet.inks.land, kPierWidth);
     canvas.end_clip();
 }
 

@@ -19,6 +19,42 @@ const std::vector<Place> kSolentPlaces = {
 };
 // clang-format on
 
+// The coast file has no harbours, so that this one is drawn freehand.
+const std::vector<std::vector<Position>> kDoverLand = {{{1.3100, 51.1110},
+                                                        {1.3150, 51.1142},
+                                                        {1.3168, 51.1160},
+                                                        {1.3180, 51.1182},
+                                                        {1.3205, 51.1207},
+                                                        {1.3245, 51.1230},
+                                                        {1.3290, 51.1247},
+                                                        {1.3340, 51.1259},
+                                                        {1.3390, 51.1264},
+                                                        {1.3440, 51.1272},
+                                                        {1.3500, 51.1300},
+                                                        {1.3100, 51.1300},
+                                                        {1.3100, 51.1110}}};
+const std::vector<std::vector<Position>> kDoverPiers = {
+    {{1.3154, 51.1148}, {1.3190, 51.1132}, {1.3235, 51.1117}, {1.3272, 51.1114}},
+    {{1.3174, 51.1178}, {1.3235, 51.1152}},
+    {{1.3298, 51.1129}, {1.3335, 51.1133}, {1.3385, 51.1154}, {1.3415, 51.1188}},
+    {{1.3346, 51.1262}, {1.3380, 51.1236}, {1.3412, 51.1214}},
+};
+
+// clang-format off
+const std::vector<Place> kDoverPlaces = {
+    // name                  lon     lat      mark               name's side
+    {"OUTER HARBOUR",        1.3310, 51.1180, Mark::kWater,      Beside::kOn},
+    {"Western Entrance",     1.3305, 51.1105, Mark::kSmallWater, Beside::kOn},
+    {"Eastern Entrance",     1.3386, 51.1201, Mark::kSmallWater, Beside::kOn},
+    {"Dover",                1.3170, 51.1222, Mark::kIsland,     Beside::kRight},
+    {"Admiralty Pier",       1.3272, 51.1114, Mark::kLight,      Beside::kBelow},
+    {"Prince of Wales Pier", 1.3235, 51.1152, Mark::kLight,      Beside::kRight},
+    {"Breakwater",           1.3298, 51.1129, Mark::kLight,      Beside::kLeft},
+    {"Knuckle",              1.3415, 51.1188, Mark::kLight,      Beside::kLeft},
+    {"Eastern Arm",          1.3412, 51.1214, Mark::kLight,      Beside::kLeft},
+};
+// clang-format on
+
 // The datum of the paper lies about 130 metres off the one of the projection.
 constexpr double kLatOffset = -0.000853;
 constexpr double kLonOffset = -0.001392;
@@ -46,6 +82,27 @@ Sheet solent() {
     return sheet;
 }
 
+// A plan 2 km across: the pixel is 2.5 m, far too small for wpxy.
+Sheet dover_harbour() {
+    Sheet sheet = solent();
+    sheet.name = "DOVER HARBOUR";
+    sheet.projection.central_meridian = 1.33;
+    sheet.projection.origin_lat = 51;
+    sheet.scale.denominator = 25000;
+    sheet.area = {1.3150, 1.3436, 51.1098, 51.1278};
+    sheet.own_land = kDoverLand;
+    sheet.tint_miles = {0.12, 0.06, 0.03};
+    sheet.graduation = {5, 5, 1, 1, 600};
+    sheet.title.middle = {1.33755, 51.1123};
+    sheet.title.lines = {"DOVER", "Mercator, 1:25 000 at 51°N", "Drawn freehand", "NOT FOR NAVIGATION"};
+    sheet.piers = kDoverPiers;
+    sheet.places = kDoverPlaces;
+    sheet.crossings = {0.5, 0.5};
+    sheet.notes = {{"Id", "SAMPLE-1B"}, {"Type", "Inset"}, {"Datum", "European 1950"}};
+    sheet.corner = {0.49, 49.12};
+    return sheet;
+}
+
 }  // namespace
 
 Sheet english_channel() {
@@ -59,7 +116,7 @@ Sheet english_channel() {
     sheet.scale = {1100000, 254, 0};
     sheet.em = 40;
     sheet.area = {-6.5, 2.2, 48.1, 51.45};
-    sheet.title.middle = {1.35, 48.80};
+    sheet.title.middle = {-2.15, 51.35};
     sheet.title.background = sheet.inks.land;
     sheet.title.lines = {"ENGLISH CHANNEL",
                          "Mercator, 1:1 100 000 at 50°N",
@@ -72,7 +129,7 @@ Sheet english_channel() {
     sheet.notes = {{"Id", "SAMPLE-1"},        {"Type", "General"},   {"Source", "Natural Earth 1:10m land"},
                    {"Source Edition", "1"},   {"Country", "GB, FR"}, {"Depth Units", "NONE"},
                    {"Datum", "European 1950"}};
-    sheet.insets = {solent()};
+    sheet.insets = {solent(), dover_harbour()};
     return sheet;
 }
 

@@ -68,7 +68,7 @@ std::vector<GeoVertex> vertices_of(const Sheet& sheet) {
 }
 
 // The whole multiples of a step inside two ends, degrees.
-std::vector<double> steps_inside(double from, double to, int step_minutes) {
+std::vector<double> steps_inside(double from, double to, double step_minutes) {
     std::vector<double> steps;
     const double step = step_minutes / 60.0;
     for (double n = std::floor(from / step) + 1; n * step < to - kNearEdge; ++n) {

@@ -18,8 +18,9 @@ int margin_of(const Sheet& sheet, double margin) {
 
 void draw(Canvas& canvas, const Sheet& sheet, const Layout& layout, const Coast& coast) {
     canvas.fill(frame_outline(sheet, layout), sheet.inks.paper);
-    draw_land(canvas, sheet, layout, coast);
+    draw_land(canvas, sheet, layout, sheet.own_land.empty() ? coast : Coast{sheet.own_land, sheet.own_land});
     draw_grid(canvas, sheet, layout);
+    draw_piers(canvas, sheet, layout);
     draw_rose(canvas, sheet, layout);
     draw_places(canvas, sheet, layout);
     draw_title(canvas, sheet, layout);

@@ -26,12 +26,14 @@ struct Inks {
     int flare = 0;  ///< of a light
 };
 
-/// How the border is divided; minutes of arc, each a whole part of the one before.
+/// How the border is divided; steps of a part of a degree, minutes of arc or smaller ones, each a whole part
+/// of the one before.
 struct Graduation {
     int figure = 60;  ///< a figure in the border
     int line = 30;    ///< a meridian or parallel across the chart
     int bar = 10;     ///< a black or white bar of the border
     int tick = 2;
+    int per_degree = 60;  ///< the steps in a degree
 };
 
 enum class Mark { kTown, kLight, kIsland, kSmallWater, kWater, kWideWater };
@@ -53,8 +55,8 @@ struct Title {
 /// Where the reference points stand: in the four corners of the area and at crossings of meridians and
 /// parallels, each moved to the nearest whole pixel.
 struct Crossings {
-    int lon_step = 60;  ///< minutes of arc
-    int lat_step = 60;
+    double lon_step = 60;  ///< minutes of arc
+    double lat_step = 60;
 };
 
 struct Sheet {
@@ -67,12 +69,15 @@ struct Sheet {
     double em = 40;  ///< size of the plain lettering, pixels
     Area covered;    ///< what the coast file covers
     Area area;       ///< what the chart shows, a tint's width inside
+    std::vector<std::vector<Position>>
+        own_land;  ///< of a plan, for which the coast file is too coarse; closed rings
     std::vector<double> tint_miles;
     std::vector<Colour> colours;  ///< of the colour indexes from 1 upward
     Inks inks;
     Graduation graduation;
     Title title;
     std::optional<Position> rose;
+    std::vector<std::vector<Position>> piers;
     std::vector<Place> places;
     Crossings crossings;
     int vertices_a_parallel = 2;  ///< of the outline, on its northern and southern side
