@@ -49,7 +49,7 @@ public:
         : width_(width),
           height_(height),
           upside_down_(upside_down),
-          bytes_(bytes_of_row() * (height + 1), kGap) {}
+          bytes_(bytes_of_row() * static_cast<std::size_t>(height + 1), kGap) {}
 
     Picture picture() {
         const std::ptrdiff_t stride = static_cast<std::ptrdiff_t>(bytes_of_row());

@@ -83,8 +83,8 @@ std::string duration_text(double seconds) {
     const long long minutes = std::llround(size / 60.0);
     const long long hours = std::llround(size / 3600.0);
     const std::string sign = seconds < 0.0 && whole_seconds > 0 ? "-" : "";
-    if (whole_seconds < 60 * 60) return sign + in_units(whole_seconds, 60, " min ", " s");
-    if (minutes < 24 * 60) return sign + in_units(minutes, 60, " h ", " min");
+    if (whole_seconds < 3600) return sign + in_units(whole_seconds, 60, " min ", " s");
+    if (minutes < 1440) return sign + in_units(minutes, 60, " h ", " min");
     return sign + in_units(hours, 24, " d ", " h");
 }
 
