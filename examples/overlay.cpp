@@ -5,10 +5,14 @@
 #include <limits>
 #include <optional>
 
+#include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/route.h>
 
 namespace {
 
+using zellap10::plotter::Extent;
+using zellap10::plotter::Outline;
+using zellap10::plotter::outline_of;
 using zellap10::plotter::Pixel;
 using zellap10::plotter::Position;
 
@@ -21,6 +25,9 @@ constexpr double kCornerRadius = 4;  // of a vertex
 constexpr double kWaypointRadius = 10;
 constexpr double kTurn = 2 * 3.14159265359;
 
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr Position kNowhere = {kNan, kNan};
+
 struct Pen {
     double red, green, blue;  // 0 to 1
     double width;             // picture pixels
@@ -32,49 +39,12 @@ constexpr Pen kOutlinePen = {0.94, 0.51, 0, 1.5};
 constexpr Pen kPointPen = {0, 0.59, 0.24, 2};
 constexpr Pen kRoutePen = {0.12, 0.24, 0.86, 3};
 
-// Degrees; on a record over the 180th meridian longitudes above 0 are taken down by a turn, as its own fit
-// does, so that they run on.
-double running_on(const CGEORec& record, double lon) {
-    const double reduced = std::remainder(lon, 360);
-    return record.Wraps180 != 0 && reduced > 0 ? reduced - 360 : reduced;
-}
-
-struct Extent {
-    double south = std::numeric_limits<double>::max();
-    double north = std::numeric_limits<double>::lowest();
-    double west = std::numeric_limits<double>::max();
-    double east = std::numeric_limits<double>::lowest();
-
-    // To less than a millimetre.
-    bool holds(double lat, double lon) const {
-        constexpr double kMargin = 1e-9;
-        return lat >= south - kMargin && lat <= north + kMargin && lon >= west - kMargin &&
-               lon <= east + kMargin;
-    }
-};
-
-Extent extent_of(const CGEORec& record) {
-    Extent extent;
-    for (const CRefPointList* list : {&record.Vertices, &record.Points}) {
-        for (const CRefPoint* point : *list) {
-            const double lon = running_on(record, point->Longitude);
-            extent.south = std::min(extent.south, point->Latitude);
-            extent.north = std::max(extent.north, point->Latitude);
-            extent.west = std::min(extent.west, lon);
-            extent.east = std::max(extent.east, lon);
-        }
-    }
-    return extent;
-}
-
-// Draws by one record what lies in its extent: farther out a fit need not make sense.
+// Draws by one record.
 class Plot {
 public:
-    Plot(Image& image, const CGEORec& record)
-        : image_(image), cairo_(image.cairo()), record_(record), extent_(extent_of(record)) {}
+    Plot(Image& image, const CGEORec& record) : image_(image), cairo_(image.cairo()), record_(record) {}
 
-    const Extent& extent() const { return extent_; }
-
+    // Broken where a position has no place.
     void line(const std::vector<Position>& positions, const Pen& pen) {
         bool drawing = false;
         for (const Position& position : positions) {
@@ -96,7 +66,6 @@ public:
 private:
     // In cairo's coordinates, which count from the corner of a pixel and not from its middle.
     std::optional<Pixel> spot_of(const Position& position) const {
-        if (!extent_.holds(position.latitude, running_on(record_, position.longitude))) return {};
         const std::optional<Pixel> pixel = pixel_of(record_, position);
         if (!pixel) return {};
         const Pixel spot = image_.window().on_picture(*pixel);
@@ -114,57 +83,57 @@ private:
     Image& image_;
     cairo_t* cairo_;
     const CGEORec& record_;
-    Extent extent_;
 };
 
-void draw_grid(Plot& plot, double step) {
-    const Extent& extent = plot.extent();
-    if (!(extent.north - extent.south <= 180 && extent.east - extent.west <= 360))
-        return;  // no place on earth
-    const auto along = [](double from, double to, int piece) { return from + (to - from) * piece / kPieces; };
-    for (double n = std::ceil(extent.west / step); n * step <= extent.east; ++n) {
+void draw_grid(Plot& plot, const Extent& extent, double step) {
+    if (!(extent.north - extent.south <= 180)) return;  // no place on earth
+    const auto along = [](double from, double length, int piece) { return from + length * piece / kPieces; };
+    for (double n = std::ceil(extent.west / step); n * step <= extent.west + extent.width; ++n) {
         std::vector<Position> meridian;
         for (int i = 0; i <= kPieces; ++i)
-            meridian.push_back({along(extent.south, extent.north, i), n * step});
+            meridian.push_back({along(extent.south, extent.north - extent.south, i), n * step});
         plot.line(meridian, kGridPen);
     }
     for (double n = std::ceil(extent.south / step); n * step <= extent.north; ++n) {
         std::vector<Position> parallel;
         for (int i = 0; i <= kPieces; ++i)
-            parallel.push_back({n * step, along(extent.west, extent.east, i)});
+            parallel.push_back({n * step, along(extent.west, extent.width, i)});
         plot.line(parallel, kGridPen);
     }
 }
 
-void draw_outline(Plot& plot, const CGEORec& record) {
-    std::vector<Position> outline;
-    for (const CRefPoint* vertex : record.Vertices)
-        outline.push_back({vertex->Latitude, vertex->Longitude});
-    if (outline.empty()) return;
-    for (const Position& corner : outline)
+void draw_outline(Plot& plot, std::vector<Position> corners) {
+    if (corners.empty()) return;
+    for (const Position& corner : corners)
         plot.ring(corner, kCornerRadius, kOutlinePen);
-    outline.push_back(outline.front());
-    plot.line(outline, kOutlinePen);
+    corners.push_back(corners.front());
+    plot.line(corners, kOutlinePen);
 }
 
-void draw_route(Plot& plot, const CGEORec& record, const std::vector<Waypoint>& route) {
+// What of a route in WGS 84 the outline covers.
+void draw_route(Plot& plot, const CGEORec& record, const Outline& outline,
+                const std::vector<Waypoint>& route) {
+    const auto placed = [&](const Position& wgs84) {
+        const Position position = from_wgs84(record, wgs84);
+        return outline.covers(position) ? position : kNowhere;
+    };
     for (std::size_t i = 0; i < route.size(); ++i) {
-        plot.ring(from_wgs84(record, route[i].position), kWaypointRadius, kRoutePen);
+        plot.ring(placed(route[i].position), kWaypointRadius, kRoutePen);
         if (i == 0) continue;
         std::vector<Position> leg = rhumb_line(route[i - 1].position, route[i].position, kPiecesOfLeg);
-        for (Position& position : leg)
-            position = from_wgs84(record, position);
+        std::transform(leg.begin(), leg.end(), leg.begin(), placed);
         plot.line(leg, kRoutePen);
     }
 }
 
 void draw_record(Image& image, const CGEORec& record, const std::vector<Waypoint>& route) {
     Plot plot(image, record);
-    draw_grid(plot, grid_step(record) / 60.0);
-    draw_outline(plot, record);
+    const Outline outline = outline_of(record);
+    if (const auto extent = outline.extent()) draw_grid(plot, *extent, grid_step(record) / 60.0);
+    draw_outline(plot, outline.corners);
     for (const CRefPoint* point : record.Points)
         plot.ring({point->Latitude, point->Longitude}, kRingRadius, kPointPen);
-    draw_route(plot, record, route);
+    draw_route(plot, record, outline, route);
 }
 
 // Adds a rectangle of the chart to cairo's path.
@@ -177,13 +146,13 @@ void add_rectangle(Image& image, const PixelRect& rect) {
 
 }  // namespace
 
-int grid_step(const CGEORec& record) {
-    const Extent extent = extent_of(record);
-    const double longer = 60 * std::max(extent.east - extent.west, extent.north - extent.south);
-    for (const int minutes : {60, 30, 10, 5}) {
+double grid_step(const CGEORec& record) {
+    const Extent extent = outline_of(record).extent().value_or(Extent{});
+    const double longer = 60 * std::max(extent.width, extent.north - extent.south);
+    for (const double minutes : {60.0, 30.0, 10.0, 5.0, 1.0, 0.5}) {
         if (longer / minutes >= kFewestLines) return minutes;
     }
-    return 1;
+    return 0.1;
 }
 
 void draw_overlay(Image& image, const CGEORec& base, const std::vector<Waypoint>& route) {

@@ -13,4 +13,4 @@
 void draw_overlay(Image& image, const CGEORec& base, const std::vector<Waypoint>& route);
 
 /// Minutes of arc between the meridians and parallels that are drawn.
-int grid_step(const CGEORec& record);
+double grid_step(const CGEORec& record);

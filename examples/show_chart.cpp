@@ -85,9 +85,7 @@ void print_record(const CGEORec& record, Pixel middle) {
     if (const auto position = position_of(record, middle))
         std::printf("middle pixel    %.1f, %.1f is %s\n", middle.x, middle.y,
                     position_text(*position).c_str());
-    const int step = grid_step(record);
-    std::printf("grid drawn      each %s\n",
-                step == 1 ? "minute" : (std::to_string(step) + " minutes").c_str());
+    std::printf("grid drawn      each %g minutes of arc\n", grid_step(record));
 }
 
 void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypoint>& route) {
