@@ -27,77 +27,110 @@ private:
     TempFolder folder_;
 };
 
-struct TextRow {
-    const char* name;
-    const char* line;
-    CString CGEORec::*field;
-    const char* value;
+struct FieldRow {
+    const char* key;
+    CString CGEORec::*text;
+    double CGEORec::*number = nullptr;
 };
 
 // clang-format off
-const TextRow kTextRows[] = {
-    // name                                line                                   field                        value
-    {"plain",                              "Name=Example Bay",                    &CGEORec::Name,              "Example Bay"},
-    {"upper case",                         "NAME=x",                              &CGEORec::Name,              "x"},
-    {"lower case",                         "name=x",                              &CGEORec::Name,              "x"},
-    {"a blank in front",                   " Name=x",                             &CGEORec::Name,              ""},
-    {"a longer label",                     "Names of the sea=x",                  &CGEORec::Name,              "x"},
-    {"no equals sign",                     "Name x",                              &CGEORec::Name,              ""},
-    {"equals signs in the value",          "Name=a=b",                            &CGEORec::Name,              "a=b"},
-    {"blanks stay in the value",           "Scale = 1:40000 ",                    &CGEORec::Scale,             " 1:40000 "},
-    {"8-bit characters stay",              "Name=\xC9vora",                       &CGEORec::Name,              "\xC9vora"},
-    {"Source Edition is no Source",        "Source Edition=3",                    &CGEORec::Source,            ""},
-    {"Source Edition",                     "Source Edition=3",                    &CGEORec::SourceEdition,     "3"},
-    {"Source",                             "Source Date=1999",                    &CGEORec::Source,            "1999"},
-    {"P1 by prefix",                       "P10=5",                               &CGEORec::P1,                "5"},
-    {"Id by prefix",                       "Identifier=7",                        &CGEORec::Id,                "7"},
-    {"PP is no P",                         "PP=-70",                              &CGEORec::PP,                "-70"},
-    {"Declination",                        "Magnetic Declination=5",              &CGEORec::MagDeclination,    "5"},
-    {"Declination takes no blank",         "Magnetic Declination =5",             &CGEORec::MagDeclination,    ""},
-    {"Declination Date",                   "Magnetic Declination Date=1999",      &CGEORec::MagDeclinationDate, "1999"},
-    {"Declination Change",                 "Magnetic Declination Change =0",      &CGEORec::MagDeclinationChange, "0"},
-    {"Declination Change is no other",     "Magnetic Declination Change =0",      &CGEORec::MagDeclination,    ""},
-    {"Upper left",                         "UL Latitude=51",                      &CGEORec::ULLatitude,        "51"},
-    {"Lower right",                        "LR Longitude=2",                      &CGEORec::LRLongitude,       "2"},
-    {"Province",                           "Province/State=ME",                   &CGEORec::ProvinceState,     "ME"},
-    {"P6",                                 "P6=45",                               &CGEORec::P6,                "45"},
-    {"Resolution",                         "Resolution=254",                      &CGEORec::Resolution,        "254"},
-    {"Datum is not Date",                  "Date Published=1999",                 &CGEORec::Datum,             ""},
-    {"Sounding Datum is no Datum",         "Sounding Datum=LAT",                  &CGEORec::Datum,             ""},
+const FieldRow kFields[] = {
+    {"Bitmap",                      &CGEORec::Bitmap},
+    {"Name",                        &CGEORec::Name},
+    {"Scale",                       &CGEORec::Scale},
+    {"Order",                       &CGEORec::Order},
+    {"Id",                          &CGEORec::Id},
+    {"Type",                        &CGEORec::Type},
+    {"Source",                      &CGEORec::Source},
+    {"Source Edition",              &CGEORec::SourceEdition},
+    {"Country",                     &CGEORec::Country},
+    {"Province/State",              &CGEORec::ProvinceState},
+    {"Date Published",              &CGEORec::DatePublished},
+    {"Last Update",                 &CGEORec::LastUpdate},
+    {"Magnetic Declination Date",   &CGEORec::MagDeclinationDate},
+    {"Magnetic Declination",        &CGEORec::MagDeclination},
+    {"Magnetic Declination Change", &CGEORec::MagDeclinationChange},
+    {"UL Latitude",                 &CGEORec::ULLatitude},
+    {"UL Longitude",                &CGEORec::ULLongitude},
+    {"LR Latitude",                 &CGEORec::LRLatitude},
+    {"LR Longitude",                &CGEORec::LRLongitude},
+    {"Depth Units",                 &CGEORec::DepthUnits},
+    {"Sounding Datum",              &CGEORec::SoundingDatum},
+    {"Projection",                  &CGEORec::Projection},
+    {"PP",                          &CGEORec::PP},
+    {"P1",                          &CGEORec::P1},
+    {"P2",                          &CGEORec::P2},
+    {"P3",                          &CGEORec::P3},
+    {"P4",                          &CGEORec::P4},
+    {"P5",                          &CGEORec::P5},
+    {"P6",                          &CGEORec::P6},
+    {"Resolution",                  &CGEORec::Resolution},
+    {"Datum",                       &CGEORec::Datum},
+    {"Skew Angle",                  nullptr, &CGEORec::SkewAngle},
+    {"Latitude Offset",             nullptr, &CGEORec::LatitudeOffset},
+    {"Longitude Offset",            nullptr, &CGEORec::LongitudeOffset},
 };
 // clang-format on
 
-TEST(GeoText, GoesToTheFieldOfItsKey) {
-    for (const TextRow& row : kTextRows) {
-        SCOPED_TRACE(row.name);
-        for (const char* end : {"\n", "\r\n"}) {
-            const ReadRecord record(row.line + std::string(end));
-            EXPECT_STREQ(record.*row.field, row.value);
+// All that a record holds of these, as "key=value" each.
+std::string filled(const CGEORec& record) {
+    std::string all;
+    for (const FieldRow& field : kFields) {
+        CString value;
+        if (field.text != nullptr) {
+            value = record.*field.text;
+        } else if (record.*field.number != 0.0) {
+            value.Format("%g", record.*field.number);
         }
+        if (!value.IsEmpty()) all += std::string(field.key) + "=" + static_cast<const char*>(value);
+    }
+    return all;
+}
+
+TEST(GeoKey, SetsItsOwnFieldAndNoOther) {
+    for (const FieldRow& field : kFields) {
+        const std::string line = std::string(field.key) + "=7.5";
+        EXPECT_EQ(filled(ReadRecord(line + "\n")), line);
     }
 }
 
-struct NumberRow {
+struct LineRow {
     const char* name;
-    const char* value;
-    double number;
+    const char* line;
+    const char* filled;
 };
 
-const NumberRow kNumberRows[] = {{"plain", "0.0002", 0.0002},
-                                 {"blanks in front", "  -1.5", -1.5},
-                                 {"text behind", "2.5deg", 2.5},
-                                 {"no number", "north", 0.0},
-                                 {"empty", "", 0.0}};
+// clang-format off
+const LineRow kLineRows[] = {
+    // name                           line                             filled
+    {"upper case",                    "NAME=x",                        "Name=x"},
+    {"lower case",                    "name=x",                        "Name=x"},
+    {"a blank in front",              " Name=x",                       ""},
+    {"a longer label",                "Names of the sea=x",            "Name=x"},
+    {"no equals sign",                "Name x",                        ""},
+    {"equals signs in the value",     "Name=a=b",                      "Name=a=b"},
+    {"blanks stay in the value",      "Scale = 1:40000 ",              "Scale= 1:40000 "},
+    {"8-bit characters stay",         "Name=\xC9vora",                 "Name=\xC9vora"},
+    {"Source by prefix",              "Source Date=1999",              "Source=1999"},
+    {"P1 by prefix",                  "P10=5",                         "P1=5"},
+    {"Id by prefix",                  "Identifier=7",                  "Id=7"},
+    {"Declination takes no blank",    "Magnetic Declination =5",       ""},
+    {"nor does its date",             "Magnetic Declination Date =5",  ""},
+    {"its change takes one",          "Magnetic Declination Change =0", "Magnetic Declination Change=0"},
+    {"a number of vertices",          "Number of Vertices=5",          ""},
+    {"a number, blanks in front",     "Skew Angle=  -1.5",             "Skew Angle=-1.5"},
+    {"a number, text behind",         "Skew Angle=2.5deg",             "Skew Angle=2.5"},
+    {"a number that breaks off",      "Skew Angle=42e",                "Skew Angle=42"},
+    {"no number",                     "Skew Angle=north",              ""},
+    {"an empty number",               "Skew Angle=",                   ""},
+};
+// clang-format on
 
-TEST(GeoNumber, IsReadAsAtofDoes) {
-    for (const NumberRow& row : kNumberRows) {
+TEST(GeoLine, IsTakenApartAtItsFirstEqualsSign) {
+    for (const LineRow& row : kLineRows) {
         SCOPED_TRACE(row.name);
-        const std::string value = row.value;
-        const ReadRecord record("Skew Angle=" + value + "\nLatitude Offset=" + value +
-                                "\nLongitude Offset=7\n");
-        EXPECT_EQ(record.SkewAngle, row.number);
-        EXPECT_EQ(record.LatitudeOffset, row.number);
-        EXPECT_EQ(record.LongitudeOffset, 7.0);
+        for (const char* end : {"\n", "\r\n"})
+            EXPECT_EQ(filled(ReadRecord(row.line + std::string(end))), row.filled);
     }
 }
 
@@ -202,8 +235,10 @@ TEST(GeoFile, MissingOrAFolderChangesNothing) {
         EXPECT_EQ(record.InsetRect.right, 3);
         EXPECT_EQ(record.Wraps180, 1) << "no fit";
     }
-    record.ReadGEO(folder.write("empty.GEO", "").c_str(), 1);
-    EXPECT_EQ(record.Wraps180, 1);
+    for (const int info_only : {1, 2, -1}) {
+        record.ReadGEO(folder.write("empty.GEO", "").c_str(), info_only);
+        EXPECT_EQ(record.Wraps180, 1);
+    }
     record.ReadGEO(folder.write("empty.GEO", "").c_str(), 0);
     EXPECT_EQ(record.InsetRect.right, 0);
     EXPECT_EQ(record.Wraps180, 0) << "an empty file is fitted";

@@ -70,6 +70,9 @@ TEST(CStringFormat, PrintsAsPrintf) {
     EXPECT_EQ(text.GetLength(), 5002);
     text.Format("%s", "");
     EXPECT_TRUE(text.IsEmpty());
+    text = "what was there";
+    text.Format("<%ls>", L"\u20AC");
+    EXPECT_TRUE(text.IsEmpty()) << "printf refuses a character that the C locale does not have";
 }
 
 using IntList = CList<int, int>;

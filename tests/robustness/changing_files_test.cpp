@@ -51,6 +51,18 @@ TEST(Pipe, IsNoFile) {
     EXPECT_TRUE(chart.BaseRec.Points.IsEmpty());
 }
 
+TEST(Link, IsFollowed) {
+    const TempFolder folder;
+    const TempFolder other;
+    fs::create_symlink(other.write("far.cht", small_chart()), folder.file("c.cht"));
+    fs::create_symlink(other.write("far.txt", kGeo), folder.file("c.GEO"));
+    fs::create_symlink(other.file("missing"), folder.file("broken.cht"));
+    ChartUnderTest chart;
+    EXPECT_EQ(chart.OpenZellap(folder.file("broken.cht").c_str(), 0), 0);
+    EXPECT_EQ(chart.OpenZellap(folder.file("c.cht").c_str(), 0), 1);
+    EXPECT_EQ(chart.BaseRec.Points.GetCount(), 1);
+}
+
 TEST(FileWithoutPermission, IsRefused) {
     if (geteuid() == 0) GTEST_SKIP() << "root may read every file";
     const TempFolder folder;

@@ -10,6 +10,8 @@
 
 #include <zellap10/georef/points.h>
 
+#include <zellap10/georef/points.h>
+
 #include "../chart/chart_under_test.h"
 #include "../support/comma_locale.h"
 #include "../support/point_lists.h"
@@ -302,6 +304,24 @@ TEST(ClaimOfAnySize, CostsNoMemory) {
         chart.OpenZellap(path.c_str(), 0);
         EXPECT_LT(failing_new::asked() - before, 64U << 10);
     }
+}
+
+// An inset is an object of over 3 KiB, and seven bytes of the file are enough for one.
+TEST(InsetsOfAnyNumber, CostNoMoreMemoryThanTheMostInsets) {
+    std::string text = "Name=Base\n";
+    while (text.size() < 1U << 20)
+        text += "[Inset\n";
+    const TempFolder folder;
+    const std::string path = folder.write("c.GEO", text + "Name=of none\n");
+    CGEORec record;
+    const unsigned long long before = failing_new::asked();
+    record.ReadGEO(path.c_str(), 0);
+    EXPECT_LT(failing_new::asked() - before, 36U << 20);
+    const auto insets = elements_of(record.Insets);
+    EXPECT_EQ(insets.size(), 10000U);
+    EXPECT_TRUE(insets.back()->Name.IsEmpty()) << "what stands behind one too many belongs to none";
+    EXPECT_STREQ(record.Name, "Base");
+    zellap10::georef::delete_all(record.Insets);
 }
 
 }  // namespace

@@ -29,6 +29,9 @@ using zellap10::platform::TextScanner;
 constexpr std::size_t kLongestLine = 511;
 constexpr char kInset[] = "[Inset";
 
+// Far more than a picture has room for. A record takes over 3 KiB, and seven bytes of a file make one.
+constexpr int kMostInsets = 10000;
+
 template <class Element>
 Element& append(CList<Element*, Element*>& list, std::unique_ptr<Element> element) {
     list.AddTail(element.get());
@@ -133,12 +136,14 @@ void read_entry(const std::string& line, CGEORec& record) {
 void zellap10::georef::read_entries(std::istream& stream, CGEORec& base) {
     TextReader reader(stream);
     CGEORec* current = &base;
+    int insets = 0;
     std::string line;
     for (;;) {
         const TextReader::Line end = reader.read_line(line, kLongestLine);
         if (!end.ended) return;
         if (end.cut) continue;
         if (begins_with_any_case(line.c_str(), kInset)) {
+            if (++insets > kMostInsets) return;
             current = &append(base.Insets, std::make_unique<CGEORec>());
         } else {
             read_entry(line, *current);

@@ -50,7 +50,8 @@ public:
     /// Reads a georeference file into this record and into a new record in Insets for each inset, then fits
     /// them all. It clears nothing: lists grow, and only fields that the file names are replaced.
     ///
-    /// @param path      the file; one that cannot be opened changes nothing
+    /// @param path      the file; one that cannot be opened changes nothing. It is read to its end,
+    ///                  but no further than 10000 insets, so that their memory has a bound
     /// @param infoOnly  other than 0 to read without fitting
     void ReadGEO(CString path, int infoOnly);
 
