@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "guarded_pixels.h"
+
 namespace fuzz {
 
 namespace {
@@ -78,7 +80,7 @@ void check_rectangle(OpenChart& chart, const Rectangle& r, Budget& budget, Kept&
         GuardedPixels pixels(16);
         must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 0,
              "a rectangle outside the picture is refused");
-        must(pixels.untouched_from(0), "a refused rectangle writes nothing");
+        must(pixels.untouched(), "a refused rectangle writes nothing");
         return;
     }
     const std::int64_t size = static_cast<std::int64_t>(std::max(r.lines, 0)) * std::max(r.columns, 0);
@@ -127,7 +129,7 @@ void check_reduction(OpenChart& chart, const Reduction& r, Budget& budget, Kept&
         must(
             chart.getAALine(from.line, from.column, from.columns, pixels.data(), r.x_factor, from.lines) == 0,
             "a reduction outside the picture is refused");
-        must(pixels.untouched_from(0), "a refused reduction writes nothing");
+        must(pixels.untouched(), "a refused reduction writes nothing");
         return;
     }
     if (!budget.spend(3 * cost_of(from) + 3)) return;
@@ -206,7 +208,7 @@ void check_edges(OpenChart& chart, Budget& budget, Kept& kept) {
         if (line >= 0 && line < chart.Height) continue;
         GuardedPixels pixels(16);
         must(chart.getLine(line, pixels.data()) == 0, "a line outside the picture is refused");
-        must(pixels.untouched_from(0), "a refused line writes nothing");
+        must(pixels.untouched(), "a refused line writes nothing");
     }
     const int width = chart.Width;
     const int height = chart.Height;
@@ -272,7 +274,7 @@ void check_refusals(OpenChart& chart, Kept& kept) {
          "what is not open gives no pixels");
     chart.seekLine(0);
     chart.vNextCRL(&colour, &length);
-    must(pixels.untouched_from(0) && colour == 41 && length == 42, "what is not open writes nothing");
+    must(pixels.untouched() && colour == 41 && length == 42, "what is not open writes nothing");
 }
 
 void read_changed_chart(OpenChart& chart, Budget& budget, Kept& kept) {

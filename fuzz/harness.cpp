@@ -127,17 +127,6 @@ void Kept::bytes(const void* data, std::size_t size) {
     }
 }
 
-bool GuardedPixels::guards_untouched() const {
-    const auto untouched = [](unsigned char byte) { return byte == kUntouched; };
-    return std::all_of(bytes_.data(), data(), untouched) &&
-           std::all_of(data() + size_, bytes_.data() + bytes_.size(), untouched);
-}
-
-bool GuardedPixels::untouched_from(std::size_t first) const {
-    return guards_untouched() &&
-           std::all_of(data() + first, data() + size_, [](unsigned char byte) { return byte == kUntouched; });
-}
-
 std::string write_file(const char* name, const std::string& bytes) {
     const std::string path = folder().file(name);
     // A new file each time: a file system may put one that is written over on its disk at once.

@@ -91,27 +91,6 @@ inline bool equal_or_nan(double a, double b) {
     return a == b || (a != a && b != b);
 }
 
-/// No pixel has this value: a colour index is below 128. What still has it was not written.
-constexpr unsigned char kUntouched = 0xEE;
-
-/// Room for pixels with a guard on both sides.
-class GuardedPixels {
-public:
-    explicit GuardedPixels(std::size_t size) : size_(size), bytes_(size + 2 * kGuard, kUntouched) {}
-
-    unsigned char* data() { return bytes_.data() + kGuard; }
-    const unsigned char* data() const { return bytes_.data() + kGuard; }
-    std::size_t size() const { return size_; }
-    bool guards_untouched() const;
-    /// Whether the guards and the pixels from `first` on are as they were.
-    bool untouched_from(std::size_t first) const;
-
-private:
-    static constexpr std::size_t kGuard = 64;
-    std::size_t size_;
-    std::vector<unsigned char> bytes_;
-};
-
 /// What one input may still cost: every loop whose length an input chooses asks first.
 class Budget {
 public:

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "record_parts.h"
+
 namespace fuzz {
 
 namespace {
@@ -48,11 +50,6 @@ constexpr double CGEORec::*kNumbers[] = {
     &CGEORec::wpSplit,   &CGEORec::MinLat,         &CGEORec::MeanLat,         &CGEORec::MaxLat,
     &CGEORec::MinLon,    &CGEORec::MeanLon,        &CGEORec::MaxLon};
 
-template <class Element>
-std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
-    return {list.begin(), list.end()};
-}
-
 void keep_points(const CRefPointList& points, Kept& kept) {
     for (const CRefPoint* point : elements_of(points)) {
         kept.text(point->Name);
@@ -61,23 +58,6 @@ void keep_points(const CRefPointList& points, Kept& kept) {
         kept.add(point->Longitude);
         kept.add(point->Latitude);
     }
-}
-
-// All that a fit sets, in one row of numbers.
-std::vector<double> transforms_of(const CGEORec& record) {
-    std::vector<double> all{static_cast<double>(record.Wraps180), static_cast<double>(record.ProjCode),
-                            record.pwSplit, record.wpSplit};
-    const auto add = [&all](const double* from, std::size_t count) {
-        all.insert(all.end(), from, from + count);
-    };
-    for (const auto* regions : {&record.wpxPoly, &record.wpyPoly, &record.pwxPoly, &record.pwyPoly}) {
-        add((*regions)[0], 21);
-        add((*regions)[1], 21);
-    }
-    for (const auto* affine : {&record.wpxAffine, &record.wpyAffine, &record.pwxAffine, &record.pwyAffine}) {
-        add(*affine, 21);
-    }
-    return all;
 }
 
 bool same_transforms(const std::vector<double>& a, const std::vector<double>& b) {

@@ -17,7 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kMostPlaces = 200;
+constexpr std::size_t kSmallFile = 180;     // which is damaged at every place
+constexpr std::size_t kPlacesOfLarge = 60;  // of a larger one
 
 void add_files(const fs::path& path, std::vector<fs::path>& files) {
     if (fs::is_regular_file(path)) files.push_back(path);
@@ -38,7 +39,8 @@ void run(const std::string& bytes) {
 
 void run_damaged(const std::string& bytes) {
     constexpr int kChanges[] = {0x01, 0x80, 0xFF, 0x04};
-    const std::size_t step = (bytes.size() - std::min(bytes.size(), fuzz::kArguments)) / kMostPlaces + 1;
+    const std::size_t size = bytes.size() - std::min(bytes.size(), fuzz::kArguments);
+    const std::size_t step = size <= kSmallFile ? 1 : size / kPlacesOfLarge;
     std::size_t change = 0;
     for (std::size_t at = fuzz::kArguments; at < bytes.size(); at += step) {
         run(bytes.substr(0, at));

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
 
 #include <bench/plain_chart.h>
+#include <fuzz/guarded_pixels.h>
 #include <zellap10/chart/zellap.h>
 
 #include "../support/point_lists.h"
@@ -62,27 +62,8 @@ inline std::vector<std::string> state_of(const CZellap& chart) {
     return state;
 }
 
-constexpr unsigned char kUntouched = 0xEE;
-
-/// A buffer for `size` pixels with a guard on both sides.
-class GuardedPixels {
-public:
-    explicit GuardedPixels(std::size_t size) : size_(size), bytes_(size + 2 * kGuard, kUntouched) {}
-
-    unsigned char* data() { return bytes_.data() + kGuard; }
-    std::vector<int> pixels() const { return {bytes_.begin() + kGuard, bytes_.end() - kGuard}; }
-    bool guards_untouched() const {
-        const auto untouched = [](unsigned char byte) { return byte == kUntouched; };
-        return std::all_of(bytes_.begin(), bytes_.begin() + kGuard, untouched) &&
-               std::all_of(bytes_.end() - kGuard, bytes_.end(), untouched);
-    }
-    bool untouched() const { return guards_untouched() && pixels() == std::vector<int>(size_, kUntouched); }
-
-private:
-    static constexpr std::ptrdiff_t kGuard = 64;
-    std::size_t size_;
-    std::vector<unsigned char> bytes_;
-};
+using fuzz::GuardedPixels;
+using fuzz::kUntouched;
 
 /// The text part of a chart of this size, with a red and a blue.
 inline std::string text_of_size(int width, int height) {

@@ -63,6 +63,7 @@ TEST(Transforms, TakeTheRegionAndTheWrapIntoAccount) {
     record.wpxy(170, 21, &a, &b);
     EXPECT_EQ(a, -510);
     EXPECT_EQ(b, -84);
+    EXPECT_EQ(record.pwx(-190, 5), -190);
     record.Wraps180 = 1;
     for (const double longitude : {170.0, -190.0})
         EXPECT_EQ(record.wpx(longitude, 5), -570);

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include <fuzz/record_parts.h>
 #include <zellap10/georef/points.h>
 
 #include <zellap10/georef/points.h>
@@ -18,6 +19,8 @@
 #include "failing_new.h"
 
 namespace {
+
+using fuzz::transforms_of;
 
 // Fits two regions, an inset in projection mode, and texts that do not fit into the text object itself.
 std::string georeference_text() {
@@ -60,18 +63,6 @@ int fail_in_turn(const std::function<void(long n, bool all_after)>& trial) {
         }
     }
     return failures;
-}
-
-std::vector<double> transforms_of(const CGEORec& record) {
-    std::vector<double> all{record.pwSplit, record.wpSplit, double(record.ProjCode), double(record.Wraps180)};
-    const auto add = [&all](const double* from, int count) { all.insert(all.end(), from, from + count); };
-    for (const auto* p : {&record.wpxPoly, &record.wpyPoly, &record.pwxPoly, &record.pwyPoly}) {
-        add((*p)[0], 21);
-        add((*p)[1], 21);
-    }
-    for (const auto* p : {&record.wpxAffine, &record.wpyAffine, &record.pwxAffine, &record.pwyAffine})
-        add(*p, 21);
-    return all;
 }
 
 class MemoryRunsOut : public testing::Test {

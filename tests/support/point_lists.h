@@ -3,7 +3,10 @@
 #include <deque>
 #include <vector>
 
+#include <fuzz/record_parts.h>
 #include <zellap10/georef/geo_record.h>
+
+using fuzz::elements_of;
 
 /// One reference point, as tables of tests write it.
 struct PointRow {
@@ -45,10 +48,4 @@ inline void add_points(CGEORec& record, const std::vector<PointRow>& rows) {
 
 inline void add_vertex(CGEORec& record, double longitude, double latitude) {
     record.Vertices.AddTail(new CRefPoint("", 0, 0, longitude, latitude));
-}
-
-/// The elements of a list, from its head.
-template <class Element>
-std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
-    return {list.begin(), list.end()};
 }
