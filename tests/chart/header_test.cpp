@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "chart_under_test.h"
 
@@ -13,8 +14,14 @@ struct HeaderRow {
     int width, height, du;
 };
 
-// A record of 1000 characters in front of its continuation, which is cut 23 characters in.
-const std::string kNearLimit = "NOS/RA=0,0,1,2," + std::string(985, 'x');
+// A text of this length with DU at its very end; a character less, and DU has no number.
+std::string long_text(const std::string& front, std::size_t length) {
+    const std::string back = ",DU=7";
+    return front + std::string(length - front.size() - back.size(), 'x') + back;
+}
+
+const std::string kFront = "NOS/RA=0,0,1,2,";
+const std::string kOf1000 = kFront + std::string(985, 'x') + "\n";
 
 // clang-format off
 const HeaderRow kHeaderRows[] = {
@@ -38,11 +45,14 @@ const HeaderRow kHeaderRows[] = {
     {"an empty name",                       "NOS/NA=,RA=0,0,640,480\n",                       "",      640, 480, 0},
     {"lower case is another record",        "NOS/NA=A\nnos/NA=B\n",                           "A",     0,   0,   0},
     {"a first line that begins blank",      " NOS/NA=A\n",                                    "",      0,   0,   0},
-    {"a later record wipes the earlier",    "NOS/NA=A,RA=0,0,640,480,DU=7\nNOS/NA=B\n",       "B",     0,   0,   0},
+    {"a later record wipes the earlier",    "NOS/NA=LONG,RA=0,0,640,480,DU=7\nNOS/NA=B\n",    "B",     0,   0,   0},
     {"unknown records with continuations",  "! NOS/\n    RA=0,0,1,1\n\nNOS/NA=A\n",           "A",     0,   0,   0},
-    {"a record cut at its limit",           kNearLimit + "\n    " + std::string(30, 'x') + "NA=A\n", "", 1, 2,   0},
-    {"a line cut at its limit",             kNearLimit + std::string(30, 'x') + "NA=A\n",     "",      1,   2,   0},
-    {"a continuation cut at its limit",     "NOS/NA=A\n    " + std::string(123, 'x') + ",DU=7\n", nullptr, 0, 0, 0},
+    {"a line at its limit",                 long_text(kFront, 1023) + "\n",                   "",      1,   2,   7},
+    {"a line beyond its limit",             long_text(kFront, 1024) + "\n",                   "",      1,   2,   0},
+    {"a continuation at its limit",         kFront + "\n" + long_text("    ", 127) + "\n",    "",      1,   2,   7},
+    {"a continuation beyond its limit",     kFront + "\n" + long_text("    ", 128) + "\n",    "",      1,   2,   0},
+    {"a record at its limit",               kOf1000 + long_text("    ", 27) + "\n",           "",      1,   2,   7},
+    {"a record beyond its limit",           kOf1000 + long_text("    ", 28) + "\n",           "",      1,   2,   0},
 };
 // clang-format on
 
@@ -55,8 +65,7 @@ TEST(ChartHeader, GivesNameSizeAndNumber) {
         for (const std::string& text : {row.text, crlf}) {
             ChartUnderTest chart;
             ASSERT_EQ(chart.open(text + '\x1A' + "RA=0,0,9,9\n", 1), 1);
-            const std::string long_name = "A" + std::string(123, 'x');
-            EXPECT_STREQ(chart.ChartName, row.chart_name != nullptr ? row.chart_name : long_name.c_str());
+            EXPECT_STREQ(chart.ChartName, row.chart_name);
             EXPECT_EQ(chart.GetDocumentSize().cx, row.width);
             EXPECT_EQ(chart.GetDocumentSize().cy, row.height);
             EXPECT_EQ(chart.DU, row.du);
@@ -75,6 +84,22 @@ TEST(ChartHeader, IsReadFromAStreamThatADerivedClassOpened) {
     EXPECT_EQ(chart.BaseRec.InsetRect.right, 20);
     EXPECT_EQ(chart.BaseRec.InsetRect.bottom, 2);
     EXPECT_EQ(chart.HeaderColourCount, 3);
+}
+
+// The end of the text, and what stands behind it, on either side of where a block of the file ends.
+TEST(ChartHeader, MayBeLongerThanABlock) {
+    for (const std::size_t length : {4093u, 4094u, 4095u, 4096u, 4097u, 20000u}) {
+        SCOPED_TRACE(length);
+        const std::string last = "\nNOS/RA=0,0,8,1\n";
+        ChartUnderTest chart;
+        EXPECT_EQ(
+            chart.open(samples::chart_bytes(std::string(length - last.size(), '!') + last, 4, {"\x01\x0F"})),
+            1);
+        EXPECT_EQ(chart.GetDocumentSize().cx, 8);
+        GuardedPixels line(8);
+        EXPECT_EQ(chart.getLine(0, line.data()), 1);
+        EXPECT_EQ(line.pixels(), std::vector<int>(8, 1));
+    }
 }
 
 TEST(ChartHeader, CutsALongName) {

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,9 +37,12 @@ TEST(ChartLife, GoesThroughItsStates) {
     expect_no_pixels(chart);
     chart.CloseZellap();
 
-    ASSERT_EQ(chart.open(small_chart(), 1), 1);
-    EXPECT_EQ(chart.GetDocumentSize().cx, 20);
-    expect_no_pixels(chart);
+    for (const int info_only : {1, 2, -1}) {
+        ASSERT_EQ(chart.open(text_of_size(20, 2), info_only), 1);
+        EXPECT_EQ(chart.GetDocumentSize().cx, 20);
+        EXPECT_EQ(chart.ColourShift, 0);
+        expect_no_pixels(chart);
+    }
 
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(chart.open(small_chart()), 1);
@@ -175,6 +180,16 @@ TEST_F(PathOfAChart, MayBeAnyTextOfTheObject) {
         EXPECT_EQ(std::string(chart.Path), other);
         EXPECT_STREQ(chart.BaseRec.Name, "Other");
         EXPECT_STREQ(chart.ChartName, "SAMPLE");
+    }
+}
+
+// Offsets have 32 bits with a sign. The bytes behind the small chart take no room on a disk.
+TEST_F(UnsoundFile, IsOneOf2GiBAndMore) {
+    const std::string path = folder_.write("large.cht", small_chart());
+    for (const std::uintmax_t size : {INT32_MAX + std::uintmax_t{0}, INT32_MAX + std::uintmax_t{1}}) {
+        std::filesystem::resize_file(path, size);
+        ChartUnderTest chart;
+        EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), size == INT32_MAX ? 1 : 0);
     }
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <iterator>
 #include <random>
@@ -81,6 +82,15 @@ TEST(WidenedPalette, HasItsCount) {
         if (row.every_cell < 0) continue;
         for (const unsigned char cell : chart.ColourIndex)
             ASSERT_EQ(cell, row.every_cell);
+    }
+}
+
+TEST(WidenedPalette, HoldsACountFromOutside) {
+    for (const int count : {INT_MIN, -1, 257, INT_MAX}) {
+        ChartUnderTest chart;
+        chart.HeaderColourCount = count;
+        ASSERT_EQ(chart.open(samples::chart_bytes("", 4, {})), 1);
+        EXPECT_EQ(chart.LogPalette.palNumEntries, count < 0 ? 0 : 256);
     }
 }
 
