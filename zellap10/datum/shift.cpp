@@ -86,8 +86,9 @@ void datum_to_WGS(double* lat, double* lon, double* h, int datum) {
     const double da = kWgs84A - a;
     const double df = kWgs84F - from.f;
     const double w = 1.0 - at.sin_phi * at.sin_phi * from.e2;
-    const double rn = a / std::sqrt(w);
-    const double rm = (1.0 - from.e2) / std::pow(w, 1.5) * a;
+    const double root = std::sqrt(w);
+    const double rn = a / root;
+    const double rm = (1.0 - from.e2) / (w * root) * a;
     const double dphi_axis = (rn * at.cos_phi * at.sin_phi * from.e2 / a) * da;
     molodensky(at, {from.dx, from.dy, from.dz, a, da, df, rn, rm, q * rn, rm / q, dphi_axis}, lat, lon, h);
 }
@@ -99,8 +100,9 @@ void WGS_to_datum(double* lat, double* lon, double* h, int datum) {
     const double da = to.a - kWgs84A;
     const double df = to.f - kWgs84F;
     const double w = 1.0 - at.sin_phi * at.sin_phi * kE2;
-    const double rn = kWgs84A / std::sqrt(w);
-    const double rm = kOneLessE2 / std::pow(w, 1.5) * kWgs84A;
+    const double root = std::sqrt(w);
+    const double rn = kWgs84A / root;
+    const double rm = kOneLessE2 / (w * root) * kWgs84A;
     const double dphi_axis = rn * at.cos_phi * at.sin_phi * kE2OverA * da;
     // 0.0 - d and not -d: the shifts are whole numbers, of which 0 has no sign.
     molodensky(at,

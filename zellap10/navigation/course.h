@@ -9,7 +9,8 @@
 ///
 /// Latitudes and longitudes are decimal degrees, north and east positive, unless a function says radians.
 /// Bearings are degrees clockwise from north, from 0 up to but not including 360. Infinity and NaN are handed
-/// on; so is the pole, whose parts are 102765.6 in the north and minus infinity in the south.
+/// on; so is the pole, whose parts are 102765.6 in the north and minus infinity in the south. Figures of
+/// rounding were measured over 10^6 positions, up to latitude 85.
 ///
 /// Source: Bowditch, The American Practical Navigator, Mercator sailing and the table of meridional parts;
 /// two of the formula's terms have the other sign here.
@@ -20,8 +21,8 @@
 ///                                meridian the bearing points the other way about the earth
 /// @return                        degrees; 90 from a position to itself
 ///
-/// Rounding measured: 6e-13 degrees at most (3000 pairs up to latitude 85); between latitudes less than 0.01
-/// apart that of m_parts over the difference of parts comes on top.
+/// NaN between two south poles. Rounding measured: 2e-12 degrees at most, between latitudes d degrees apart,
+/// less than one, 2e-12 / d.
 ZELLAP10_API double m_bearing(double lat1, double lon1, double lat2, double lon2);
 
 /// The direction from one position to another on the plane of longitude and meridional parts.
@@ -29,7 +30,7 @@ ZELLAP10_API double m_bearing(double lat1, double lon1, double lat2, double lon2
 /// @param lat1, lon1, lat2, lon2  degrees, the difference of longitude as in m_bearing
 /// @return                        RADIANS counter-clockwise from east, -pi to pi; 0 from a position to itself
 ///
-/// Rounding measured: 9e-15 rad at most (pairs as in m_bearing).
+/// Rounding measured: 2e-14 rad at most, and 2e-14 / d as in m_bearing.
 ZELLAP10_API double m_theta(double lat1, double lon1, double lat2, double lon2);
 
 /// The distance from one position to another along the rhumb line.
@@ -38,8 +39,10 @@ ZELLAP10_API double m_theta(double lat1, double lon1, double lat2, double lon2);
 ///                                earth, for longitudes less than one and a half turns apart
 /// @return                        nautical miles, 0 from a position to itself
 ///
-/// Only exactly equal latitudes are sailed as a parallel. Rounding measured: along a parallel 2e-10 of the
-/// distance at most, between latitudes d degrees apart 5e-14 / d of it (3000 pairs each, up to latitude 85).
+/// Only exactly equal latitudes are sailed as a parallel: latitudes a last place apart give 0 or a length
+/// that is far off. To and from the south pole it is that of the meridian; along a pole it has no meaning.
+/// Rounding measured: along a parallel 3e-10 of the distance at most, between latitudes d degrees apart 6e-14
+/// / d of it.
 ZELLAP10_API double m_distance(double lat1, double lon1, double lat2, double lon2);
 
 /// The distance and the bearing from one position to another.
@@ -57,8 +60,8 @@ ZELLAP10_API double m_b_d(double lat1, double lon1, double lat2, double lon2, do
 /// @param x, y  eastward and northward component, in one unit
 /// @return      degrees; 90 for the zero vector
 ///
-/// Rounding measured: 6e-14 degrees at most. West and the quarters beside it are 1e-11 past 270, since our
-/// own pi lies past the one of the arctangent.
+/// Rounding measured: 6e-14 degrees at most. Since our own pi lies past the one of the arctangent, west and
+/// north-west are 1.2e-11 past 270 and 9e-12 past 315, south-west falls 9e-12 short of 225. Due north is +0.
 ZELLAP10_API double m_angle(double x, double y);
 
 /// The meridional parts from one latitude to another.
@@ -74,7 +77,7 @@ ZELLAP10_API double m_diff(double lat1, double lat2);
 /// @param lat  RADIANS
 /// @return     minutes of arc on the equator; 3.6e-10 at the equator
 ///
-/// Rounding measured: 4e-11 at most up to latitude 88, 4e-12 up to 70.
+/// Rounding measured: 4e-11 at most up to latitude 88.
 ZELLAP10_API double m_parts(double lat);
 
 /// The latitude that has these meridional parts.
@@ -82,5 +85,5 @@ ZELLAP10_API double m_parts(double lat);
 /// @param minutes  minutes of arc on the equator
 /// @return         DEGREES, -90 to 90
 ///
-/// Rounding measured: 3e-14 degrees at most. The three refinements leave up to 3e-8 degrees.
+/// Rounding measured: 4e-14 degrees at most. The three refinements leave up to 3e-8 degrees.
 ZELLAP10_API double m_parts_inv(double minutes);

@@ -14,13 +14,13 @@ using platform::DEG_TO_RAD;
 constexpr double kOver60 = 0.016666666666666666;
 constexpr double kOver3600 = 0.0002777777777777778;
 
-// A course this near to 90 or 270 follows the parallel, DEGREES: the cosine is too small to divide by.
+// A course this near to 90 or 270 follows the parallel, DEGREES: the tangent is too large to measure by.
 constexpr double kParallelCourseDeg = 0.01;
 // A parallel is measured over 0.0002 degrees of latitude about it; 5000 is its reciprocal.
 constexpr double kParallelDeg = 0.0001;
 constexpr double kOverParallel = 5000.0;
 
-// The size of the tangent of a course, negative for courses from 90 to 180 and from 270 to 360.
+// The size of the tangent of a course, negative for courses strictly between 90 and 180 or 270 and 360.
 double m_course_tan(double course) {
     const double size = std::fabs(std::tan(course * DEG_TO_RAD));
     return (course > 90.0 && course < 180.0) || (course > 270.0 && course < 360.0) ? -size : size;

@@ -1,6 +1,7 @@
 #include <zellap10/projection/lambert.h>
 
 #include <zellap10/platform/angle.h>
+#include <zellap10/projection/conformal_sine.h>
 
 #include <cmath>
 
@@ -74,14 +75,16 @@ void lambert_i(const tagPPARMS* parms, double x, double y, double* lat, double* 
     const double Y = parms->lam_rho0 - y;
     double rho = std::sqrt(Y * Y + x * x);
     if (n < 0.0) rho = -rho;
-    const double t = std::pow(rho / (parms->lam_F * parms->a), 1.0 / n);
+    const double t0 = std::pow(rho / (parms->lam_F * parms->a), 1.0 / n);
     const double theta = n > 0.0 ? std::atan2(x, Y) : std::atan2(-x, -Y);
     const double h = parms->e * 0.5;
+    double t = t0;
     double phi = HALF_PI - 2.0 * std::atan(t);
     for (int pass = 0; pass < kMaxPasses; ++pass) {
         const double before = phi;
-        const double s = std::sin(phi) * parms->e;
-        phi = HALF_PI - 2.0 * std::atan(std::pow((1.0 - s) / (s + 1.0), h) * t);
+        const double s = sine_of_rest(t) * parms->e;
+        t = std::pow((1.0 - s) / (s + 1.0), h) * t0;
+        phi = HALF_PI - 2.0 * std::atan(t);
         if (!(std::fabs(phi - before) > kLatTolRad)) break;
     }
     *lat = phi * RAD_TO_DEG;

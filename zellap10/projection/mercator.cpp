@@ -1,6 +1,7 @@
 #include <zellap10/projection/mercator.h>
 
 #include <zellap10/platform/angle.h>
+#include <zellap10/projection/conformal_sine.h>
 
 #include <cmath>
 #include <limits>
@@ -50,13 +51,15 @@ void mercator_f(const tagPPARMS* parms, double lat, double lon, double* x, doubl
 
 void mercator_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon) {
     *lon = (x / parms->a) * RAD_TO_DEG + parms->lon0 * RAD_TO_DEG;
-    const double t = std::pow(kBase, -(y / parms->a));
+    const double t0 = std::pow(kBase, -(y / parms->a));
     const double h = parms->e * 0.5;
+    double t = t0;
     double phi = 90.0 - 2.0 * (std::atan(t) * RAD_TO_DEG);  // degrees
     for (int pass = 0; pass < kMaxPasses; ++pass) {
         const double before = phi;
-        const double s = std::sin(phi * DEG_TO_RAD) * parms->e;
-        phi = 90.0 - 2.0 * (std::atan(std::pow((1.0 - s) / (s + 1.0), h) * t) * RAD_TO_DEG);
+        const double s = sine_of_rest(t) * parms->e;
+        t = std::pow((1.0 - s) / (s + 1.0), h) * t0;
+        phi = 90.0 - 2.0 * (std::atan(t) * RAD_TO_DEG);
         if (!(std::fabs(phi - before) > kLatTolDeg)) {
             *lat = phi;
             return;

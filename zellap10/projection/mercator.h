@@ -25,8 +25,8 @@ ZELLAP10_API void mercator_init(double lat, double lon, tagPPARMS* parms);
 /// @param x, y      out: metres; x from the central meridian, not wrapped, y from the equator
 ///
 /// Latitude 0 gives a y of 6.6e-07 m. Latitude 90 gives a large finite y, -90 minus infinity; beyond the
-/// poles y is computed all the same. NaN in, NaN out. Rounding measured: x 8e-9 m, y 8e-8 m at most up to
-/// latitude 89, 1e-8 m up to 80 (3000 positions).
+/// poles y is computed all the same. NaN in, NaN out. Rounding measured: x 4e-9 m, y 9e-8 m at most up to
+/// latitude 89 (10^6 positions on four ellipsoids).
 ZELLAP10_API void mercator_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y);
 
 /// Plane to position.
@@ -37,6 +37,6 @@ ZELLAP10_API void mercator_f(const tagPPARMS* parms, double lat, double lon, dou
 ///
 /// NaN in, NaN out; an infinite y gives a pole. A record of no earthly ellipsoid (e near or above 1), in
 /// which the iteration has not settled after a thousand passes, gives a NaN latitude. Rounding measured:
-/// 4e-14 degrees of latitude, 7e-14 of longitude at most (3000 points up to latitude 89). The iteration
-/// itself stops up to 6e-10 degrees off the latitude.
+/// 5e-14 degrees at most (points as above). The iteration itself stops up to 7e-10 degrees off the latitude.
+/// The sine of a pass follows from its tangent, which moves the latitude by two last places of 90 at most.
 ZELLAP10_API void mercator_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon);

@@ -1,6 +1,19 @@
 #pragma once
 
+#include <cmath>
+
 namespace zellap10::projection {
+
+/// The sines and cosines of 2, 4 and 6 times an angle; those of 4 and 6 follow from those of 2.
+struct Multiples {
+    double angle;  // RADIANS
+    double sin_2 = std::sin(2.0 * angle);
+    double cos_2 = std::cos(2.0 * angle);
+    double sin_4 = 2.0 * sin_2 * cos_2;
+    double cos_4 = 1.0 - 2.0 * (sin_2 * sin_2);
+    double sin_6 = sin_4 * cos_2 + cos_4 * sin_2;
+    double cos_6 = cos_4 * cos_2 - sin_4 * sin_2;
+};
 
 /// Coefficients of the meridian arc's series, as parts of the semi-major axis.
 struct MeridianArc {
@@ -16,20 +29,9 @@ inline MeridianArc meridian_arc_of(double e2, double e4, double e6) {
             e4 * 0.05859375 + e6 * 0.0439453125, e6 * 0.011393229166666666};
 }
 
-/// Arc from the equator to a latitude, in the unit of the coefficients; (3-21) too:
-///   c0 phi - c2 sin 2phi + c4 sin 4phi - c6 sin 6phi
-/// The terms of 17 m and 0.02 m take their sines from the two that are at hand: the last place of three arcs
-/// in a million changes by that, and a forward projection takes two thirds of the time.
-///
-/// @param phi      latitude, RADIANS
-/// @param sin_phi  its sine
-/// @param sin_2phi the sine of twice phi
-inline double meridian_arc(const MeridianArc& arc, double phi, double sin_phi, double sin_2phi) {
-    const double cos_2phi = 1.0 - 2.0 * (sin_phi * sin_phi);
-    const double cos_4phi = 1.0 - 2.0 * (sin_2phi * sin_2phi);
-    const double sin_4phi = 2.0 * sin_2phi * cos_2phi;
-    const double sin_6phi = sin_4phi * cos_2phi + cos_4phi * sin_2phi;
-    return arc.c0 * phi - arc.c2 * sin_2phi + arc.c4 * sin_4phi - arc.c6 * sin_6phi;
+/// Arc from the equator to a latitude, in the unit of the coefficients; (3-21) too.
+inline double meridian_arc(const MeridianArc& arc, const Multiples& phi) {
+    return arc.c0 * phi.angle - arc.c2 * phi.sin_2 + arc.c4 * phi.sin_4 - arc.c6 * phi.sin_6;
 }
 
 }  // namespace zellap10::projection

@@ -50,7 +50,8 @@ using PPARMS = tagPPARMS;
 /// @param lat0        latitude of origin, degrees, north positive; 4 takes it for both its
 ///                    parallels too, 2 ignores it: y is then measured from the equator
 /// @param lon0        central meridian, degrees, east positive
-/// @param datum       0 to 119; any other number fills the record with NaN
+/// @param datum       0 to 119; any other number gives NaN for the ellipsoid's fields and all that rests on
+///                    them, which lat0, lon0 and the lam_n of one parallel do not
 /// @param parms       out: the record; null does nothing. Fields of other projections keep what they held
 ///
 /// NaN in lat0 or lon0 makes the results NaN that rest on it.
@@ -60,7 +61,8 @@ ZELLAP10_API void project_init(int projection, double lat0, double lon0, int dat
 ///
 /// @param projection, lat0, lon0, datum, parms  as in project_init, but that 4 takes its parallels from here
 /// @param lat1, lat2  standard parallels, degrees; only 4 uses them. Equal ones give one parallel; two that
-///                    are symmetric about the equator, or both on it, give no cone: every result is NaN
+///                    are symmetric about the equator, or both on it, give no cone: every result is NaN, but
+///                    longitudes may be infinite
 ZELLAP10_API void project_init2(int projection, double lat0, double lon0, double lat1, double lat2, int datum,
                                 tagPPARMS* parms);
 

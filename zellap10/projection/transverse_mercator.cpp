@@ -26,20 +26,19 @@ constexpr double kOver24 = 0.041666666666666664;
 constexpr double kOver120 = 0.008333333333333333;
 constexpr double kOver720 = 0.001388888888888889;
 
-// Arc from the equator to phi, radians, with its sine s; metres.
-double arc_to(const tagPPARMS* parms, double phi, double s) {
-    return meridian_arc({parms->utm_c0, parms->utm_c2, parms->utm_c4, parms->utm_c6}, phi, s,
-                        std::sin(2.0 * phi));
+// Arc from the equator to phi, radians, with its sine s and its cosine c; metres.
+double arc_to(const tagPPARMS* parms, double phi, double s, double c) {
+    return meridian_arc({parms->utm_c0, parms->utm_c2, parms->utm_c4, parms->utm_c6},
+                        {phi, 2.0 * s * c, 1.0 - 2.0 * (s * s)});
 }
 
 // The latitude on the central meridian whose arc takes mu radians of a sphere of the same arc; (3-26).
-double footpoint(double e1, double mu) {
+double footpoint(double e1, const Multiples& mu) {
     const double e1_2 = e1 * e1;
     const double e1_3 = e1_2 * e1;
     const double e1_4 = e1_2 * e1_2;
-    return mu + (1.5 * e1 - 0.84375 * e1_3) * std::sin(2.0 * mu) +
-           (1.3125 * e1_2 - 1.71875 * e1_4) * std::sin(4.0 * mu) +
-           1.5729166666666665 * e1_3 * std::sin(6.0 * mu) + 2.142578125 * e1_4 * std::sin(8.0 * mu);
+    return mu.angle + (1.5 * e1 - 0.84375 * e1_3) * mu.sin_2 + (1.3125 * e1_2 - 1.71875 * e1_4) * mu.sin_4 +
+           1.5729166666666665 * e1_3 * mu.sin_6 + 2.142578125 * e1_4 * (2.0 * mu.sin_4 * mu.cos_4);
 }
 
 }  // namespace
@@ -55,7 +54,7 @@ void utm_init(double lat, double lon, tagPPARMS* parms) {
     parms->utm_c2 = arc.c2 * parms->a;
     parms->utm_c4 = arc.c4 * parms->a;
     parms->utm_c6 = arc.c6 * parms->a;
-    parms->utm_m0 = arc_to(parms, parms->lat0, std::sin(parms->lat0));
+    parms->utm_m0 = arc_to(parms, parms->lat0, std::sin(parms->lat0), std::cos(parms->lat0));
     const double r = std::sqrt(1.0 - parms->e2);
     parms->utm_e1 = (1.0 - r) / (r + 1.0);
     parms->utm_ep2 = parms->e2 / (1.0 - parms->e2);
@@ -66,16 +65,16 @@ void utm_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y)
     const double phi = lat * DEG_TO_RAD;
     const double lam = lon * DEG_TO_RAD;
     const double s = std::sin(phi);
-    const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
-    const double t = std::tan(phi);
-    const double T = t * t;
     const double c = std::cos(phi);
+    const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
+    const double t = s / c;
+    const double T = t * t;
     const double U = c * c * ep2;
     const double A = (lam - parms->lon0) * c;
     const double A2 = A * A;
     const double A3 = A2 * A;
     const double A5 = A2 * A2 * A;
-    const double M = arc_to(parms, phi, s);
+    const double M = arc_to(parms, phi, s, c);
     *x =
         ((5.0 - 18.0 * T + 72.0 * U + T * T - 58.0 * ep2) * A5 * kOver120 + (1.0 - T + U) * A3 * kOver6 + A) *
         n * kScale;
@@ -92,15 +91,16 @@ void utm_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon)
     const double ep2 = parms->utm_ep2;
     const double M = y * kOverScale + parms->utm_m0;
     const double mu = M / (meridian_arc_of(parms->e2, parms->e4, parms->e6).c0 * parms->a);
-    const double phi1 = footpoint(parms->utm_e1, mu);
+    const double phi1 = footpoint(parms->utm_e1, {mu});
+    const double s = std::sin(phi1);
     const double c = std::cos(phi1);
     const double U = c * c * ep2;
-    const double t = std::tan(phi1);
+    const double t = s / c;
     const double T = t * t;
-    const double s = std::sin(phi1);
     const double W = 1.0 - s * s * parms->e2;
-    const double n = parms->a / std::sqrt(W);
-    const double R = (1.0 - parms->e2) * parms->a / std::pow(W, 1.5);
+    const double root = std::sqrt(W);
+    const double n = parms->a / root;
+    const double R = (1.0 - parms->e2) * parms->a / (W * root);
     const double D = x / (n * kScale);
     const double D2 = D * D;
     const double D3 = D2 * D;

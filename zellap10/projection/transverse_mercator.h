@@ -28,8 +28,10 @@ ZELLAP10_API void utm_init(double lat, double lon, tagPPARMS* parms);
 /// @param lat, lon  degrees, north and east positive
 /// @param x, y      out: metres, positive east of the central meridian and north of the latitude of origin
 ///
-/// The poles stay finite. The difference to the central meridian is not wrapped. NaN in, NaN out.
-/// Rounding measured: x 3e-9 m, y 7e-9 m at most (3000 positions within 4 degrees of the central meridian).
+/// The poles stay finite. The difference to the central meridian is not wrapped. NaN in, NaN out. Rounding
+/// measured: x 5e-10 m, y 7e-9 m at most (10^6 positions on four ellipsoids, within 4 degrees of the central
+/// meridian and up to latitude 85). One sine and one cosine serve all terms, which moves x by two last places
+/// at most, y by two of the arc.
 ZELLAP10_API void utm_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y);
 
 /// Plane to position.
@@ -38,7 +40,8 @@ ZELLAP10_API void utm_f(const tagPPARMS* parms, double lat, double lon, double* 
 /// @param x, y      metres
 /// @param lat, lon  out: degrees; neither is folded or wrapped
 ///
-/// At a pole the longitude has no meaning. NaN in, NaN out.
-/// Rounding measured: 5e-14 degrees at most (3000 points within 4 degrees). The series itself misses 8e-9
-/// degrees of latitude and 6e-8 of longitude there.
+/// At a pole x = 0 alone gives a position, whose longitude has no meaning; other results run away. NaN in,
+/// NaN out. Rounding measured: 6e-14 degrees at most (points as above). The series itself misses 8e-9 degrees
+/// of latitude and 7e-8 of longitude there. Sines and cosines as in utm_f move both by two last places at
+/// most.
 ZELLAP10_API void utm_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon);
