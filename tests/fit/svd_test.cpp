@@ -152,6 +152,11 @@ TEST(Decomposition, LeavesItsValuesUnsorted) {
     EXPECT_EQ(Decomposed({{3, 0, 0}, {0, 1, 0}, {0, 0, 2}}, 3).values(), (std::vector<double>{3, 1, 2}));
     EXPECT_EQ(Decomposed({{-3, 0}, {0, -4}}, 2).values(), (std::vector<double>{3, 4}));
     EXPECT_EQ(Decomposed(Rows(4, std::vector<double>(3, 0.0)), 3).values(), (std::vector<double>{0, 0, 0}));
+    for (const double size : {1e-159, 1e-200, 1e140, 1e200}) {
+        const bool sound = size == 1e-159 || size == 1e140;
+        EXPECT_EQ(std::isfinite(Decomposed({{size, 0.5 * size}, {0.75 * size, size}}, 2).w[1]), sound)
+            << size;
+    }
 }
 
 std::vector<double> solved(Decomposed& d, std::vector<double> b) {

@@ -42,6 +42,8 @@ const CourseRow kCourseRows[] = {
     {"over the date line, east",  10.0,  170.0,   10.0,-170.0, 270.00000000001185, 3.1415926535897932,    1189.5767522463356, 90.0},
     {"over the date line, west",  10.0, -170.0,   11.0, 170.0, 89.829732555516862, 0.0029717275151876093, 1189.1744428342729, 272.8920963257874},
     {"600 degrees apart",         10.0, -300.0,   20.0, 300.0, 89.016274875307136, 0.017169242360483383,  7014.2649159074836, 87.541954622692188},
+    {"half a turn, east",         10.0,  -60.0,   20.0, 120.0, 86.724168105819168, 0.057174052295301753, 10499.990604695506,  86.724168105819168},
+    {"half a turn, west",         10.0,  120.0,   20.0, -60.0, 273.27583189419268, 3.0844186012944915,   10499.990604695506,  273.27583189419268},
     {"to itself",                 41.5,  -71.0,   41.5, -71.0, 90.0,               0.0,                   0.0,                90.0},
 };
 // clang-format on
@@ -57,6 +59,7 @@ TEST(Course, MeetsReferenceRows) {
         double bearing = -1.0;
         EXPECT_EQ(m_b_d(row.lat1, row.lon1, row.lat2, row.lon2, &bearing), distance);
         EXPECT_NEAR(bearing, row.reduced_bearing, kTolDeg);
+        EXPECT_FALSE(std::signbit(bearing)) << "due north prints as 00";
     }
 }
 

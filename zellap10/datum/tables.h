@@ -10,7 +10,6 @@ constexpr double kWgs84A = 6378137.0;
 constexpr double kWgs84F = 0.0033528106647474805;
 static_assert(kWgs84F == 1.0 / 298.257223563, "the flattening of WGS-84");
 
-constexpr int kWgs84Datum = 117;
 constexpr int kDatumCount = 120;
 constexpr int kEllipsoidCount = 18;
 

@@ -255,7 +255,7 @@ void qr_pass(const Decomposition& d, int l, int k) {
     d.w[k] = x;
 }
 
-// Splits the block that ends at k: gives the l at which it begins, with rv[l] at zero.
+// Splits the block that ends at k: gives the l at which it begins, with rv[l] negligible.
 int split_block(const Decomposition& d, int k) {
     for (int l = k; l > 1; --l) {
         if (d.negligible(d.rv[l])) return l;

@@ -128,9 +128,10 @@ public:
     /// @param w  n; receives the singular values, not negative and not sorted
     /// @param v  n by n; receives V, not its transpose
     ///
-    /// A value that 30 passes do not settle is left as it is. With NaN or infinity
-    /// in A the call ends and the results are whatever the arithmetic gives. Source: Golub and Reinsch
-    /// (1970), Singular Value Decomposition and Least Squares Solutions, Numerische Mathematik 14.
+    /// A value that 30 passes do not settle is left as it is. With NaN or infinity in A the call ends and the
+    /// results are whatever the arithmetic gives; so it is, mostly NaN, where all elements are below 1e-160
+    /// in size or some reach 1e150, since products of two then underflow or overflow. Source: Golub and
+    /// Reinsch (1970), Singular Value Decomposition and Least Squares Solutions, Numerische Mathematik 14.
     void svdcmp(double** a, int m, int n, double* w, double** v) const;
 
     /// Solves for one right-hand side by a decomposition of svdcmp, which stays as it is; directions with a w
@@ -204,8 +205,8 @@ public:
     void SplitListNSwp(CRefPointList* source, CRefPointList* low, CRefPointList* high, double* split) const;
 
     /// The fit of pixel to world with the smallest error among the orders 1 (from 3 points on), 2 (from 6)
-    /// and 3 (from 10); the lower order where two errors are equal. Where no order has an error that is a
-    /// number, nothing is written.
+    /// and 3 (from 10); the lower order where two errors are equal. Where no order has a finite error,
+    /// nothing is written.
     ///
     /// @param points  the points, which stay as they are
     /// @param first   receives 21 coefficients of longitude

@@ -32,22 +32,22 @@ double bearing_of(double x, double y) {
         theta = std::atan2(y, x);
     }
     const double t = theta * RAD_TO_DEG - 90.0;
-    const double bearing = t > 0.0 ? 360.0 - t : -t;
-    return bearing == 360.0 ? 0.0 : bearing;  // a t too small to be seen beside 360
+    const double bearing = t > 0.0 ? 360.0 - t : 0.0 - t;  // due north is +0
+    return bearing == 360.0 ? 0.0 : bearing;               // a t too small to be seen beside 360
 }
 
-// The sides of a rhumb line's triangle, with the parts between the latitudes, which no two steps compute
-// anew. dlon is the difference of longitude, reduced.
-double distance_over(double dlat, double dlon, double minutes, double parts_diff) {
+// The length of a rhumb line. dlon is the difference of longitude, reduced; the parts between the latitudes
+// are the caller's, since no two steps compute them anew.
+double distance_over(double lat1, double lat2, double dlon, double parts_diff) {
+    const double northing = (lat2 - lat1) * 60.0;
+    double minutes = northing;
+    if (northing == 0.0) {
+        minutes = kParallelMinutes;
+        parts_diff = parts_between(lat1 - kParallelDeg, lat2 + kParallelDeg);
+    }
     if (parts_diff == 0.0) return 0.0;
     const double departure = minutes * dlon * 60.0 / parts_diff;
-    const double northing = dlat * 60.0;
     return std::sqrt(departure * departure + northing * northing);
-}
-
-double parallel_distance(double lat1, double lat2, double dlon) {
-    return distance_over(lat2 - lat1, dlon, kParallelMinutes,
-                         parts_between(lat1 - kParallelDeg, lat2 + kParallelDeg));
 }
 
 }  // namespace
@@ -66,23 +66,14 @@ double m_theta(double lat1, double lon1, double lat2, double lon2) {
 }
 
 double m_distance(double lat1, double lon1, double lat2, double lon2) {
-    const double dlon = reduced(reduced(lon2 - lon1));
-    const double dlat = lat2 - lat1;
-    if (dlat == 0.0) return parallel_distance(lat1, lat2, dlon);
-    return distance_over(dlat, dlon, dlat * 60.0, parts_between(lat1, lat2));
+    return distance_over(lat1, lat2, reduced(reduced(lon2 - lon1)), parts_between(lat1, lat2));
 }
 
 double m_b_d(double lat1, double lon1, double lat2, double lon2, double* bearing) {
     const double dlon = reduced(lon2 - lon1);
-    const double dlat = lat2 - lat1;
-    const double parts1 = parts(lat1 * DEG_TO_RAD);
-    if (dlat == 0.0) {
-        *bearing = bearing_of(dlon * 60.0, parts1 - parts1);  // 0, or NaN at the south pole
-        return parallel_distance(lat1, lat2, reduced(dlon));
-    }
-    const double parts_diff = parts(lat2 * DEG_TO_RAD) - parts1;
+    const double parts_diff = parts_between(lat1, lat2);
     *bearing = bearing_of(dlon * 60.0, parts_diff);
-    return distance_over(dlat, reduced(dlon), dlat * 60.0, parts_diff);
+    return distance_over(lat1, lat2, reduced(dlon), parts_diff);
 }
 
 double m_angle(double x, double y) {
