@@ -26,7 +26,8 @@ void expect_trouble(const std::optional<Trouble>& trouble, Fault fault, const st
     EXPECT_EQ(trouble->text, text);
 }
 
-// A chart has trouble just where a new object refuses it.
+// A chart has trouble just where a new object refuses it. The replay of the fuzz target for charts holds it
+// to that over every seed and its damaged forms.
 void expect_agreement(const std::string& path) {
     CZellap chart;
     EXPECT_EQ(trouble_with_chart(path.c_str()).has_value(), chart.OpenZellap(path.c_str(), 0) == 0) << path;
@@ -39,20 +40,6 @@ TEST(TroubleWithAChart, TellsWhatIsWrong) {
         const std::string path = folder.write("chart.cht", row.bytes);
         expect_agreement(path);
         expect_trouble(trouble_with_chart(path.c_str()), row.fault, row.text);
-    }
-}
-
-TEST(TroubleWithAChart, IsThereJustWhereAnOpenIsRefused) {
-    const TempFolder folder;
-    const std::string whole = small_chart();
-    for (std::size_t i = 0; i <= whole.size(); ++i)
-        expect_agreement(folder.write("chart.cht", whole.substr(0, i)));
-    for (const int change : {0x01, 0xFF}) {
-        for (std::size_t i = 0; i < whole.size(); ++i) {
-            std::string damaged = whole;
-            damaged[i] = static_cast<char>(static_cast<unsigned char>(damaged[i]) ^ change);
-            expect_agreement(folder.write("chart.cht", damaged));
-        }
     }
     for (const char* const height : {"0", "-5", "3"})
         expect_agreement(folder.write("chart.cht", small_chart_of_height(height)));
