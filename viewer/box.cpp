@@ -1,0 +1,39 @@
+#include <viewer/box.h>
+
+#include <algorithm>
+
+namespace viewer {
+
+Box shared_part(const Box& a, const Box& b) {
+    return {{std::max(a.upper_left.x, b.upper_left.x), std::max(a.upper_left.y, b.upper_left.y)},
+            {std::min(a.lower_right.x, b.lower_right.x), std::min(a.lower_right.y, b.lower_right.y)}};
+}
+
+std::optional<std::pair<Spot, Spot>> part_inside(const Box& box, Spot from, Spot to) {
+    // The line is from + t * (to - from); each edge of the box cuts a piece off the range of t.
+    double first = 0;
+    double last = 1;
+    const auto cut = [&](double start, double step, double least, double greatest) {
+        if (step == 0) return start >= least && start <= greatest;
+        const double a = (least - start) / step;
+        const double b = (greatest - start) / step;
+        first = std::max(first, std::min(a, b));
+        last = std::min(last, std::max(a, b));
+        return first <= last;
+    };
+    const Spot step{to.x - from.x, to.y - from.y};
+    if (!cut(from.x, step.x, box.upper_left.x, box.lower_right.x)) return std::nullopt;
+    if (!cut(from.y, step.y, box.upper_left.y, box.lower_right.y)) return std::nullopt;
+    return std::make_pair(Spot{from.x + first * step.x, from.y + first * step.y},
+                          Spot{from.x + last * step.x, from.y + last * step.y});
+}
+
+std::vector<std::pair<Spot, Spot>> parts_inside(const Box& box, const std::vector<Spot>& line) {
+    std::vector<std::pair<Spot, Spot>> parts;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        if (const auto part = part_inside(box, line[i - 1], line[i])) parts.push_back(*part);
+    }
+    return parts;
+}
+
+}  // namespace viewer

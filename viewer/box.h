@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <viewer/types.h>
+
+namespace viewer {
+
+/// A part of the window; the edges belong to it.
+struct Box {
+    Spot upper_left;
+    Spot lower_right;
+
+    bool is_empty() const { return !(upper_left.x < lower_right.x && upper_left.y < lower_right.y); }
+};
+
+/// What two boxes share; may be empty.
+Box shared_part(const Box& a, const Box& b);
+
+/// What of the straight line from one spot to another lies in a box.
+std::optional<std::pair<Spot, Spot>> part_inside(const Box& box, Spot from, Spot to);
+
+/// The parts of a line of many spots that lie in a box, each straight.
+std::vector<std::pair<Spot, Spot>> parts_inside(const Box& box, const std::vector<Spot>& line);
+
+}  // namespace viewer
