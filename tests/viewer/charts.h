@@ -1,0 +1,85 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include <samples/chart_writer.h>
+#include <samples/geo_writer.h>
+#include <viewer/types.h>
+
+#include "../support/temp_file.h"
+
+/// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike.
+struct TestChart {
+    int width = 1500;
+    int height = 900;
+    double north = 50;    ///< of the first row, degrees
+    double west = -2;     ///< of the first column
+    double step = 0.001;  ///< degrees a pixel
+    double offset = 0;    ///< of both, from the chart's datum to WGS 84
+    bool has_inset = false;
+
+    /// Gives the path of the chart file.
+    std::string write(const TempFolder& folder, const std::string& name) const {
+        folder.write(name + ".GEO", samples::geo_text(georeference()));
+        return folder.write(name + ".chart", bytes());
+    }
+
+    std::string bytes() const {
+        samples::Chart chart;
+        chart.name = "TEST CHART";
+        chart.width = width;
+        chart.height = height;
+        for (int i = 1; i < 16; ++i)
+            chart.colours.push_back({i * 16, 255 - i * 16, i * 73 % 256});
+        chart.draw = [this](int line, unsigned char* pixels) {
+            for (int x = 0; x < width; ++x)
+                pixels[x] = static_cast<unsigned char>(1 + (x / 7 + line / 5 + x * (line / 64) / 300) % 15);
+        };
+        return samples::chart_bytes(chart);
+    }
+
+    viewer::Position position(double x, double y) const { return {north - y * step, west + x * step}; }
+
+private:
+    samples::GeoFile georeference() const {
+        samples::GeoFile file;
+        file.chart = section(0, 0, width - 1, height - 1, *this);
+        file.chart.entries = {{"Name", "TEST CHART"},
+                              {"Scale", "250000"},
+                              {"Datum", "TEST DATUM"},
+                              {"Latitude Offset", samples::decimal_text(offset)},
+                              {"Longitude Offset", samples::decimal_text(offset)}};
+        if (has_inset) {
+            file.insets.push_back(section(200, 100, 400, 250, inset()));
+            file.insets.back().entries = {{"Name", "HARBOUR"}};
+        }
+        return file;
+    }
+
+    // Ten times as detailed, and elsewhere; its first column and row are 200 and 100.
+    TestChart inset() const {
+        TestChart chart = *this;
+        chart.step = step / 10;
+        chart.north = 10;
+        chart.west = 20;
+        return chart;
+    }
+
+    static samples::GeoSection section(int left, int top, int right, int bottom, const TestChart& scale) {
+        samples::GeoSection section;
+        const auto at = [&](int x, int y) {
+            const viewer::Position position = scale.position(x - left, y - top);
+            const double lon = position.longitude;
+            return samples::GeoPoint{lon > 180 ? lon - 360 : lon, position.latitude, x, y};
+        };
+        for (const int x : {left, (left + right) / 2, right}) {
+            for (const int y : {top, (top + bottom) / 2, bottom})
+                section.points.push_back(at(x, y));
+        }
+        for (const auto& [x, y] :
+             {std::pair{left, top}, std::pair{right, top}, std::pair{right, bottom}, std::pair{left, bottom}})
+            section.vertices.push_back({at(x, y).lat, at(x, y).lon});
+        return section;
+    }
+};

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include <viewer/status.h>
+#include <viewer/view.h>
+
+#include "../support/temp_file.h"
+
+inline constexpr viewer::Size kWindow{640, 480 + viewer::kBarHeight};
+inline constexpr int kClearRows = 420;  // above the scale bar
+
+/// A view on charts in a folder of its own, and the picture that it draws.
+class Screen {
+public:
+    void look_at(const std::vector<std::string>& paths) {
+        viewer::View::Options options;
+        options.workers = 2;
+        options.save_folder = folder.file("");
+        options.on_change = [this] {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            news_ = true;
+            changed_.notify_one();
+        };
+        view_ = std::make_unique<viewer::View>(viewer::list_charts(paths), options);
+        view_->resize(kWindow);
+        draw();
+    }
+
+    viewer::View* operator->() { return view_.get(); }
+
+    void draw() {
+        for (draw_once(); !view_->is_complete(); draw_once()) {
+            std::unique_lock<std::mutex> lock(mutex_);
+            changed_.wait(lock, [this] { return news_; });
+            news_ = false;
+        }
+    }
+
+    void click(viewer::Spot spot) {
+        view_->press(viewer::Button::kLeft, spot);
+        view_->release(viewer::Button::kLeft, spot);
+    }
+
+    void drag(viewer::Spot from, viewer::Spot to) {
+        view_->press(viewer::Button::kLeft, from);
+        view_->move({(from.x + to.x) / 2, (from.y + to.y) / 2});
+        view_->release(viewer::Button::kLeft, to);
+    }
+
+    viewer::Argb pixel(int x, int y) const {
+        return 0xFF000000 | pixels[static_cast<std::size_t>(y * kWindow.width + x)];
+    }
+
+    /// How much of a part of the picture has a colour.
+    int count(viewer::Argb colour, viewer::Spot from, viewer::Spot to) const {
+        int found = 0;
+        for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
+            for (int x = static_cast<int>(from.x); x <= to.x; ++x)
+                found += pixel(x, y) == colour;
+        }
+        return found;
+    }
+
+    /// Expects that the part of the picture that only the chart is on shows it from a block on.
+    void expect_chart(const std::string& path, int reduction, int column, int row,
+                      viewer::Light light = viewer::Light::kDay) {
+        SCOPED_TRACE(path + " at " + std::to_string(reduction));
+        CZellap chart;
+        ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
+        std::vector<viewer::Argb> expected(static_cast<std::size_t>(kWindow.width * kClearRows));
+        zellap10::plotter::draw_window(chart, {column, row, reduction},
+                                       zellap10::plotter::colours_of(chart, light),
+                                       viewer::theme_for(light).background,
+                                       {expected.data(), kWindow.width, kClearRows, kWindow.width * 4});
+        const auto shown =
+            std::mismatch(expected.begin(), expected.end(), pixels.begin(),
+                          [](viewer::Argb a, viewer::Argb b) { return ((a ^ b) & 0xFFFFFF) == 0; });
+        const auto place = shown.first - expected.begin();
+        EXPECT_EQ(shown.first, expected.end()) << place % kWindow.width << " " << place / kWindow.width;
+    }
+
+    TempFolder folder;
+    std::vector<viewer::Argb> pixels =
+        std::vector<viewer::Argb>(static_cast<std::size_t>(kWindow.width * kWindow.height));
+
+private:
+    void draw_once() { view_->draw({pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4}); }
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool news_ = false;
+    std::unique_ptr<viewer::View> view_;
+};

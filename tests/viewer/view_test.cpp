@@ -1,0 +1,255 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <viewer/grid.h>
+#include <viewer/scale_bar.h>
+#include <viewer/status.h>
+
+#include "charts.h"
+#include "png.h"
+#include "screen.h"
+
+namespace {
+
+using viewer::Argb;
+using viewer::Button;
+using viewer::Camera;
+using viewer::Command;
+using viewer::Light;
+using viewer::Spot;
+
+TEST(View, ZoomsAndDragsTheChart) {
+    Screen screen;
+    const std::string path = TestChart{}.write(screen.folder, "chart");
+    screen.look_at({path});
+    // 1500 by 900 pixels fit at 1/3, with (640 - 500) / 2 and (480 - 300) / 2 pixels around.
+    screen.expect_chart(path, 3, -70, -90);
+
+    // Block 80, 60 of 3 is chart pixel 241, 181 in its middle, and stays at 150, 150.
+    screen->move({150, 150});
+    screen->turn_wheel(2);
+    screen.draw();
+    screen.expect_chart(path, 1, 241 - 150, 181 - 150);
+    screen.drag({100, 100}, {63, 151});
+    screen.draw();
+    screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51);
+    screen->do_command(Command::kPanRight);
+    screen->do_command(Command::kPanDown);
+    screen.draw();
+    screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96);
+
+    for (const Light light : {Light::kDusk, Light::kNight, Light::kDay}) {
+        screen->do_command(Command::kLight);
+        screen.draw();
+        screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96, light);
+    }
+    screen->do_command(Command::kWhole);
+    screen.draw();
+    screen.expect_chart(path, 3, -70, -90);
+}
+
+TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
+    Screen screen;
+    const std::string first = TestChart{}.write(screen.folder, "a");
+    const std::string last = TestChart{2000, 1000}.write(screen.folder, "c");
+    const std::string broken = screen.folder.write("b.chart", TestChart{}.bytes().substr(0, 5000));
+    screen.folder.write("b.GEO", "Name=B\n");
+    screen.folder.write("notes.txt", "no chart");
+    const std::string bare = screen.folder.write("d.chart", TestChart{}.bytes());  // no positions
+    screen.look_at({screen.folder.file("")});
+    screen.expect_chart(first, 3, -70, -90);
+
+    screen->do_command(Command::kNext);
+    screen.draw();
+    const Argb background = viewer::theme_for(Light::kDay).background;
+    EXPECT_EQ(screen.pixel(10, 10), background);
+    EXPECT_GT(screen.count(viewer::theme_for(Light::kDay).warning.colour, {200, 200}, {440, 300}), 1000);
+
+    screen->do_command(Command::kNext);
+    screen.draw();
+    screen.expect_chart(last, 4, -70, -115);
+    screen->do_command(Command::kNext);
+    screen->do_command(Command::kGrid);
+    screen.draw();
+    screen.expect_chart(bare, 3, -70, -90);
+    screen->do_command(Command::kNext);
+    screen->do_command(Command::kPrevious);
+    screen.draw();
+    screen.expect_chart(bare, 3, -70, -90);
+
+    const viewer::Chart chart(broken);
+    EXPECT_FALSE(chart.is_open());
+    EXPECT_NE(chart.trouble, "");
+    EXPECT_NE(viewer::Chart(bare).trouble, "");
+    EXPECT_EQ(viewer::Chart(first).trouble, "");
+}
+
+TEST(View, DrawsARouteWhereItIsClicked) {
+    Screen screen;
+    screen.look_at({TestChart{}.write(screen.folder, "chart")});
+    const std::vector<Argb> before = screen.pixels;
+    const Argb route = viewer::theme_for(Light::kDay).route.colour;
+
+    screen.click({100, 150});
+    screen.click({400, 150});
+    screen.draw();
+    // A leg along a parallel, with its label in the middle.
+    for (const int x : {120, 150, 380})
+        EXPECT_EQ(screen.pixel(x, 150), route) << x;
+    EXPECT_NE(screen.pixel(250, 150), route);
+    // Which stays on the chart where that is moved, and zoomed about a waypoint.
+    screen.drag({300, 300}, {340, 310});
+    screen.draw();
+    EXPECT_EQ(screen.pixel(420, 160), route);
+    screen->move({440, 160});
+    screen->turn_wheel(1);
+    screen.draw();
+    EXPECT_EQ(screen.pixel(400, 160), route);
+
+    screen->press(Button::kRight, {10, 10});
+    screen->do_command(Command::kUndo);
+    screen->do_command(Command::kUndo);
+    screen->do_command(Command::kWhole);
+    screen->leave();
+    screen.draw();
+    EXPECT_EQ(screen.pixels, before);
+    screen.click({100, 500});  // on the bar
+    screen->leave();
+    screen.draw();
+    EXPECT_EQ(screen.pixels, before);
+}
+
+TEST(View, DrawsTheGridAlsoOverThe180thMeridian) {
+    TestChart chart;
+    chart.west = 179.25;
+    Screen screen;
+    screen.look_at({chart.write(screen.folder, "chart")});
+    const std::vector<Argb> before = screen.pixels;
+    const auto changed = [&](Spot from, Spot to) {
+        int count = 0;
+        for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
+            for (int x = static_cast<int>(from.x); x <= to.x; ++x)
+                count += screen.pixels[static_cast<std::size_t>(y * kWindow.width + x)] !=
+                         before[static_cast<std::size_t>(y * kWindow.width + x)];
+        }
+        return count;
+    };
+    screen->do_command(Command::kGrid);
+    screen.draw();
+    // At least 140 pixels of 0.003 degrees lie between lines: every 30 minutes, from 179 degrees 30 east on.
+    for (const auto& [minutes, lines] :
+         {std::pair{5, 0}, {15, 1}, {30, 0}, {45, 1}, {60, 0}, {75, 1}, {85, 0}}) {
+        const double x = 70 + minutes / 60.0 * 1000 / 3;
+        EXPECT_EQ(changed({x - 2, 120}, {x + 2, 220}) >= 100, lines == 1) << minutes;
+    }
+    EXPECT_GE(changed({230, 254}, {300, 258}), 70);  // 49 degrees 30
+    EXPECT_EQ(changed({230, 270}, {300, 370}), 0);
+    screen->do_command(Command::kGrid);
+    screen->do_command(Command::kPoints);
+    screen.draw();
+    EXPECT_EQ(changed({230, 254}, {300, 258}), 0);
+    EXPECT_GE(changed({310, 230}, {330, 250}), 30);  // the one in the middle
+}
+
+TEST(View, SavesWhatIsSeenOnceItIsWhole) {
+    Screen screen;
+    screen.look_at({TestChart{}.write(screen.folder, "chart")});
+    screen->do_command(Command::kCloser);
+    screen->do_command(Command::kSave);
+    screen->do_command(Command::kSave);
+    screen.draw();
+    EXPECT_FALSE(std::filesystem::exists(screen.folder.file("chart-2.png")));
+    screen->do_command(Command::kNone);  // takes the message away
+    screen.draw();
+    const Png png = read_png(screen.folder.file("chart-1.png"));
+    EXPECT_EQ(png.width, kWindow.width);
+    EXPECT_TRUE(png.pixels == screen.pixels);
+}
+
+TEST(View, GoesToTheMostDetailedChartOfAPlace) {
+    Screen screen;
+    const std::string wide = TestChart{1500, 900, 0.5}.write(screen.folder, "wide");
+    // 4 times as detailed, from column 300 and row 200 of the wide one on.
+    const std::string close = TestChart{1600, 1200, 0.3, -1.7, 0.00025}.write(screen.folder, "close");
+    screen.look_at({wide, screen.folder.file("none.chart"), close});
+    screen->move({150, 150});
+    screen->turn_wheel(2);
+    screen.drag({300, 200}, {150, 140});
+    screen.draw();
+    screen.expect_chart(wide, 1, 241, 91);
+    // The middle of the window is pixel 560.5, 330.5 of this one and 1042, 522 of the other one.
+    screen->do_command(Command::kBest);
+    screen->do_command(Command::kNone);  // takes the message away
+    screen.draw();
+    screen.expect_chart(close, 4, -59, -109);
+    screen->do_command(Command::kPrevious);
+    screen->do_command(Command::kPrevious);
+    screen.draw();
+    screen.expect_chart(wide, 1, 241, 91);
+}
+
+TEST(Status, TellsPositionsCoursesAndTheChart) {
+    const TempFolder folder;
+    TestChart test_chart;
+    test_chart.has_inset = true;
+    test_chart.offset = 0.01;
+    const viewer::Chart chart(test_chart.write(folder, "chart"));
+    Camera camera;
+    camera.resize({640, 480});
+    camera.show(chart.size());
+    const std::vector<viewer::Position> route{{49.51, -1.49}, {49.61, -1.49}};
+    const struct {
+        const char* name;
+        viewer::Pixel at;
+        const char *position, *refers_to, *course;
+    } rows[] = {
+        {"on the chart",
+         {511, 511},
+         "49°29.34'N 001°29.34'W",
+         "TEST DATUM, in WGS 84 49°29.94'N 001°28.74'W",
+         "from waypoint 2: 176.3°  6.67 NM"},
+        {"on the inset", {301, 199}, "09°59.41'N 020°00.61'E", "inset HARBOUR", nullptr},
+        {"beside it, in its margin",
+         {190, 199},
+         "49°48.06'N 001°48.60'W",
+         "TEST DATUM, in WGS 84 49°48.66'N 001°48.00'W",
+         nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const viewer::Scene scene{
+            {640, 524},    camera, chart, route, camera.to_window(row.at), viewer::theme_for(Light::kDay),
+            "chart 1 of 2"};
+        const viewer::Status status = viewer::status_of(scene);
+        EXPECT_EQ(status.pointer, (std::vector<std::string>{row.position, row.refers_to}));
+        EXPECT_TRUE(row.course == nullptr || status.route[0] == row.course) << status.route[0];
+        EXPECT_EQ(status.route[1], "route: 2 waypoints, 6.00 NM");
+        EXPECT_EQ(status.chart[0], "TEST CHART");
+        EXPECT_EQ(status.chart[1], "scale 1:250 000, view 1/3, chart 1 of 2");
+    }
+}
+
+TEST(Steps, AreRoundNumbers) {
+    for (const auto& [least, step] : {std::pair{0.001, 0.01},
+                                      {0.011, 0.02},
+                                      {1.0, 1.0},
+                                      {1.01, 2.0},
+                                      {16.0, 20.0},
+                                      {31.0, 60.0},
+                                      {70.0, 120.0},
+                                      {9e9, 1800.0}})
+        EXPECT_EQ(viewer::grid_step(least), step) << least;
+    for (const auto& [most, length] : {std::pair{0.1, 0.1},
+                                       {0.19, 0.1},
+                                       {4.9, 2.0},
+                                       {5.0, 5.0},
+                                       {999.0, 500.0},
+                                       {0.0999, 100 / 1852.0},
+                                       {0.005, 5 / 1852.0}})
+        EXPECT_NEAR(viewer::bar_length(most), length, 1e-12) << most;
+}
+
+}  // namespace

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <zellap10/georef/geo_record.h>
+
+#include <viewer/box.h>
+#include <viewer/camera.h>
+#include <viewer/painter.h>
+#include <viewer/theme.h>
+
+namespace viewer {
+
+/// Minutes of arc from a grid line to the next: the least of the steps in use that is not below this.
+double grid_step(double minutes);
+
+/// Draws the meridians and parallels of a record, each with its text where it enters the box from the left or
+/// from above.
+void draw_grid(Painter& painter, const Camera& camera, const CGEORec& record, const Box& box,
+               const Theme& theme);
+
+}  // namespace viewer

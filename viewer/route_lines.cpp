@@ -1,0 +1,123 @@
+#include <viewer/route_lines.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include <zellap10/plotter/route.h>
+#include <zellap10/plotter/text.h>
+
+#include <viewer/box.h>
+
+namespace viewer {
+
+using zellap10::plotter::course_text;
+using zellap10::plotter::distance_text;
+
+namespace {
+
+constexpr int kPieces = 64;            // of a leg
+constexpr double kRadius = 6;          // of a waypoint
+constexpr double kFarAway = 1e5;       // window pixels, past which nothing is drawn
+constexpr double kArm = 7;             // of the cross of a reference point
+constexpr int kMostNamed = 60;         // reference points
+constexpr double kLeastLabelled = 60;  // of a leg, window pixels
+
+std::optional<Spot> spot_of(const Camera& camera, const CGEORec& record, const Position& wgs84) {
+    const auto pixel = zellap10::plotter::pixel_of(record, zellap10::plotter::from_wgs84(record, wgs84));
+    if (!pixel) return std::nullopt;
+    const Spot spot = camera.to_window(*pixel);
+    if (!(std::abs(spot.x) < kFarAway && std::abs(spot.y) < kFarAway)) return std::nullopt;
+    return spot;
+}
+
+bool is_in_window(const Camera& camera, Spot spot, double margin) {
+    return spot.x > -margin && spot.y > -margin && spot.x < camera.window().width + margin &&
+           spot.y < camera.window().height + margin;
+}
+
+using Parts = std::vector<std::pair<Spot, Spot>>;
+
+double length_of(const std::pair<Spot, Spot>& part) {
+    return std::hypot(part.second.x - part.first.x, part.second.y - part.first.y);
+}
+
+// The middle of some parts that follow one another; none where they are too short for a label.
+std::optional<Spot> middle_of(const Parts& parts) {
+    double length = 0;
+    for (const auto& part : parts)
+        length += length_of(part);
+    if (length < kLeastLabelled) return std::nullopt;
+    double left = length / 2;
+    for (const auto& part : parts) {
+        const double here = length_of(part);
+        if (here > 0 && here >= left) {
+            const double t = left / here;
+            return Spot{part.first.x + t * (part.second.x - part.first.x),
+                        part.first.y + t * (part.second.y - part.first.y)};
+        }
+        left -= here;
+    }
+    return std::nullopt;
+}
+
+// Draws a leg and gives what of it the window shows. What lies far away is left out.
+Parts draw_leg(Painter& painter, const Camera& camera, const CGEORec& record, const Position& from,
+               const Position& to, const Pen& pen) {
+    const Box window{{0, 0}, {camera.window().width - 1.0, camera.window().height - 1.0}};
+    Parts shown;
+    std::vector<Spot> line;
+    const auto end_line = [&] {
+        if (line.size() > 1) painter.line(line, pen);
+        const Parts parts = parts_inside(window, line);
+        shown.insert(shown.end(), parts.begin(), parts.end());
+        line.clear();
+    };
+    for (const Position& position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
+        if (const auto spot = spot_of(camera, record, position))
+            line.push_back(*spot);
+        else
+            end_line();
+    }
+    end_line();
+    return shown;
+}
+
+}  // namespace
+
+void draw_route(Painter& painter, const Camera& camera, const CGEORec& record,
+                const std::vector<Position>& waypoints, const Theme& theme) {
+    TextStyle style{theme.paper, {0.5, 0.5}};
+    for (std::size_t i = 1; i < waypoints.size(); ++i) {
+        const Parts shown = draw_leg(painter, camera, record, waypoints[i - 1], waypoints[i], theme.route);
+        const auto middle = middle_of(shown);
+        const auto leg = zellap10::plotter::leg_between(waypoints[i - 1], waypoints[i], 0);
+        if (middle)
+            painter.text(*middle, {course_text(leg.course) + "  " + distance_text(leg.distance)}, style);
+    }
+    style.anchor = {0, 1};
+    style.face = Typeface::kBold;
+    for (std::size_t i = 0; i < waypoints.size(); ++i) {
+        const auto spot = spot_of(camera, record, waypoints[i]);
+        if (!spot || !is_in_window(camera, *spot, 2 * kRadius)) continue;
+        painter.circle(*spot, kRadius, theme.route);
+        painter.text({spot->x + kRadius, spot->y - kRadius}, {std::to_string(i + 1)}, style);
+    }
+}
+
+void draw_points(Painter& painter, const Camera& camera, const CGEORec& record, const Theme& theme) {
+    const TextStyle style{theme.paper, {0, 1}, 11};
+    for (const CRefPoint* point : record.Points) {
+        const Spot spot = camera.to_window({static_cast<double>(point->X), static_cast<double>(point->Y)});
+        if (!is_in_window(camera, spot, kArm)) continue;
+        painter.line({{spot.x - kArm, spot.y}, {spot.x + kArm, spot.y}}, theme.point);
+        painter.line({{spot.x, spot.y - kArm}, {spot.x, spot.y + kArm}}, theme.point);
+        painter.circle(spot, kArm / 2, theme.point);
+        if (record.Points.GetCount() <= kMostNamed)
+            painter.text({spot.x + 4, spot.y - 4}, {static_cast<const char*>(point->Name)}, style);
+    }
+}
+
+}  // namespace viewer

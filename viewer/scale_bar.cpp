@@ -1,0 +1,59 @@
+#include <viewer/scale_bar.h>
+
+#include <cmath>
+
+#include <zellap10/plotter/route.h>
+#include <zellap10/plotter/text.h>
+
+namespace viewer {
+
+namespace {
+
+constexpr double kLongest = 200;  // window pixels
+constexpr int kHeight = 6;
+
+double round_number(double value) {
+    const double power = std::pow(10, std::floor(std::log10(value)));
+    for (const double factor : {5, 2}) {
+        if (factor * power <= value) return factor * power;
+    }
+    return power;
+}
+
+}  // namespace
+
+double miles_a_pixel(const Camera& camera, const Chart& chart) {
+    constexpr double kPixels = 100;
+    const Spot middle = camera.middle();
+    const auto here = chart.place_at(camera.to_chart(middle));
+    if (!here) return 0;
+    const auto there =
+        zellap10::plotter::position_of(*here->record, camera.to_chart({middle.x + kPixels, middle.y}));
+    return there ? zellap10::plotter::leg_between(here->position, *there, 0).distance / kPixels : 0;
+}
+
+double bar_length(double miles) {
+    if (miles >= 0.1) return round_number(miles);
+    return round_number(miles * kMetresInMile) / kMetresInMile;
+}
+
+void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, Spot at, const Theme& theme) {
+    const double miles = miles_a_pixel(camera, chart);
+    if (!(miles > 0) || !std::isfinite(miles)) return;
+    const double length = bar_length(miles * kLongest);
+    const double width = length / miles;
+
+    const TextStyle style{theme.paper, {0.5, 1}};
+    const std::string text = zellap10::plotter::distance_text(length);
+    const Spot corner{std::round(at.x - width), std::round(at.y - kHeight)};
+    painter.text({corner.x + width / 2, corner.y - 2}, {text}, style);
+    const int whole = static_cast<int>(std::round(width));
+    painter.box({corner.x - 2, corner.y - 2}, {whole + 4, kHeight + 4}, {0, theme.paper.colour, 1});
+    painter.box(corner, {whole / 2, kHeight}, {0, theme.paper.ink, 1});
+    painter.box({corner.x + whole / 2, corner.y + kHeight - 1}, {whole - whole / 2, 1},
+                {0, theme.paper.ink, 1});
+    painter.box({corner.x + whole / 2, corner.y}, {whole - whole / 2, 1}, {0, theme.paper.ink, 1});
+    painter.box({corner.x + whole - 1, corner.y}, {1, kHeight}, {0, theme.paper.ink, 1});
+}
+
+}  // namespace viewer
