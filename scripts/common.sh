@@ -10,6 +10,9 @@ BUILD_PACKAGES=(g++ cmake ninja-build libcairo2-dev fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
                libeigen3-dev libtiff-dev pkgconf)
 
+# Of what the viewer needs besides the first ones.
+VIEWER_PACKAGES=(libsdl2-dev)
+
 # And of what builds and runs the tests for another system.
 CROSS_PACKAGES=(cmake ninja-build googletest locales pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)

@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "charts.h"
+#include "png.h"
+#include "screen.h"
+
+namespace {
+
+using viewer::Button;
+using viewer::Command;
+
+// Runs the program, on SDL's driver without a desktop, and gives whether it ended well.
+bool run(const std::string& arguments) {
+    return std::system(("\"" VIEW_PROGRAM "\" --size 640x524 " + arguments).c_str()) == 0;
+}
+
+TEST(Program, HandsMouseAndKeysToTheView) {
+    Screen screen;
+    const std::string chart = TestChart{}.write(screen.folder, "chart");
+    const std::string script = screen.folder.write("script",
+                                                   "key N\n"
+                                                   "key P\n"
+                                                   "key Keypad +\n"
+                                                   "left down 300 200\n"
+                                                   "left up 300 200\n"
+                                                   "left down 400 300\n"
+                                                   "move 350 280\n"
+                                                   "left up 350 280\n"
+                                                   "left down 200 150\n"
+                                                   "left up 200 150\n"
+                                                   "right down 1 1\n"
+                                                   "right up 1 1\n"
+                                                   "move 120 130\n"
+                                                   "wheel -2\n"
+                                                   "wheel 1\n"
+                                                   "key D\n"
+                                                   "key G\n"
+                                                   "save " +
+                                                       screen.folder.file("view.png") +
+                                                       "\n"
+                                                       "key F1\n"
+                                                       "key Q\n");
+    const std::string paths = "\"" + chart + "\" \"" + screen.folder.file("none") + "\"";
+    ASSERT_TRUE(run("--script \"" + script + "\" " + paths));
+
+    screen.look_at({chart, screen.folder.file("none")});
+    screen->do_command(Command::kCloser);
+    screen.click({300, 200});
+    screen.drag({400, 300}, {350, 280});
+    screen.click({200, 150});
+    screen->press(Button::kRight, {1, 1});
+    screen->move({120, 130});
+    screen->turn_wheel(-2);
+    screen->turn_wheel(1);
+    screen->do_command(Command::kLight);
+    screen->do_command(Command::kGrid);
+    screen.draw();
+    const Png png = read_png(screen.folder.file("view.png"));
+    ASSERT_EQ(png.width, kWindow.width);
+    ASSERT_EQ(png.height, kWindow.height);
+    EXPECT_TRUE(png.pixels == screen.pixels);
+}
+
+TEST(Program, RefusesWhatItCannotDo) {
+    const TempFolder folder;
+    const std::string chart = TestChart{}.write(folder, "chart");
+    const std::string bad_script = folder.write("script", "push left 1 1\nkey Q\n");
+    const std::string empty = folder.file("empty");
+    std::filesystem::create_directory(empty);
+    for (const std::string& arguments :
+         {std::string(), std::string("--wide ") + chart, "--size 640 " + chart, "--size 640x44 " + chart,
+          "--script none " + chart, "--script " + bad_script + " " + chart, empty})
+        EXPECT_FALSE(run(arguments + " 2>&1")) << arguments;
+}
+
+}  // namespace
