@@ -70,9 +70,11 @@ TEST(CStringFormat, PrintsAsPrintf) {
     EXPECT_EQ(text.GetLength(), 5002);
     text.Format("%s", "");
     EXPECT_TRUE(text.IsEmpty());
+#if !defined(_WIN32)  // where printf refuses nothing
     text = "what was there";
     text.Format("<%ls>", L"\u20AC");
     EXPECT_TRUE(text.IsEmpty()) << "printf refuses a character that the C locale does not have";
+#endif
 }
 
 using IntList = CList<int, int>;

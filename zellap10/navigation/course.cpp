@@ -11,8 +11,7 @@ using platform::DEG_TO_RAD;
 using platform::HALF_PI;
 using platform::RAD_TO_DEG;
 
-// A parallel is measured over 0.0002 degrees of latitude about it, which is 0.012 minutes.
-constexpr double kParallelDeg = 0.0001;
+// The 0.0002 degrees of latitude that a parallel is measured over, in minutes.
 constexpr double kParallelMinutes = 0.012;
 
 // A difference of longitude in degrees, one turn nearer to zero if it is past 180.

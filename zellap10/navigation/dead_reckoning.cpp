@@ -16,8 +16,7 @@ constexpr double kOver3600 = 0.0002777777777777778;
 
 // A course this near to 90 or 270 follows the parallel, DEGREES: the tangent is too large to measure by.
 constexpr double kParallelCourseDeg = 0.01;
-// A parallel is measured over 0.0002 degrees of latitude about it; 5000 is its reciprocal.
-constexpr double kParallelDeg = 0.0001;
+// Of the 0.0002 degrees that a parallel is measured over.
 constexpr double kOverParallel = 5000.0;
 
 // The size of the tangent of a course, negative for courses strictly between 90 and 180 or 270 and 360.

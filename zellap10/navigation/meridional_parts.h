@@ -26,6 +26,9 @@ inline double parts(double phi) {
            (kOfSin * s - kOfSin3 * (s2 * s) - kOfSin5 * (s2 * s2 * s));
 }
 
+/// A parallel is measured between latitudes this far south and north of it, DEGREES.
+constexpr double kParallelDeg = 0.0001;
+
 /// @param lat1, lat2  DEGREES
 inline double parts_between(double lat1, double lat2) {
     return parts(lat2 * platform::DEG_TO_RAD) - parts(lat1 * platform::DEG_TO_RAD);

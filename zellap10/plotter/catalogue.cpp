@@ -10,14 +10,13 @@
 #include <zellap10/chart/zellap.h>
 #include <zellap10/navigation/course.h>
 #include <zellap10/plotter/georeference_path.h>
+#include <zellap10/plotter/mile.h>
 
 namespace zellap10::plotter {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr double kMetresOfMile = 1852.0;
 
 double pixels_between(const CRefPoint& a, const CRefPoint& b) {
     return std::hypot(static_cast<double>(a.X) - b.X, static_cast<double>(a.Y) - b.Y);

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include <zellap10/plotter/mile.h>
+
 namespace zellap10::plotter {
 
 namespace {
@@ -11,8 +13,7 @@ constexpr char kNoValue[] = "---";
 constexpr char kDegree[] = "\xC2\xB0";  // in UTF-8
 
 constexpr long long kPartsOfDegree = 6000;  // hundredths of a minute
-constexpr double kMetresOfMile = 1852.0;
-constexpr double kLeastMiles = 0.1;  // below it a distance is told in metres
+constexpr double kLeastMiles = 0.1;         // below it a distance is told in metres
 constexpr double kTooFarMiles = 1e9;
 constexpr double kTooLongSeconds = 2147483647.0;
 

@@ -24,9 +24,9 @@ using platform::QUARTER_PI;
 using platform::RAD_TO_DEG;
 
 // RADIANS: each pass shrinks the error by e2, some 1/150, so the last one leaves about 7e-10, which is 4 mm.
-constexpr double kLatTolRad = 0.0000001;
+constexpr double kLambertTolRad = 0.0000001;
 // The ellipsoids of the earth need four at most.
-constexpr int kMaxPasses = 20;
+constexpr int kLambertPasses = 20;
 
 double lambert_t(double phi, const tagPPARMS* parms) {
     const double s = std::sin(phi) * parms->e;
@@ -80,12 +80,12 @@ void lambert_i(const tagPPARMS* parms, double x, double y, double* lat, double* 
     const double h = parms->e * 0.5;
     double t = t0;
     double phi = HALF_PI - 2.0 * std::atan(t);
-    for (int pass = 0; pass < kMaxPasses; ++pass) {
+    for (int pass = 0; pass < kLambertPasses; ++pass) {
         const double before = phi;
         const double s = sine_of_rest(t) * parms->e;
         t = std::pow((1.0 - s) / (s + 1.0), h) * t0;
         phi = HALF_PI - 2.0 * std::atan(t);
-        if (!(std::fabs(phi - before) > kLatTolRad)) break;
+        if (!(std::fabs(phi - before) > kLambertTolRad)) break;
     }
     *lat = phi * RAD_TO_DEG;
     *lon = (theta / n + parms->lon0) * RAD_TO_DEG;

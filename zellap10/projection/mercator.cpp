@@ -27,7 +27,7 @@ constexpr double kBase = 2.71828182846;
 // DEGREES: each pass shrinks the error by e2, some 1/150, so the last leaves 7e-10, which is 0.1 mm.
 constexpr double kLatTolDeg = 0.0000001;
 // The ellipsoids of the earth need four at most.
-constexpr int kMaxPasses = 1000;
+constexpr int kMercatorPasses = 1000;
 
 }  // namespace
 }  // namespace zellap10::projection
@@ -55,7 +55,7 @@ void mercator_i(const tagPPARMS* parms, double x, double y, double* lat, double*
     const double h = parms->e * 0.5;
     double t = t0;
     double phi = 90.0 - 2.0 * (std::atan(t) * RAD_TO_DEG);  // degrees
-    for (int pass = 0; pass < kMaxPasses; ++pass) {
+    for (int pass = 0; pass < kMercatorPasses; ++pass) {
         const double before = phi;
         const double s = sine_of_rest(t) * parms->e;
         t = std::pow((1.0 - s) / (s + 1.0), h) * t0;

@@ -28,9 +28,9 @@ using platform::RAD_TO_DEG;
 // RADIANS: the steps shrink quadratically, so the step after one of this size is lost in the rounding; only
 // near the equator they shrink slowly, and the last leaves up to 3e-7 degrees of latitude. The longitude,
 // whose K lags one pass behind, keeps an error of this size over the latitude.
-constexpr double kLatTolRad = 0.0000001;
+constexpr double kPolyconicTolRad = 0.0000001;
 // All points of a chart settle in a few passes; some of the plane never do, and have no position then.
-constexpr int kMaxPasses = 100;
+constexpr int kPolyconicPasses = 100;
 
 // Arc from the equator to a latitude, metres.
 double arc_to(const tagPPARMS* parms, const Multiples& phi) {
@@ -76,7 +76,7 @@ void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double
     const double B = x * x / (a * a) + A * A;
     const MeridianArc arc = meridian_arc_of(parms->e2, parms->e4, parms->e6);
     double phi = A;
-    for (int pass = 0; pass < kMaxPasses; ++pass) {
+    for (int pass = 0; pass < kPolyconicPasses; ++pass) {
         const double before = phi;
         const Multiples at{phi};
         const double s = std::sin(phi);
@@ -88,7 +88,7 @@ void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double
         const double Q =
             (G * K - 2.0 / S) * (A - Ma) + (Ma * Ma + B - 2.0 * Ma * A) * parms->e2 * S * K * 0.25 - G;
         phi = phi - P / Q;
-        if (!(std::fabs(phi - before) > kLatTolRad)) {
+        if (!(std::fabs(phi - before) > kPolyconicTolRad)) {
             *lat = phi * RAD_TO_DEG;
             *lon = (std::asin(K * x / a) / std::sin(phi) + parms->lon0) * RAD_TO_DEG;
             return;
