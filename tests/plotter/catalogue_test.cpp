@@ -13,14 +13,14 @@ namespace {
 
 using zellap10::plotter::Catalogue;
 
-// A section whose picture of 1000 by 1000 pixels shows a square of so many degrees.
+// A section whose picture of 1000 by 800 pixels shows a square of so many degrees.
 samples::GeoSection square(const std::string& name, double south, double west, double degrees) {
     const double north = south + degrees;
     const double east = west + degrees > 180 ? west + degrees - 360 : west + degrees;
     samples::GeoSection section;
     section.entries = {{"Name", name}};
     section.vertices = {{north, west}, {north, east}, {south, east}, {south, west}};
-    section.points = {{west, north, 0, 0}, {east, north, 1000, 0}, {east, south, 1000, 1000}};
+    section.points = {{west, north, 0, 0}, {east, north, 1000, 0}, {east, south, 1000, 800}};
     return section;
 }
 
@@ -41,6 +41,7 @@ public:
         coast.entries.push_back({"Latitude Offset", "0.5"});
         write("coast", {coast, {square("Harbour", 51, -4, 0.1)}});
         write("ocean", {square("Ocean", 40, -30, 30), {}});
+        write("far/twin", {square("Twin", 50, 100, 2), {}});
         write("far/away/fiji", {square("Fiji", -20, 175, 10), {}});
         write("nowhere", {{{{"Name", "Nowhere"}}, {}, {}}, {}});
         folder_.write("ocean.txt", "words about the ocean");
@@ -62,8 +63,8 @@ using Names = std::vector<std::string>;
 TEST(Catalogue, AnswersTheMostDetailedFirst) {
     const Charts charts;
     Catalogue catalogue;
-    EXPECT_EQ(catalogue.add_folder(charts.file("")), 3);
-    EXPECT_EQ(names_of(catalogue.entries()), (Names{"Harbour", "Coast", "Fiji", "Ocean"}));
+    EXPECT_EQ(catalogue.add_folder(charts.file("")), 4);
+    EXPECT_EQ(names_of(catalogue.entries()), (Names{"Harbour", "Coast", "Twin", "Fiji", "Ocean"}));
 
     EXPECT_EQ(names_of(catalogue.covering({51.05, -3.95})), (Names{"Harbour", "Coast", "Ocean"}));
     EXPECT_EQ(names_of(catalogue.covering({50.2, -3.95})), Names{"Ocean"})
@@ -77,9 +78,17 @@ TEST(Catalogue, AnswersTheMostDetailedFirst) {
     EXPECT_EQ(harbour->inset, 0);
     EXPECT_EQ(std::filesystem::path(harbour->path).filename(), "coast.chart");
     // From the upper left corner to the lower right: 0.1 degrees of 111120 m each way, of which the parallels
-    // keep 0.628; over 1414 pixels.
-    EXPECT_NEAR(harbour->metres_per_pixel, 11112 * 1.181 / 1414.2, 0.02);
-    EXPECT_EQ(catalogue.entries()[1]->inset, -1);
+    // keep 0.628; over 1281 pixels.
+    EXPECT_NEAR(harbour->metres_per_pixel, 11112 * 1.181 / 1280.6, 0.02);
+    const auto* coast = catalogue.entries()[1];
+    EXPECT_EQ(coast->inset, -1);
+    CZellap chart;
+    ASSERT_EQ(chart.OpenZellap(harbour->path.c_str(), 0), 1);
+    const CGEORec& base = *chart.GetBaseGeoRec();
+    EXPECT_EQ(record_of(*coast, base), &base);
+    EXPECT_STREQ(record_of(*harbour, base)->Name, "Harbour");
+    chart.CloseZellap();
+    EXPECT_EQ(record_of(*harbour, base), nullptr);
 }
 
 TEST(Catalogue, TakesOnlyChartsThatCoverSomething) {
@@ -91,8 +100,10 @@ TEST(Catalogue, TakesOnlyChartsThatCoverSomething) {
     EXPECT_EQ(catalogue.add_folder(charts.file("none")), 0);
     EXPECT_EQ(catalogue.add_folder(charts.file("coast.chart")), 0);
     EXPECT_TRUE(catalogue.entries().empty());
-    EXPECT_TRUE(catalogue.add_file(charts.file("coast.chart")));
-    EXPECT_EQ(catalogue.entries().size(), 2U);
+    for (const char* const name : {"ocean.chart", "coast.chart", "far/twin.chart"})
+        EXPECT_TRUE(catalogue.add_file(charts.file(name))) << name;
+    EXPECT_EQ(names_of(catalogue.entries()), (Names{"Harbour", "Coast", "Twin", "Ocean"}))
+        << "equals as they came";
 
     const TempFolder unnamed;
     unnamed.write("c.GEO", "Point=1 1 0 0\nPoint=2 1 0 9\nPoint=1 2 9 0\n");

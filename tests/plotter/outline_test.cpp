@@ -35,6 +35,8 @@ const OutlineRow kOutlineRows[] = {
      {{49, 4}, {41, 9}, {45, 7}}, {{47, 7}, {50, 6}, {45.001, 5.001}}, 40, 50, 0, 10},
     {"the hull of points", {{1, 1}, {2, 2}}, {{0, 0, 10, -20}, {9, 9, 12, -20}, {5, 5, 11, -20}, {7, 7, 11, -22}},
      {{-21, 11}, {-20, 10.5}, {-22, 11}}, {{-21.9, 10.1}, {-19, 11}, {1, 1}}, -22, -20, 10, 2},
+    {"the hull of points in two columns", {}, {{0, 5, 10, 2}, {0, 9, 10, 0}, {9, 0, 14, 4}, {0, 0, 10, 4}, {9, 9, 14, 0}},
+     {{0, 10}, {4, 14}, {3, 11}, {0, 14}, {4, 10}}, {{5, 12}, {2, 9}}, 0, 4, 10, 4},
     {"over the 180th meridian", {{-15, 176}, {-15, -178}, {-20, -178}, {-20, 176}},
      {{0, 0, 177, -16}, {900, 0, -179, -16}},
      {{-17, 177}, {-17, -179}, {-17, 180}, {-17, -180}, {-17, 181}}, {{-17, 0}, {-17, 175}, {-17, -177}},
@@ -107,6 +109,7 @@ const OverlapRow kOverlapRows[] = {
     {"across the slope",              {4,    6,   -180, 4},      true,   true},
     {"through it, no corner inside",  {4,    4.5, 170,  20},     true,   true},
     {"a corner that touches",         {10,   12,  170,  5},      true,   true},
+    {"a side that touches",           {0,    10,  170,  5},      true,   true},
     {"north",                         {11,   12,  175,  10},     false,  false},
     {"west",                          {0,    10,  170,  4},      false,  false},
     {"east",                          {0,    10,  -174, 9},      false,  false},
@@ -152,7 +155,9 @@ TEST(RecordAt, IsTheInsetByItsOutline) {
     for (const auto& [x, y] :
          {std::pair(400, 400), std::pair(700, 400), std::pair(700, 700), std::pair(400, 700)})
         add_points(large, {{x, y, 0.01 * x, -0.01 * y}});
-    for (CGEORec* const inset : {&large, &plan, &bare})
+    CGEORec line;
+    add_points(line, {{10, 10, 1, 1}, {20, 20, 2, 2}});
+    for (CGEORec* const inset : {&large, &plan, &bare, &line})
         base.Insets.AddTail(inset);
     ASSERT_GT(std::fabs(plan.wpy(-5, 48) - 500), 40.0) << "its own way there will not do";
 
@@ -162,7 +167,7 @@ TEST(RecordAt, IsTheInsetByItsOutline) {
         const CGEORec* record;
     };
     const Row rows[] = {
-        {"the chart", {10, 10}, &base},
+        {"the chart, on an inset of two points", {10, 10}, &base},
         {"the smaller of two", {550, 550}, &plan},
         {"inside by half a pixel", {599.5, 599.5}, &plan},
         {"outside it by half a pixel", {600.5, 550}, &large},

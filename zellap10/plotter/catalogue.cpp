@@ -67,6 +67,11 @@ std::vector<std::string> charts_below(const std::string& folder) {
 
 }  // namespace
 
+const CGEORec* record_of(const CatalogueEntry& entry, const CGEORec& base) {
+    if (entry.inset < 0) return &base;
+    return entry.inset < base.Insets.GetCount() ? *(base.Insets.begin() + entry.inset) : nullptr;
+}
+
 bool Catalogue::add_file(const std::string& path) {
     CZellap chart;
     if (chart.OpenZellap(path.c_str(), 1) == 0) return false;

@@ -21,6 +21,13 @@ struct CatalogueEntry {
     Extent extent;    ///< of the outline
 };
 
+/// The record of an entry, once its chart is opened.
+///
+/// @param entry  of a catalogue
+/// @param base   the record of the chart object that has opened the entry's file
+/// @return       base or one of its insets; null where the file has changed and has no such inset any more
+const CGEORec* record_of(const CatalogueEntry& entry, const CGEORec& base);
+
 /// Charts and insets with what they cover. Files are opened for information only, and none stays open.
 ///
 /// Entries are answered most detailed first, by metres a pixel: texts of scales come in too many forms. What

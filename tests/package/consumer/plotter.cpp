@@ -1,12 +1,19 @@
+#include <cmath>
 #include <cstdio>
 
-#include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/plotter.h>
 
-// An application on the installed plotter target.
+using namespace zellap10::plotter;
+
+// An application on the installed plotter target: something of each header is taken up once.
 int main() {
     CZellap chart;
-    if (zellap10::plotter::is_fitted(*chart.GetBaseGeoRec())) return 1;
-    std::puts("the installed plotter works");
-    return 0;
+    const CGEORec& record = *chart.GetBaseGeoRec();
+    const bool works = Catalogue().add_folder("no such folder") == 0 && !covers(record, {50, 1}) &&
+                       !is_fitted(record) && position_text({50, 1}).size() > 10 &&
+                       std::fabs(leg_between({50, 1}, {51, 1}, 6.0).distance - 60.0) < 1e-9 &&
+                       trouble_with_chart("no such chart").has_value() &&
+                       draw_window(chart, {}, colours_of(chart), 0, {});
+    std::puts(works ? "the installed plotter works" : "the installed plotter fails");
+    return works ? 0 : 1;
 }
