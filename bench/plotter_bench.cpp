@@ -14,10 +14,13 @@
 
 namespace {
 
+using zellap10::plotter::Argb;
 using zellap10::plotter::Catalogue;
+using zellap10::plotter::colours_of;
 using zellap10::plotter::pixel_of;
 using zellap10::plotter::Position;
 using zellap10::plotter::position_of;
+using zellap10::plotter::Window;
 
 // A chart of two degrees by two with 16 points.
 void fit(CGEORec& record, const char* projection) {
@@ -175,6 +178,64 @@ void catalogue_extent(benchmark::State& state) {
     state.counters["most_found"] = static_cast<double>(most);
 }
 BENCHMARK(catalogue_extent)->Arg(2)->Arg(20)->Arg(180)->Unit(benchmark::kMicrosecond);
+
+constexpr int kWindowWidth = 1920;
+constexpr int kWindowHeight = 1080;
+constexpr int kMostReduced = 4;
+
+// A chart that fills the window at the largest reduction, by runs of 20 pixels.
+class WindowChart : public CZellap {
+public:
+    WindowChart() {
+        samples::Chart chart;
+        chart.width = kWindowWidth * kMostReduced;
+        chart.height = kWindowHeight * kMostReduced;
+        for (int i = 1; i < 16; ++i)
+            chart.colours.push_back({i * 17, 255 - i * 17, 128});
+        chart.draw = [&chart](int line, unsigned char* pixels) {
+            for (int x = 0; x < chart.width; ++x)
+                pixels[x] = static_cast<unsigned char>((x / 20 + line / 9) % 15 + 1);
+        };
+        samples::write_file(path_, samples::chart_bytes(chart));
+        OpenZellap(path_.c_str(), 0);
+    }
+    ~WindowChart() override {
+        CloseZellap();
+        std::filesystem::remove(path_);
+    }
+
+private:
+    std::string path_ = (std::filesystem::temp_directory_path() / "zellap10_window_bench.chart").string();
+};
+
+// The lines of a window, which is what the library alone does of it.
+void window_lines(benchmark::State& state) {
+    WindowChart chart;
+    const int factor = static_cast<int>(state.range(0));
+    std::vector<unsigned char> line(kWindowWidth);
+    for (auto _ : state) {
+        for (int y = 0; y < kWindowHeight; ++y) {
+            if (factor == 1)
+                chart.getMultiLines(y, 1, 0, kWindowWidth, line.data());
+            else
+                chart.getAALine(y * factor, 0, kWindowWidth * factor, line.data(), factor, factor);
+        }
+    }
+}
+BENCHMARK(window_lines)->Arg(1)->Arg(2)->Arg(kMostReduced)->Unit(benchmark::kMillisecond);
+
+void window_drawn(benchmark::State& state) {
+    WindowChart chart;
+    const Window window{0, 0, static_cast<int>(state.range(0))};
+    const auto colours = colours_of(chart);
+    std::vector<Argb> pixels(kWindowWidth * kWindowHeight);
+    for (auto _ : state) {
+        if (!draw_window(chart, window, colours, 0,
+                         {pixels.data(), kWindowWidth, kWindowHeight, kWindowWidth * 4}))
+            state.SkipWithError("the chart cannot be read");
+    }
+}
+BENCHMARK(window_drawn)->Arg(1)->Arg(2)->Arg(kMostReduced)->Unit(benchmark::kMillisecond);
 
 constexpr const char* kProjections[][2] = {{"direct", ""},
                                            {"mercator", "MERCATOR"},

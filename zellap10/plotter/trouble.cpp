@@ -66,7 +66,6 @@ std::optional<Trouble> trouble_with_text_end(std::istream& stream) {
 
 std::optional<Trouble> trouble_with_line_table(std::istream& stream, std::int64_t size, int lines) {
     unsigned char bytes[kOffsetBytes] = {};
-    stream.clear();
     stream.seekg(size - kOffsetBytes);
     if (!stream.read(reinterpret_cast<char*>(bytes), sizeof bytes)) return unreadable();
     std::int64_t table = 0;
