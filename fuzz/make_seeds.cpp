@@ -8,6 +8,7 @@
 #include <samples/chart_writer.h>
 
 #include "harness.h"
+#include "record_parts.h"
 
 // Writes the inputs that the fuzz targets start from: a folder for each target.
 
@@ -99,42 +100,8 @@ std::string grid(int side, double west, double north) {
 std::vector<NamedText> georeferences() {
     const std::string vertices = "Number of Vertices=2\r\nVertex1=42.0 -70.0\r\nVertex2=41.2 -68.9\r\n";
     std::string all_texts;
-    for (const char* key : {"Bitmap",
-                            "Name",
-                            "Scale",
-                            "Order",
-                            "Id",
-                            "Type",
-                            "Source",
-                            "Source Edition",
-                            "Country",
-                            "Province/State",
-                            "Date Published",
-                            "Last Update",
-                            "Magnetic Declination Date",
-                            "Magnetic Declination",
-                            "Magnetic Declination Change",
-                            "Depth Units",
-                            "Sounding Datum",
-                            "Projection",
-                            "PP",
-                            "P1",
-                            "P2",
-                            "P3",
-                            "P4",
-                            "P5",
-                            "P6",
-                            "Skew Angle",
-                            "Resolution",
-                            "Datum",
-                            "Latitude Offset",
-                            "Longitude Offset",
-                            "UL Latitude",
-                            "UL Longitude",
-                            "LR Latitude",
-                            "LR Longitude"}) {
-        all_texts += std::string(key) + "=1\n";
-    }
+    for (const fuzz::Field& field : fuzz::kFields)
+        all_texts += std::string(field.key) + "=1\n";
     const auto copies = [](int count, const std::string& line) {
         std::string text;
         for (int i = 0; i < count; ++i)
@@ -150,7 +117,7 @@ std::vector<NamedText> georeferences() {
         {"all_alike_lambert", lambert + copies(15, "Point=3 3 3 3\n")},
         {"no_numbers", copies(15, "Point=nan inf 3 3\n")},
         {"no_numbers_polyconic", "Projection=POLYCONIC\n" + copies(15, "Point=nan inf 3 3\n")},
-        {"direct_one_region", grid(3, -70, 42) + vertices},
+        {"direct_one_region", "Latitude Offset=0.5\nLongitude Offset=-0.25\n" + grid(3, -70, 42) + vertices},
         {"direct_two_regions", grid(5, -70, 42) + vertices},
         {"over_180", grid(4, 179.5, -17) + "Vertex1=-17.2 179.9\nVertex2=-17.3 -179.9\n"},
         {"mercator", "Projection=MERCATOR\nPP=-69.5\nLatitude Offset=0.0002\n" + vertices + grid(2, -70, 42)},
@@ -162,7 +129,7 @@ std::vector<NamedText> georeferences() {
         {"all_texts", all_texts},
         {"odd_numbers",
          "Point=inf -inf 0 1\nPoint=nan 1 0 0\nPoint=1e308 -1e308 9 9\nPoint=0x1p4 1e-320 1 2\n"
-         "Point=1 1 2147483648 -2147483649\nVertex=nan inf\n"},
+         "Point=1 1 2147483648 -2147483649\nVertex=nan inf\n[Inset\nPoint=0 0 -2147483648 2147483647\n"},
     };
 }
 

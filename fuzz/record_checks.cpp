@@ -13,42 +13,9 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-constexpr CString CGEORec::*kTexts[] = {&CGEORec::Bitmap,
-                                        &CGEORec::Name,
-                                        &CGEORec::Scale,
-                                        &CGEORec::Order,
-                                        &CGEORec::Id,
-                                        &CGEORec::Type,
-                                        &CGEORec::Source,
-                                        &CGEORec::SourceEdition,
-                                        &CGEORec::Country,
-                                        &CGEORec::ProvinceState,
-                                        &CGEORec::DatePublished,
-                                        &CGEORec::LastUpdate,
-                                        &CGEORec::MagDeclinationDate,
-                                        &CGEORec::MagDeclination,
-                                        &CGEORec::MagDeclinationChange,
-                                        &CGEORec::ULLatitude,
-                                        &CGEORec::ULLongitude,
-                                        &CGEORec::LRLatitude,
-                                        &CGEORec::LRLongitude,
-                                        &CGEORec::DepthUnits,
-                                        &CGEORec::SoundingDatum,
-                                        &CGEORec::Projection,
-                                        &CGEORec::PP,
-                                        &CGEORec::P1,
-                                        &CGEORec::P2,
-                                        &CGEORec::P3,
-                                        &CGEORec::P4,
-                                        &CGEORec::P5,
-                                        &CGEORec::P6,
-                                        &CGEORec::Resolution,
-                                        &CGEORec::Datum};
-
-constexpr double CGEORec::*kNumbers[] = {
-    &CGEORec::SkewAngle, &CGEORec::LatitudeOffset, &CGEORec::LongitudeOffset, &CGEORec::pwSplit,
-    &CGEORec::wpSplit,   &CGEORec::MinLat,         &CGEORec::MeanLat,         &CGEORec::MaxLat,
-    &CGEORec::MinLon,    &CGEORec::MeanLon,        &CGEORec::MaxLon};
+// What a fit sets beside the transforms' coefficients.
+constexpr double CGEORec::*kNumbers[] = {&CGEORec::MinLat, &CGEORec::MeanLat, &CGEORec::MaxLat,
+                                         &CGEORec::MinLon, &CGEORec::MeanLon, &CGEORec::MaxLon};
 
 void keep_points(const CRefPointList& points, Kept& kept) {
     for (const CRefPoint* point : elements_of(points)) {
@@ -101,17 +68,21 @@ void check_vertices(const CRefPointList& file, const CGEORec& fitted) {
 }
 
 void check_inset_rect(const CGEORec& inset) {
+    std::int64_t pixels[4] = {};  // left, top, right, bottom
+    bool first = true;
+    for (const CRefPoint* point : inset.Points) {
+        const std::int64_t at[] = {point->X, point->Y};
+        for (int i = 0; i < 4; ++i) {
+            const std::int64_t moved = at[i % 2] + (i < 2 ? -80 : 80);
+            if (first || (i < 2 ? moved < pixels[i] : moved > pixels[i])) pixels[i] = moved;
+        }
+        first = false;
+    }
     const PixelRect& rect = inset.InsetRect;
-    const auto points = elements_of(inset.Points);
-    if (points.empty()) {
-        must(rect.left == 0 && rect.top == 0 && rect.right == 0 && rect.bottom == 0,
-             "an inset without points has no pixels");
-    }
-    for (const CRefPoint* point : points) {
-        must(rect.left <= point->X && point->X <= rect.right && rect.top <= point->Y &&
-                 point->Y <= rect.bottom,
-             "an inset holds its points");
-    }
+    const int given[] = {rect.left, rect.top, rect.right, rect.bottom};
+    for (int i = 0; i < 4; ++i)
+        must(given[i] == whole(static_cast<double>(pixels[i])),
+             "an inset holds its points and 80 pixels more");
 }
 
 void check_modes(const CGEORec& record) {
@@ -135,6 +106,8 @@ void check_modes(const CGEORec& record) {
 }
 
 void convert(const CGEORec& record, Input& input, Kept& kept) {
+    must(record.SelectPWpoly(0.0, record.pwSplit) == 0, "the row of the split is in region 0");
+    must(record.SelectWPpoly(0.0, record.wpSplit) == 0, "the latitude of the split is in region 0");
     for (int i = 0; i < 3; ++i) {
         const double a = input.real();
         const double b = input.real();
@@ -148,14 +121,20 @@ void convert(const CGEORec& record, Input& input, Kept& kept) {
         record.wpxy(a, b, &x, &y);
         must(same(x, record.wpx(a, b)) && same(y, record.wpy(a, b)), "wpx and wpy are wpxy's");
         must(record.SelectWPpoly(a, b) == (b > record.wpSplit ? 1 : 0), "a latitude is in its region");
-        double easting = 0.25;
-        double northing = 0.25;
-        record.ProjFwd(a, b, &easting, &northing);
-        must(record.ProjCode != 0 || (easting == 0.25 && northing == 0.25), "no projection gives no plane");
+        double plane[4] = {0.25, 0.25, 0.25, 0.25};
+        record.ProjFwd(a, b, &plane[0], &plane[1]);
+        record.ProjFwdWGS84(a + record.LongitudeOffset, b + record.LatitudeOffset, &plane[2], &plane[3]);
+        must(same(plane[0], plane[2]) && same(plane[1], plane[3]), "the plane lies beside the chart's frame");
         double back[4] = {0.25, 0.25, 0.25, 0.25};
-        record.ProjInv(easting, northing, &back[0], &back[1]);
+        record.ProjInv(a, b, &back[0], &back[1]);
         record.ProjInvWGS84(a, b, &back[2], &back[3]);
-        for (const double number : {longitude, latitude, x, y, easting, northing}) {
+        must(equal_or_nan(back[0], back[2] - record.LongitudeOffset) &&
+                 equal_or_nan(back[1], back[3] - record.LatitudeOffset),
+             "the chart's frame lies beside the plane");
+        must(record.ProjCode != 0 ||
+                 (plane[2] == 0.25 && plane[3] == 0.25 && back[2] == 0.25 && back[3] == 0.25),
+             "no projection writes nothing");
+        for (const double number : {longitude, latitude, x, y, plane[0], plane[1]}) {
             kept.add(number);
             kept.text(record.deg2dms(number));
         }
@@ -192,8 +171,11 @@ void check_fits(CGEORec& record, Input& input, Kept& kept) {
 }
 
 void check_one(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
-    for (const auto text : kTexts)
-        must(file.*text == fitted.*text, "a fit leaves texts as they were");
+    for (const Field& field : kFields) {
+        must(field.text != nullptr ? file.*field.text == fitted.*field.text
+                                   : same(file.*field.number, fitted.*field.number),
+             "a fit leaves what the file says as it was");
+    }
     check_points(file.Points, fitted.Points, fitted.Wraps180 != 0);
     check_vertices(file.Vertices, fitted);
     check_modes(fitted);
@@ -218,8 +200,10 @@ OwnRecord::~OwnRecord() {
 }
 
 void keep_record(const CGEORec& record, Kept& kept) {
-    for (const auto text : kTexts)
-        kept.text(record.*text);
+    for (const Field& field : kFields) {
+        if (field.text != nullptr) kept.text(record.*field.text);
+        if (field.number != nullptr) kept.add(record.*field.number);
+    }
     for (const auto number : kNumbers)
         kept.add(record.*number);
     for (const double number : transforms_of(record))

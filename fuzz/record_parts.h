@@ -8,6 +8,52 @@
 /// What fuzz targets and tests look at in a record.
 namespace fuzz {
 
+/// What a line of a georeference file sets: a text or a number.
+struct Field {
+    const char* key;
+    CString CGEORec::*text;
+    double CGEORec::*number = nullptr;
+};
+
+// clang-format off
+inline constexpr Field kFields[] = {
+    {"Bitmap",                      &CGEORec::Bitmap},
+    {"Name",                        &CGEORec::Name},
+    {"Scale",                       &CGEORec::Scale},
+    {"Order",                       &CGEORec::Order},
+    {"Id",                          &CGEORec::Id},
+    {"Type",                        &CGEORec::Type},
+    {"Source",                      &CGEORec::Source},
+    {"Source Edition",              &CGEORec::SourceEdition},
+    {"Country",                     &CGEORec::Country},
+    {"Province/State",              &CGEORec::ProvinceState},
+    {"Date Published",              &CGEORec::DatePublished},
+    {"Last Update",                 &CGEORec::LastUpdate},
+    {"Magnetic Declination Date",   &CGEORec::MagDeclinationDate},
+    {"Magnetic Declination",        &CGEORec::MagDeclination},
+    {"Magnetic Declination Change", &CGEORec::MagDeclinationChange},
+    {"UL Latitude",                 &CGEORec::ULLatitude},
+    {"UL Longitude",                &CGEORec::ULLongitude},
+    {"LR Latitude",                 &CGEORec::LRLatitude},
+    {"LR Longitude",                &CGEORec::LRLongitude},
+    {"Depth Units",                 &CGEORec::DepthUnits},
+    {"Sounding Datum",              &CGEORec::SoundingDatum},
+    {"Projection",                  &CGEORec::Projection},
+    {"PP",                          &CGEORec::PP},
+    {"P1",                          &CGEORec::P1},
+    {"P2",                          &CGEORec::P2},
+    {"P3",                          &CGEORec::P3},
+    {"P4",                          &CGEORec::P4},
+    {"P5",                          &CGEORec::P5},
+    {"P6",                          &CGEORec::P6},
+    {"Resolution",                  &CGEORec::Resolution},
+    {"Datum",                       &CGEORec::Datum},
+    {"Skew Angle",                  nullptr, &CGEORec::SkewAngle},
+    {"Latitude Offset",             nullptr, &CGEORec::LatitudeOffset},
+    {"Longitude Offset",            nullptr, &CGEORec::LongitudeOffset},
+};
+// clang-format on
+
 /// The elements of a list, from its head.
 template <class Element>
 std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {

@@ -28,20 +28,6 @@ TEST(Polynomial, RoundsEachProductByItself) {
     EXPECT_EQ(record.Evaluate(coefficients, 1.0 - d, 0.0), 0.0);
 }
 
-TEST(Regions, ChangeAboveTheSplit) {
-    CGEORec record;
-    for (const double value : {0.0, -1e308, std::numeric_limits<double>::max()}) {
-        EXPECT_EQ(record.SelectPWpoly(value, value), 0);
-        EXPECT_EQ(record.SelectWPpoly(value, value), 0);
-    }
-    record.pwSplit = 5000;
-    record.wpSplit = 48.5;
-    EXPECT_EQ(record.SelectPWpoly(9999, 5000), 0);
-    EXPECT_EQ(record.SelectPWpoly(0, std::nextafter(5000, 6000)), 1);
-    EXPECT_EQ(record.SelectWPpoly(99, 48.5), 0);
-    EXPECT_EQ(record.SelectWPpoly(0, std::nextafter(48.5, 49)), 1);
-}
-
 TEST(Transforms, TakeTheRegionAndTheWrapIntoAccount) {
     CGEORec record;
     record.pwSplit = 10;

@@ -14,44 +14,6 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-TEST(RefPoint, CopiesItsFiveFields) {
-    const CRefPoint empty;
-    EXPECT_STREQ(empty.Name, "");
-    EXPECT_EQ(empty.X + empty.Y + empty.Longitude + empty.Latitude, 0.0);
-    CRefPoint point("Point1", 3, -4, 170.5, -18.25);
-    CRefPoint& same = point;
-    point = same;
-    const CRefPoint copy(point);
-    EXPECT_STREQ(copy.Name, "Point1");
-    EXPECT_EQ(copy.X, 3);
-    EXPECT_EQ(copy.Y, -4);
-    EXPECT_EQ(copy.Longitude, 170.5);
-    EXPECT_EQ(copy.Latitude, -18.25);
-}
-
-class CountedPoint : public CRefPoint {
-public:
-    explicit CountedPoint(int& deleted) : deleted_(deleted) {}
-    ~CountedPoint() override { ++deleted_; }
-
-private:
-    int& deleted_;
-};
-
-TEST(Record, DeletesItsPointsAndNotItsInsets) {
-    int deleted = 0;
-    CGEORec inset;
-    inset.Points.AddTail(new CountedPoint(deleted));
-    {
-        CGEORec record;
-        record.Points.AddTail(new CountedPoint(deleted));
-        record.Vertices.AddTail(new CountedPoint(deleted));
-        record.Insets.AddTail(&inset);
-    }
-    EXPECT_EQ(deleted, 2);
-    EXPECT_EQ(inset.Points.GetCount(), 1);
-}
-
 struct WrapRow {
     const char* name;
     std::vector<PointRow> points;
@@ -161,6 +123,7 @@ TEST(ProjectionName, DecidesByItsFront) {
         record.ProjectionInit();
         EXPECT_EQ(record.ProjCode, row.code);
         EXPECT_EQ(record.MinLat, row.code != 0 ? kLargest : 77.0) << "untouched without a projection";
+        EXPECT_EQ(record.MeanLat + record.MeanLon, 0.0) << "without vertices";
         EXPECT_EQ(record.wpxAffine[0], row.code != 0 ? 0.0 : 5.0);
         record.Wraps180 = 1;
         record.ProjectionInit();
@@ -197,51 +160,6 @@ TEST(ProjectionParameters, ComeFromTheFileOrElseFromTheVertices) {
     EXPECT_EQ(record.ProjParms.lon0, expected.lon0);
     EXPECT_EQ(record.ProjParms.lam_n, expected.lam_n);
     EXPECT_EQ(record.ProjParms.lam_rho0, expected.lam_rho0);
-}
-
-TEST(ProjectionParameters, AreZeroWithoutVertices) {
-    CGEORec record;
-    record.MinMeanMaxLL();
-    EXPECT_EQ(record.MeanLat, 0.0);
-    EXPECT_EQ(record.MeanLon, 0.0);
-    EXPECT_EQ(record.MinLon, kLargest);
-    EXPECT_EQ(record.MaxLat, -kLargest);
-}
-
-TEST(RecordConversions, MoveByTheOffsetsTowardThePlane) {
-    CGEORec record;
-    record.Projection = "POLYCONIC";
-    record.PP = "8";
-    record.LatitudeOffset = 0.001;
-    record.LongitudeOffset = -0.002;
-    record.ProjectionInit();
-    double x = 0, y = 0, x84 = 0, y84 = 0;
-    record.ProjFwd(10, 50, &x, &y);
-    record.ProjFwdWGS84(10 - 0.002, 50 + 0.001, &x84, &y84);
-    EXPECT_EQ(x, x84);
-    EXPECT_EQ(y, y84);
-    double lon = 0, lat = 0, lon84 = 0, lat84 = 0;
-    record.ProjInv(x, y, &lon, &lat);
-    record.ProjInvWGS84(x, y, &lon84, &lat84);
-    EXPECT_NEAR(lon, 10, 1e-8);
-    EXPECT_NEAR(lat, 50, 1e-8);
-    EXPECT_EQ(lon, lon84 + 0.002);
-    EXPECT_EQ(lat, lat84 - 0.001);
-}
-
-TEST(RecordConversions, WriteNothingWithoutAProjection) {
-    CGEORec record;
-    record.LatitudeOffset = 1;
-    record.LongitudeOffset = 2;
-    double a = 10, b = 20;
-    record.ProjFwd(1, 2, &a, &b);
-    record.ProjFwdWGS84(1, 2, &a, &b);
-    record.ProjInvWGS84(1, 2, &a, &b);
-    EXPECT_EQ(a, 10);
-    EXPECT_EQ(b, 20);
-    record.ProjInv(1, 2, &a, &b);
-    EXPECT_EQ(a, 8);
-    EXPECT_EQ(b, 19);
 }
 
 }  // namespace
