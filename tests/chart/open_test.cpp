@@ -61,16 +61,6 @@ TEST(ChartLife, GoesThroughItsStates) {
     }
 }
 
-TEST(ChartPalette, ReachesTheCallerThroughItsHandle) {
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(small_chart()), 1);
-    PALETTEENTRY entries[256] = {};
-    ASSERT_EQ(GetPaletteEntries(chart.GetPaletteHandle(), 0, 256, entries), 10u);
-    EXPECT_EQ(entries[1].peRed, 255);
-    EXPECT_EQ(entries[2].peBlue, 255);
-    EXPECT_EQ(entries[3].peRed, 120);
-}
-
 struct StateRow {
     const char* name;
     int info_only;
@@ -190,29 +180,6 @@ TEST_F(UnsoundFile, IsOneOf2GiBAndMore) {
         std::filesystem::resize_file(path, size);
         ChartUnderTest chart;
         EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), size == INT32_MAX ? 1 : 0);
-    }
-}
-
-struct EmptyPictureRow {
-    const char* name;
-    const char* range;
-};
-
-const EmptyPictureRow kEmptyPictureRows[] = {
-    {"no size", "NOS/NA=A"}, {"height 0", "NOS/RA=0,0,20,0"}, {"negative size", "NOS/RA=0,0,-20,-5"}};
-
-TEST(EmptyPicture, OpensWithoutLines) {
-    for (const EmptyPictureRow& row : kEmptyPictureRows) {
-        SCOPED_TRACE(row.name);
-        ChartUnderTest chart;
-        ASSERT_EQ(chart.open(samples::chart_bytes(row.range + std::string("\n"), 4, {})), 1);
-        EXPECT_EQ(chart.LineOffsets[0], static_cast<int>(std::string(row.range).size()) + 4);
-        GuardedPixels dest(20);
-        EXPECT_EQ(chart.getLine(0, dest.data()), 0);
-        EXPECT_EQ(chart.getMultiLines(0, 1, 0, 1, dest.data()), 0);
-        EXPECT_EQ(chart.getMultiLines(0, 0, 0, 0, dest.data()), 1);
-        chart.seekLine(0);
-        EXPECT_TRUE(dest.untouched());
     }
 }
 

@@ -88,44 +88,4 @@ TEST(ReducedLine, TakesTheSlotOfAColourThatThePaletteLacks) {
     EXPECT_EQ(dest.pixels(), (std::vector<int>{77, 77}));
 }
 
-struct RefusalRow {
-    const char* name;
-    int line, col, cols, x_factor, y_factor;
-    int result;
-};
-
-// clang-format off
-const RefusalRow kRefusalRows[] = {
-    // name                            line  col      cols     x        y        result
-    {"to the last line",               8,    0,       2,       3,       2,       1},
-    {"one line too many",              9,    0,       10,      1,       2,       0},
-    {"line below 0",                   -1,   0,       10,      1,       1,       0},
-    {"column below 0",                 0,    -1,      10,      1,       1,       0},
-    {"one column too many",            0,    91,      10,      1,       1,       0},
-    {"more columns than the picture",  0,    0,       101,     1,       1,       0},
-    {"columns below 0",                0,    0,       -1,      1,       1,       0},
-    {"no columns",                     0,    0,       0,       1,       1,       1},
-    {"no columns, from outside",       0,    -1,      0,       1,       1,       0},
-    {"no whole block",                 0,    0,       10,      11,      1,       1},
-    {"x factor 0",                     0,    0,       10,      0,       1,       0},
-    {"y factor 0",                     0,    0,       10,      1,       0,       0},
-    {"factors below 0",                0,    0,       10,      INT_MIN, INT_MIN, 0},
-    {"sum of lines over an int",       1,    0,       10,      1,       INT_MAX, 0},
-    {"sum of columns over an int",     0,    INT_MAX, 100,     1,       1,       0},
-    {"the widest block",               0,    0,       100,     INT_MAX, 10,      1},
-};
-// clang-format on
-
-TEST(ReducedLine, WritesNothingWithoutAWholeBlock) {
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(striped_chart(100, 10))), 1);
-    for (const RefusalRow& row : kRefusalRows) {
-        SCOPED_TRACE(row.name);
-        GuardedPixels dest(200);
-        EXPECT_EQ(chart.getAALine(row.line, row.col, row.cols, dest.data(), row.x_factor, row.y_factor),
-                  row.result);
-        EXPECT_TRUE(dest.untouched());
-    }
-}
-
 }  // namespace

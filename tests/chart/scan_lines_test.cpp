@@ -26,6 +26,18 @@ std::vector<int> window_of(ChartUnderTest& chart, int line, int lines, int col, 
     return dest.pixels();
 }
 
+// Colour and length.
+std::pair<int, int> next_run(ChartUnderTest& chart) {
+    std::pair<int, int> run(-1, -1);
+    chart.vNextCRL(&run.first, &run.second);
+    return run;
+}
+
+std::pair<int, int> first_run(ChartUnderTest& chart, long line) {
+    chart.seekLine(line);
+    return next_run(chart);
+}
+
 std::vector<int> joined(std::vector<std::pair<int, int>> runs) {
     std::vector<int> pixels;
     for (const auto& [colour, length] : runs)
@@ -56,62 +68,11 @@ TEST(SmallChart, GivesItsRunsOneByOne) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(small_chart()), 1);
     for (const long line : {0L, -5L, LONG_MIN}) {
-        int colour = -1;
-        int length = -1;
-        chart.seekLine(line);
-        chart.vNextCRL(&colour, &length);
-        EXPECT_EQ(std::pair(colour, length), std::pair(1, 8));
-        chart.vNextCRL(&colour, &length);
-        EXPECT_EQ(std::pair(colour, length), std::pair(2, 12));
+        EXPECT_EQ(first_run(chart, line), std::pair(1, 8));
+        EXPECT_EQ(next_run(chart), std::pair(2, 12));
     }
-    for (const long line : {1L, 2L, LONG_MAX}) {
-        int colour = -1;
-        int length = -1;
-        chart.seekLine(line);
-        chart.vNextCRL(&colour, &length);
-        EXPECT_EQ(std::pair(colour, length), std::pair(2, 20));
-    }
-}
-
-struct RangeRow {
-    const char* name;
-    int line, lines, col, cols;
-    int result;
-};
-
-// clang-format off
-const RangeRow kRangeRows[] = {
-    // name                         line     lines    col      cols     result
-    {"one line too many",           1,       2,       0,       20,      0},
-    {"one column too many",         0,       1,       19,      2,       0},
-    {"line below 0",                -1,      1,       0,       20,      0},
-    {"column below 0",              0,       1,       -1,      20,      0},
-    {"no lines",                    0,       0,       0,       20,      1},
-    {"no columns",                  0,       2,       20,      0,       1},
-    {"no lines behind the last",    2,       0,       0,       20,      1},
-    {"no lines farther behind",     3,       0,       0,       20,      0},
-    {"lines below 0",               1,       -7,      0,       20,      1},
-    {"columns below 0",             0,       1,       5,       -7,      1},
-    {"sum of lines over an int",    2,       INT_MAX, 0,       20,      0},
-    {"sum of columns over an int",  0,       1,       20,      INT_MAX, 0},
-    {"sums far below an int",       0,       INT_MIN, 0,       INT_MIN, 1},
-};
-// clang-format on
-
-TEST(SmallChart, WritesNothingForARangeWithoutPixels) {
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(small_chart()), 1);
-    for (const RangeRow& row : kRangeRows) {
-        SCOPED_TRACE(row.name);
-        GuardedPixels dest(64);
-        EXPECT_EQ(chart.getMultiLines(row.line, row.lines, row.col, row.cols, dest.data()), row.result);
-        EXPECT_TRUE(dest.untouched());
-    }
-    for (const int line : {-1, 2, INT_MIN, INT_MAX}) {
-        GuardedPixels dest(20);
-        EXPECT_EQ(chart.getLine(line, dest.data()), 0) << line;
-        EXPECT_TRUE(dest.untouched()) << line;
-    }
+    for (const long line : {1L, 2L, LONG_MAX})
+        EXPECT_EQ(first_run(chart, line), std::pair(2, 20));
 }
 
 // A chart of one line at 4 bits a pixel, of these bytes behind the line number.
@@ -166,10 +127,7 @@ TEST(LongRun, IsHeldAtTheLargestInt) {
         SCOPED_TRACE(row.name);
         ChartUnderTest chart;
         ASSERT_EQ(chart.open(chart_of_line(20, row.bytes)), 1);
-        int colour = -1;
-        int length = -1;
-        chart.seekLine(0);
-        chart.vNextCRL(&colour, &length);
+        const auto [colour, length] = first_run(chart, 0);
         EXPECT_EQ(length, row.length);
         GuardedPixels dest(20);
         EXPECT_EQ(chart.getLine(0, dest.data()), 0);
@@ -188,11 +146,7 @@ TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
     std::copy(std::begin(outside), std::end(outside), chart.LineOffsets);
     for (int line = 0; line < 3; ++line) {
         SCOPED_TRACE(line);
-        int colour = -1;
-        int length = -1;
-        chart.seekLine(line);
-        chart.vNextCRL(&colour, &length);
-        EXPECT_EQ(std::pair(colour, length), std::pair(15, 8));
+        EXPECT_EQ(first_run(chart, line), std::pair(15, 8));
         // Runs of 8 do not fill 21 exactly.
         GuardedPixels dest(width);
         EXPECT_EQ(chart.getLine(line, dest.data()), 0);
@@ -201,36 +155,30 @@ TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
     }
 }
 
+using samples::Liberties;
+
 struct LibertyRow {
     const char* name;
-    samples::Liberties liberties;
+    void (*take)(Liberties& liberties);
 };
 
-std::vector<LibertyRow> liberty_rows() {
-    std::vector<LibertyRow> rows{{"plain", {}},
-                                 {"lines in reverse", {}},
-                                 {"gaps", {}},
-                                 {"long numbers", {}},
-                                 {"padded runs", {}},
-                                 {"runs of one pixel", {}},
-                                 {"LF and 0x1A twice", {}}};
-    rows[1].liberties.reversed_lines = true;
-    rows[2].liberties.gap_bytes = 5000;
-    rows[3].liberties.number_bytes = 9;
-    rows[4].liberties.padding_bytes = 7;
-    rows[5].liberties.longest_run = 1;
-    rows[6].liberties.line_end = "\n";
-    rows[6].liberties.skipped_byte = 0x1A;
-    return rows;
-}
+const LibertyRow kLibertyRows[] = {
+    {"plain", [](Liberties&) {}},
+    {"lines in reverse", [](Liberties& liberties) { liberties.reversed_lines = true; }},
+    {"gaps", [](Liberties& liberties) { liberties.gap_bytes = 5000; }},
+    {"long numbers", [](Liberties& liberties) { liberties.number_bytes = 9; }},
+    {"padded runs", [](Liberties& liberties) { liberties.padding_bytes = 7; }},
+    {"runs of one pixel", [](Liberties& liberties) { liberties.longest_run = 1; }},
+    {"LF", [](Liberties& liberties) { liberties.line_end = "\n"; }},
+    {"0x1A twice", [](Liberties& liberties) { liberties.skipped_byte = 0x1A; }},
+};
 
 // Runs of 1 pixel to some hundreds, of every colour that the depth has; no two charts and no two lines alike.
-samples::Chart random_chart(int bits_per_pixel, const samples::Liberties& liberties) {
+samples::Chart random_chart(int bits_per_pixel) {
     samples::Chart chart;
     chart.width = 5003;
     chart.height = 5;
     chart.bits_per_pixel = bits_per_pixel;
-    chart.liberties = liberties;
     chart.draw = [bits_per_pixel](int line, unsigned char* pixels) {
         std::minstd_rand random(static_cast<unsigned>(line * 8 + bits_per_pixel));
         for (int x = 0; x < 5003;) {
@@ -244,10 +192,11 @@ samples::Chart random_chart(int bits_per_pixel, const samples::Liberties& libert
 }
 
 TEST(WrittenChart, ReadsBackWhateverItsLayout) {
-    for (const LibertyRow& row : liberty_rows()) {
+    for (const LibertyRow& row : kLibertyRows) {
         for (int bits = 1; bits <= 7; ++bits) {
             SCOPED_TRACE(std::string(row.name) + ", bits per pixel " + std::to_string(bits));
-            const samples::Chart drawn = random_chart(bits, row.liberties);
+            samples::Chart drawn = random_chart(bits);
+            row.take(drawn.liberties);
             ChartUnderTest chart;
             ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
             for (int line = drawn.height - 1; line >= 0; --line) {
