@@ -177,20 +177,6 @@ TEST(BackSubstitution, Solves) {
     EXPECT_EQ(solved(d, {5, 8, 10}), (std::vector<double>{0, 0, 0}));
 }
 
-TEST(BackSubstitution, GivesTheSmallestSolutionOfOneRow) {
-    for (const std::size_t copies : {1u, 4u}) {
-        Decomposed d(Rows(copies, {1, 2, 2}), 3);
-        const double largest = largest_of(d.values());
-        EXPECT_NEAR(largest, 3 * std::sqrt(static_cast<double>(copies)), kTol);
-        for (int j = 1; j <= 3; ++j)
-            d.w[j] = d.w[j] < 1e-10 * largest ? 0.0 : d.w[j];
-        const std::vector<double> x = solved(d, std::vector<double>(copies, 9.0));
-        const double expected[] = {1, 2, 2};
-        for (std::size_t i = 0; i < 3; ++i)
-            EXPECT_NEAR(x[i], expected[i], kTol);
-    }
-}
-
 TEST(Pythag, DoesNotOverflow) {
     const CGEORec record;
     EXPECT_EQ(record.pythag(3, 4), 5.0);

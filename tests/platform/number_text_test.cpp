@@ -1,12 +1,9 @@
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_compare.h>
-#include <zellap10/platform/types.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-
-#include "../support/comma_locale.h"
 
 namespace {
 
@@ -111,20 +108,6 @@ TEST(TextScannerReal, TakesNanWholeToo) {
     }
     double value = 0.0;
     EXPECT_FALSE(TextScanner("nan(").real(value));
-}
-
-TEST(NumberText, IsTheSameInEveryLocale) {
-    const CommaLocale locale;
-    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
-    double value = 0.0;
-    TextScanner scanner("42.5,1");
-    EXPECT_TRUE(scanner.real(value));
-    EXPECT_EQ(value, 42.5);
-    EXPECT_STREQ(scanner.rest(), ",1");
-    CString text;
-    text.Format("%.2f", 42.5);
-    EXPECT_STREQ(text, "42.50");
-    EXPECT_TRUE(locale.is_set()) << "the application's own setting is left alone";
 }
 
 TEST(BeginsWithAnyCase, ComparesLettersAndNothingElse) {

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <numeric>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -77,43 +75,18 @@ TEST(CStringFormat, PrintsAsPrintf) {
 #endif
 }
 
-using IntList = CList<int, int>;
-
-std::vector<int> walked(const IntList& list) {
-    std::vector<int> elements;
-    for (POSITION place = list.GetHeadPosition(); place != nullptr;)
-        elements.push_back(list.GetNext(place));
-    return elements;
-}
-
-TEST(CListWalk, GoesFromHeadToTail) {
-    IntList list(10);
-    EXPECT_TRUE(list.IsEmpty());
-    EXPECT_EQ(list.GetHeadPosition(), nullptr);
-    std::vector<int> expected(1000);
-    std::iota(expected.begin(), expected.end(), 7);
-    for (const int element : expected)
-        list.AddTail(element);
-    EXPECT_EQ(list.GetCount(), 1000);
-    EXPECT_EQ(walked(list), expected);
-    const IntList& same = list;
-    EXPECT_EQ(std::vector<int>(same.begin(), same.end()), expected);
-    for (int& element : list)
-        ++element;
-    EXPECT_EQ(walked(list)[999], expected[999] + 1);
-    list.RemoveAll();
-    EXPECT_TRUE(list.IsEmpty());
-    EXPECT_TRUE(walked(list).empty());
-}
-
 TEST(CListPlaces, StayGoodWhileTheListGrows) {
-    IntList list;
+    CList<int, int> list;
+    EXPECT_EQ(list.GetHeadPosition(), nullptr);
     POSITION place = list.AddTail(1);
     for (int i = 2; i <= 100; ++i)
         list.AddTail(i);
     list.GetNext(place) = -1;
     EXPECT_EQ(list.GetNext(place), 2);
-    EXPECT_EQ(walked(list).front(), -1);
+    int sum = 0;
+    for (POSITION at = list.GetHeadPosition(); at != nullptr;)
+        sum += list.GetNext(at);
+    EXPECT_EQ(sum, 5050 - 2);
 }
 
 }  // namespace
