@@ -27,24 +27,13 @@ bool is_digit(char c) {
 bool breaks_off(std::string_view taken, char next) {
     if (taken.front() == '-' || taken.front() == '+') taken.remove_prefix(1);
     const auto has = [taken](const char* any) { return taken.find_first_of(any) != taken.npos; };
-    switch (next) {
-        case 'x':
-        case 'X':
-            return taken == "0";
-        case 'e':
-        case 'E':
-            return !has("xXeEnN");
-        case 'p':
-        case 'P':
-            return has("xX") && !has("pP");
-        case 'i':
-        case 'I':
-            return taken.size() == 3 && (taken[0] == 'i' || taken[0] == 'I');
-        case '(':
-            return taken.size() == 3 && (taken[0] == 'n' || taken[0] == 'N');
-        default:
-            return false;
-    }
+    const auto lower = [](char c) { return c | 0x20; };  // of letters
+    if (lower(next) == 'x') return taken == "0";
+    if (lower(next) == 'e') return !has("xXeEnN");
+    if (lower(next) == 'p') return has("xX") && !has("pP");
+    // All three letters of "inf" or "nan", and no more.
+    const int first = taken.size() == 3 ? lower(taken[0]) : 0;
+    return (first == 'i' && lower(next) == 'i') || (first == 'n' && next == '(');
 }
 
 double number_at(const char* text, const char** end) {
