@@ -36,8 +36,8 @@ std::optional<Position> position_of(const CGEORec& record, Pixel pixel);
 /// The pixel of a position in the chart's own datum: that whose position_of it is, to 1e-6 pixel, on charts
 /// of any scale. Where wpxy is right the two agree.
 ///
-/// In projection mode that is the forward projection and the inverse of the flat map of pwxy, in less time
-/// than wpxy takes. In direct mode Newton's steps on pwxy lead there. Where pwxy has two regions a position
+/// In projection mode that is the forward projection and the inverse of the flat map of pwxy, in about
+/// the time of wpxy. In direct mode Newton's steps on pwxy lead there. Where pwxy has two regions a position
 /// near their seam may lie in both, and then a pixel of whole numbers goes before others; one that lies in
 /// neither gets the pixel that is beyond the seam by the least.
 ///
