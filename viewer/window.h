@@ -33,12 +33,12 @@ private:
     void handle(const SDL_Event& event, View& view);
     void show(View& view);
     void fit(View& view);
+    void wait_for_next_frame();
 
     Sdl sdl_;
     std::unique_ptr<SDL_Window, void (*)(SDL_Window*)> window_;
-    std::unique_ptr<SDL_Renderer, void (*)(SDL_Renderer*)> renderer_;
-    std::unique_ptr<SDL_Texture, void (*)(SDL_Texture*)> texture_;
     std::uint32_t picture_event_;
+    std::uint64_t shown_at_ = 0;  // milliseconds
     Size size_;
     std::vector<Argb> pixels_;
 };
