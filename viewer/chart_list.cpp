@@ -25,7 +25,11 @@ std::vector<std::string> charts_below(const std::string& folder) {
     std::error_code error;
     fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        if (may_be_chart(*entry)) paths.push_back(entry->path().string());
+        try {
+            if (may_be_chart(*entry)) paths.push_back(entry->path().string());
+        } catch (const std::system_error&) {
+            continue;  // a name that cannot be put into text
+        }
     }
     std::sort(paths.begin(), paths.end());
     return paths;

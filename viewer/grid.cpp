@@ -24,7 +24,7 @@ constexpr double kLeastGap = 140;  // between lines, window pixels
 constexpr int kPieces = 24;        // of a line across the box
 constexpr int kProbes = 8;         // for positions, on each side of the box
 constexpr int kMostLines = 100;    // a fit that says more of a window is nonsense
-constexpr double kFarAway = 1e5;   // window pixels, past which nothing is drawn
+constexpr double kFarAway = 1e6;   // window pixels, past which nothing is drawn
 
 // Latitudes, or longitudes that run on over the 180th meridian.
 struct Extent {

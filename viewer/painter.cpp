@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace viewer {
 
@@ -10,6 +11,40 @@ namespace {
 constexpr double kTurn = 2 * 3.14159265359;
 constexpr double kPadding = 4;     // of a paper around its text, pixels
 constexpr double kLineStep = 1.3;  // of the lettering's size
+
+// The length of the UTF-8 character that a text begins with; 0 where it begins with none.
+std::size_t character_length(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    if (byte(0) < 0x80) return 1;
+    const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
+    if (byte(0) < 0xC0 || length > text.size()) return 0;
+    unsigned code = byte(0) & 0xFFU >> (length + 1);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) return 0;
+        code = code << 6 | (byte(i) & 0x3F);
+    }
+    constexpr unsigned kFewest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool is_surrogate = code >= 0xD800 && code < 0xE000;
+    return code >= kFewest[length] && code <= 0x10FFFF && !is_surrogate ? length : 0;
+}
+
+// A text as cairo takes it, which otherwise draws nothing more: what is no UTF-8 is taken for Latin 1, as
+// charts have it, and what is longer than any bar is cut.
+std::string presentable(std::string_view text) {
+    constexpr std::size_t kLongest = 160;
+    std::string out;
+    while (!text.empty() && out.size() < kLongest) {
+        const std::size_t length = character_length(text);
+        if (length > 0) {
+            out.append(text.substr(0, length));
+        } else {
+            out += static_cast<char>(0xC0 | static_cast<unsigned char>(text[0]) >> 6);
+            out += static_cast<char>(0x80 | (static_cast<unsigned char>(text[0]) & 0x3F));
+        }
+        text.remove_prefix(length > 0 ? length : 1);
+    }
+    return out;
+}
 
 void set_face(cairo_t* cairo, const TextStyle& style) {
     cairo_select_font_face(cairo, style.face == Typeface::kFixed ? "DejaVu Sans Mono" : "DejaVu Sans",
@@ -73,7 +108,7 @@ Size Painter::text_size(const std::vector<std::string>& lines, const TextStyle& 
     double width = 0;
     for (const std::string& line : lines) {
         cairo_text_extents_t extents;
-        cairo_text_extents(cairo_.get(), line.c_str(), &extents);
+        cairo_text_extents(cairo_.get(), presentable(line).c_str(), &extents);
         width = std::max(width, extents.x_advance);
     }
     const double height = style.size * kLineStep * static_cast<double>(lines.size());
@@ -94,7 +129,7 @@ void Painter::text(Spot at, const std::vector<std::string>& lines, const TextSty
     double y = corner.y + kPadding / 2 + style.size;
     for (const std::string& line : lines) {
         cairo_move_to(cairo_.get(), corner.x + kPadding, std::round(y));
-        cairo_show_text(cairo_.get(), line.c_str());
+        cairo_show_text(cairo_.get(), presentable(line).c_str());
         y += style.size * kLineStep;
     }
     cairo_new_path(cairo_.get());

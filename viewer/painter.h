@@ -48,7 +48,8 @@ public:
     void circle(Spot middle, double radius, const Pen& pen);
     void box(Spot upper_left, Size size, const Paper& paper);
 
-    /// Lines of text, one below the other, on one piece of paper.
+    /// Lines of text, one below the other, on one piece of paper. They are UTF-8; other bytes are taken for
+    /// Latin 1. Very long lines are cut.
     void text(Spot at, const std::vector<std::string>& lines, const TextStyle& style);
     /// What text() covers.
     Size text_size(const std::vector<std::string>& lines, const TextStyle& style);

@@ -18,9 +18,12 @@ using zellap10::plotter::distance_text;
 
 namespace {
 
-constexpr int kPieces = 64;            // of a leg
+constexpr int kPieces = 32;            // of a leg, and of a piece of it that is divided
+constexpr int kDeepest = 3;            // divisions of divisions
+constexpr double kLongestPiece = 100;  // window pixels
+constexpr double kNear = 200;          // window pixels around it
 constexpr double kRadius = 6;          // of a waypoint
-constexpr double kFarAway = 1e5;       // window pixels, past which nothing is drawn
+constexpr double kFarAway = 1e6;       // window pixels, past which nothing is drawn
 constexpr double kArm = 7;             // of the cross of a reference point
 constexpr int kMostNamed = 60;         // reference points
 constexpr double kLeastLabelled = 60;  // of a leg, window pixels
@@ -63,25 +66,56 @@ std::optional<Spot> middle_of(const Parts& parts) {
     return std::nullopt;
 }
 
+// Follows a rhumb line over a record, in pieces. Those that come near the window are divided again until they
+// are short, since on most charts the line is bent.
+class LegTracer {
+public:
+    LegTracer(const Camera& camera, const CGEORec& record) : camera_(camera), record_(record) {}
+
+    void trace(const Position& from, const Position& to, int depth = 0) {
+        Position before = from;
+        for (const Position& position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
+            const auto spot = spot_of(camera_, record_, position);
+            if (spot && last_ && depth < kDeepest && is_long_and_near(*last_, *spot))
+                trace(before, position, depth + 1);
+            else
+                add(spot);
+            before = position;
+        }
+    }
+
+    /// The line, in parts where a piece of it has no pixels.
+    const std::vector<std::vector<Spot>>& lines() const { return lines_; }
+
+private:
+    bool is_long_and_near(Spot a, Spot b) const {
+        const Box near{{-kNear, -kNear}, {camera_.window().width + kNear, camera_.window().height + kNear}};
+        return std::hypot(b.x - a.x, b.y - a.y) > kLongestPiece && part_inside(near, a, b);
+    }
+    void add(const std::optional<Spot>& spot) {
+        if (spot && !last_) lines_.emplace_back();
+        if (spot) lines_.back().push_back(*spot);
+        last_ = spot;
+    }
+
+    const Camera& camera_;
+    const CGEORec& record_;
+    std::optional<Spot> last_;
+    std::vector<std::vector<Spot>> lines_;
+};
+
 // Draws a leg and gives what of it the window shows. What lies far away is left out.
 Parts draw_leg(Painter& painter, const Camera& camera, const CGEORec& record, const Position& from,
                const Position& to, const Pen& pen) {
     const Box window{{0, 0}, {camera.window().width - 1.0, camera.window().height - 1.0}};
+    LegTracer tracer(camera, record);
+    tracer.trace(from, to);
     Parts shown;
-    std::vector<Spot> line;
-    const auto end_line = [&] {
-        if (line.size() > 1) painter.line(line, pen);
+    for (const std::vector<Spot>& line : tracer.lines()) {
+        painter.line(line, pen);
         const Parts parts = parts_inside(window, line);
         shown.insert(shown.end(), parts.begin(), parts.end());
-        line.clear();
-    };
-    for (const Position& position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
-        if (const auto spot = spot_of(camera, record, position))
-            line.push_back(*spot);
-        else
-            end_line();
     }
-    end_line();
     return shown;
 }
 

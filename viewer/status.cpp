@@ -105,14 +105,14 @@ void draw_status(Painter& painter, const Scene& scene) {
     draw_scale_bar(painter, scene.camera, scene.chart, {window.width - kGap, top - kGap}, scene.theme);
 }
 
-void draw_notice(Painter& painter, Size window, const std::vector<std::string>& lines,
+void draw_notice(Painter& painter, Spot middle, const std::vector<std::string>& lines,
                  const TextStyle& style) {
     std::vector<std::string> all;
     for (const std::string& line : lines) {
         const std::vector<std::string> parts = broken(line);
         all.insert(all.end(), parts.begin(), parts.end());
     }
-    painter.text({window.width / 2.0, window.height / 2.0}, all, style);
+    painter.text(middle, all, style);
 }
 
 }  // namespace viewer

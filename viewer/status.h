@@ -21,8 +21,8 @@ Status status_of(const Scene& scene);
 /// Draws that bar, kBarHeight pixels of the window, and the scale bar above it.
 void draw_status(Painter& painter, const Scene& scene);
 
-/// Draws a text in the middle of the window, its long lines broken at blanks.
-void draw_notice(Painter& painter, Size window, const std::vector<std::string>& lines,
+/// Draws a text around a place, its long lines broken at blanks.
+void draw_notice(Painter& painter, Spot middle, const std::vector<std::string>& lines,
                  const TextStyle& style);
 
 }  // namespace viewer

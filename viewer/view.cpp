@@ -115,6 +115,7 @@ bool View::go_to(const CatalogueEntry& entry, const Position& wgs84, double metr
     if (index != current_) show_chart(index);
     if (!chart_->is_open()) return false;
     const auto& insets = chart_->zellap->GetBaseGeoRec()->Insets;
+    if (entry.inset >= insets.GetCount()) return false;  // the file is another one by now
     const CGEORec* record =
         entry.inset < 0 ? chart_->zellap->GetBaseGeoRec() : *(insets.begin() + entry.inset);
     const auto pixel = zellap10::plotter::pixel_of(*record, zellap10::plotter::from_wgs84(*record, wgs84));

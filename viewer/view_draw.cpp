@@ -44,7 +44,7 @@ void View::draw_over(Painter& painter) {
     draw_status(painter, scene);
     if (!chart_->is_open()) {
         const TextStyle style{scene.theme.warning, {0.5, 0.5}, 15};
-        draw_notice(painter, window_, {chart_->path, chart_->trouble}, style);
+        draw_notice(painter, camera_.middle(), {chart_->path, chart_->trouble}, style);
     }
 }
 
@@ -59,9 +59,11 @@ void View::draw(const Picture& picture) {
         save_path_.clear();
     }
     const Theme& theme = theme_for(light_);
-    if (!message_.empty()) draw_notice(painter, window_, {message_}, {theme.warning, {0.5, 0.5}, 15});
+    const Spot middle = camera_.middle();
+    if (!message_.empty())
+        draw_notice(painter, {middle.x, middle.y / 2}, {message_}, {theme.warning, {0.5, 0.5}, 15});
     if (shows_help_)
-        draw_notice(painter, window_, help_lines(), {theme.paper, {0.5, 0.5}, 14, Typeface::kFixed});
+        draw_notice(painter, middle, help_lines(), {theme.paper, {0.5, 0.5}, 14, Typeface::kFixed});
 }
 
 }  // namespace viewer

@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include <zellap10/navigation/dead_reckoning.h>
+#include <zellap10/plotter/route.h>
+
 #include <viewer/grid.h>
+#include <viewer/route_lines.h>
 #include <viewer/scale_bar.h>
 #include <viewer/status.h>
 
@@ -122,6 +127,29 @@ TEST(View, DrawsARouteWhereItIsClicked) {
     EXPECT_EQ(screen.pixels, before);
 }
 
+TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
+    TestChart chart;
+    chart.has_inset = true;
+    Screen screen;
+    screen.look_at({chart.write(screen.folder, "chart")});
+    const std::vector<Argb> before = screen.pixels;
+    // A leg on the chart, which the inset interrupts between 136 and 204, and one on the inset.
+    screen.click({100, 150});
+    screen.click({300, 150});
+    screen.click({150, 140});
+    screen.click({190, 140});
+    screen.draw();
+    const Argb route = viewer::theme_for(Light::kDay).route.colour;
+    const auto is_route = [&](int x, int y) { return screen.pixel(x, y) == route; };
+    EXPECT_TRUE(is_route(120, 150) && is_route(220, 150));
+    EXPECT_FALSE(is_route(140, 150) || is_route(170, 150) || is_route(202, 150));
+    EXPECT_TRUE(is_route(160, 140) && is_route(175, 140));
+    screen->do_command(Command::kClear);
+    screen->leave();
+    screen.draw();
+    EXPECT_EQ(screen.pixels, before);
+}
+
 TEST(View, DrawsTheGridAlsoOverThe180thMeridian) {
     TestChart chart;
     chart.west = 179.25;
@@ -189,6 +217,47 @@ TEST(View, GoesToTheMostDetailedChartOfAPlace) {
     screen->do_command(Command::kPrevious);
     screen.draw();
     screen.expect_chart(wide, 1, 241, 91);
+}
+
+TEST(RouteLines, FollowLongLegsToThePixel) {
+    const TempFolder folder;
+    TestChart test_chart;
+    test_chart.step = 0.00005;
+    const viewer::Chart chart(test_chart.write(folder, "chart"));
+    // Through the middle of the chart.
+    const viewer::Position middle = test_chart.position(750, 450);
+    const viewer::Position from{middle.latitude - 20, middle.longitude - 40};
+    const auto leg = zellap10::plotter::leg_between(from, middle, 0);
+    viewer::Position to = middle;
+    m_advance_d(&to.latitude, &to.longitude, 1500, leg.course);
+
+    Camera camera;
+    camera.resize({1500, 900});
+    camera.show(chart.size());
+    std::vector<Argb> pixels(1500 * 900);
+    viewer::Painter painter({pixels.data(), 1500, 900, 1500 * 4});
+    const viewer::Theme& theme = viewer::theme_for(Light::kDay);
+    viewer::draw_route(painter, camera, *chart.base(), {from, to}, theme);
+    for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
+        viewer::Position on_leg = middle;
+        m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, leg.course);
+        const Spot spot = camera.to_window(*pixel_of(*chart.base(), on_leg));
+        const auto place = std::lround(spot.y) * 1500 + std::lround(spot.x);
+        EXPECT_EQ(pixels[static_cast<std::size_t>(place)] | 0xFF000000, theme.route.colour) << miles;
+    }
+}
+
+TEST(Painter, TakesTextsOfAnyBytes) {
+    Argb pixels[100 * 30] = {};
+    viewer::Painter painter({pixels, 100, 30, 400});
+    const auto width = [&](const std::string& text) { return painter.text_size({text}, {}).width; };
+    for (const char* text :
+         {"\xCEle", "\xE2\x82", "\xFF\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"})
+        painter.text({0, 0}, {text, std::string(1000000, 'm')}, {});
+    painter.line({{0, 25}, {99, 25}}, {0xFF00FF00, 3});
+    EXPECT_EQ(pixels[2550] & 0xFFFFFF, 0xFF00u);
+    EXPECT_EQ(width("\xCEle"), width("\xC3\x8Ele"));  // the letter in Latin 1 and in UTF-8
+    EXPECT_LT(width(std::string(1000000, 'm')), 3000);
 }
 
 TEST(Status, TellsPositionsCoursesAndTheChart) {
