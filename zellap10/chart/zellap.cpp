@@ -11,23 +11,6 @@
 
 namespace {
 
-// A text stream that is open for as long as this object lives.
-class OpenText {
-public:
-    OpenText(std::ifstream& stream, const char* path)
-        : stream_(stream), open_(zellap10::platform::open_for_reading(stream, path)) {}
-    ~OpenText() {
-        if (open_) stream_.close();
-    }
-    OpenText(const OpenText&) = delete;
-    OpenText& operator=(const OpenText&) = delete;
-    explicit operator bool() const { return open_; }
-
-private:
-    std::ifstream& stream_;
-    bool open_;
-};
-
 // The chart's path with ".GEO" in the place of its last dot and what follows, a dot in a folder's name
 // included; a dot at the very start is none.
 std::string georeference_path(const std::string& path) {
@@ -49,36 +32,33 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
     if (path == nullptr) return 0;
     Path = path;
     path = Path;  // what was given may be a text of this object, which goes
-    Header header;
-    {
-        const OpenText text(TextStream, path);
-        if (!text) return 0;
-        header = read_header(*this);
-    }
-    File file;
-    BinaryPart part;
-    if (infoOnly == 0) {
-        file.reset(std::fopen(path, "rb"));
-        if (file == nullptr || !read_binary_part(file.get(), header.height, part)) return 0;
-    }
-    // Nothing was changed up to here, and nothing is refused from here on.
+    if (!zellap10::platform::open_for_reading(TextStream, path)) return 0;
     try {
+        const Header header = read_header(*this);
+        TextStream.close();
+        File file;
+        BinaryPart part;
+        if (infoOnly == 0) {
+            file.reset(std::fopen(path, "rb"));
+            if (file == nullptr || !read_binary_part(file.get(), header.height, part)) return 0;
+        }
+        // Nothing was changed up to here, and nothing is refused from here on.
         take_header(header, infoOnly, *this);
         BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
-        if (infoOnly == 0) BuildPal();
+        if (infoOnly != 0) return 1;
+        BuildPal();
+        BuildPalIndex();
+        BitsPerPixel = part.bits_per_pixel;
+        ColourShift = 7 - BitsPerPixel;
+        RunMask = (1 << ColourShift) - 1;
+        ColourMask = ((1 << BitsPerPixel) - 1) << ColourShift;
+        LineCount = part.line_count;
+        LineOffsets = part.line_offsets.release();
+        ChartFile = file.release();
     } catch (...) {
         CloseZellap();
         throw;
     }
-    if (infoOnly != 0) return 1;
-    BuildPalIndex();
-    BitsPerPixel = part.bits_per_pixel;
-    ColourShift = 7 - BitsPerPixel;
-    RunMask = (1 << ColourShift) - 1;
-    ColourMask = ((1 << BitsPerPixel) - 1) << ColourShift;
-    LineCount = part.line_count;
-    LineOffsets = part.line_offsets.release();
-    ChartFile = file.release();
     return 1;
 }
 
