@@ -169,6 +169,8 @@ const LibertyRow kLibertyRows[] = {
     {"long numbers", [](Liberties& liberties) { liberties.number_bytes = 9; }},
     {"padded runs", [](Liberties& liberties) { liberties.padding_bytes = 7; }},
     {"runs of one pixel", [](Liberties& liberties) { liberties.longest_run = 1; }},
+    {"padded runs of one pixel",
+     [](Liberties& liberties) { liberties.longest_run = 1, liberties.padding_bytes = 7; }},
     {"LF", [](Liberties& liberties) { liberties.line_end = "\n"; }},
     {"0x1A twice", [](Liberties& liberties) { liberties.skipped_byte = 0x1A; }},
 };
@@ -199,6 +201,7 @@ TEST(WrittenChart, ReadsBackWhateverItsLayout) {
             row.take(drawn.liberties);
             ChartUnderTest chart;
             ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
+            const std::vector<int> all = window_of(chart, 0, drawn.height, 3, 4999);
             for (int line = drawn.height - 1; line >= 0; --line) {
                 std::vector<unsigned char> pixels(static_cast<std::size_t>(drawn.width));
                 drawn.draw(line, pixels.data());
@@ -206,6 +209,7 @@ TEST(WrittenChart, ReadsBackWhateverItsLayout) {
                 ASSERT_EQ(line_of(chart, line), expected);
                 ASSERT_EQ(window_of(chart, line, 1, 4000, 1003),
                           std::vector<int>(expected.begin() + 4000, expected.end()));
+                ASSERT_TRUE(std::equal(expected.begin() + 3, expected.end() - 1, all.begin() + line * 4999));
             }
         }
     }

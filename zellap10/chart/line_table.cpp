@@ -29,14 +29,6 @@ long size_of(std::FILE* file) {
     return size <= kLargestFile ? size : -1;
 }
 
-int read_offset(std::FILE* file, long at, std::int32_t& offset) {
-    unsigned char bytes[kOffsetBytes];
-    if (std::fseek(file, at, SEEK_SET) != 0) return 0;
-    if (std::fread(bytes, 1, sizeof bytes, file) != sizeof bytes) return 0;
-    offset = big_endian(bytes);
-    return 1;
-}
-
 // The byte behind the 0x1A and the one behind that, -1 where the file has no such byte.
 int read_bits_per_pixel(std::FILE* file) {
     std::rewind(file);
@@ -51,8 +43,8 @@ int read_bits_per_pixel(std::FILE* file) {
     return -1;
 }
 
-// Reads the table as one block and turns its bytes to numbers in place.
-int read_offsets(std::FILE* file, std::int32_t at, int count, std::int32_t* offsets) {
+// Reads them as one block and turns its bytes to numbers in place.
+int read_offsets(std::FILE* file, long at, int count, std::int32_t* offsets) {
     if (count == 0) return 1;
     const auto size = static_cast<std::size_t>(count);
     if (std::fseek(file, at, SEEK_SET) != 0) return 0;
@@ -71,7 +63,7 @@ int read_binary_part(std::FILE* file, int height, BinaryPart& part) {
     const long size = size_of(file);
     if (size < kOffsetBytes) return 0;
     std::int32_t table = 0;
-    if (!read_offset(file, size - kOffsetBytes, table)) return 0;
+    if (!read_offsets(file, size - kOffsetBytes, 1, &table)) return 0;
     const int count = std::max(height, 0);
     if (count > 0 && (table < 0 || table > size || count > (size - table) / kOffsetBytes)) return 0;
     const int bits_per_pixel = read_bits_per_pixel(file);
@@ -83,11 +75,6 @@ int read_binary_part(std::FILE* file, int height, BinaryPart& part) {
     offsets[entries - 1] = table;
     part = {bits_per_pixel, count, std::move(offsets)};
     return 1;
-}
-
-void seek_offset(std::FILE* file, std::int32_t offset) {
-    if (offset >= 0 && std::fseek(file, offset, SEEK_SET) == 0) return;
-    static_cast<void>(std::fseek(file, 0, SEEK_END));
 }
 
 }  // namespace zellap10::chart

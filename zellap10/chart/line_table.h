@@ -37,7 +37,4 @@ struct BinaryPart {
 /// @return        1, or 0 for a refusal or memory that runs out
 int read_binary_part(std::FILE* file, int height, BinaryPart& part);
 
-/// Puts the file at a line's offset; an offset that no file has puts it at the file's end.
-void seek_offset(std::FILE* file, std::int32_t offset);
-
 }  // namespace zellap10::chart

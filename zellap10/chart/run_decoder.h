@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 
-/// The decoder of a scan line, over a source of bytes. With n bits per pixel a scan line is
+/// The decoder of a scan line. With n bits per pixel a scan line is
 ///
 ///     line number    one byte or more, bit 7 set in all but the last; its value does not matter
 ///     runs           colour and length of each run, left to right, until the line is full
@@ -38,163 +39,146 @@ struct Run {
     std::uint32_t length;  ///< pixels, 1 to 2147483648; a longer one is held there
 };
 
-/// Takes a run off a source of bytes. The source has
-///
-///     unsigned next()                the next byte; never ends
-///     bool holds_two()               whether the next two bytes can be looked at
-///     unsigned ahead(std::size_t)    one of them, 0 or 1
-///     void drop(std::size_t)         passes 1 or 2 bytes that were looked at
-///
-/// Most runs are one byte or two, as good as at random, so that a branch between the two would be guessed
-/// wrong a third of the time: it is arithmetic instead, which takes lines with runs of 20 pixels from 10 to 4
-/// ns a run.
-template <class Bytes>
-inline Run next_run(Bytes& bytes, const RunCoding& coding) {
-    if (bytes.holds_two()) {
-        const unsigned first = bytes.ahead(0);
-        const unsigned second = bytes.ahead(1);
-        const unsigned more = first >> kGroupBits;
-        if ((more & second >> kGroupBits) == 0) {
-            const unsigned low = second & kGroupMask & (0U - more);
-            const unsigned value = (first & coding.run_mask) << kGroupBits * more | low;
-            bytes.drop(1 + more);
-            return {static_cast<unsigned char>((first & coding.colour_mask) >> coding.colour_shift),
-                    value + 1};
-        }
-    }
-    // Beyond this another group would pass 31 bits.
-    constexpr std::uint32_t kLongestToGrow = 0x7FFFFFFF >> kGroupBits;
-
-    unsigned byte = bytes.next();
-    const unsigned colour = (byte & coding.colour_mask) >> coding.colour_shift;
-    std::uint32_t value = byte & coding.run_mask;
-    while (byte >= kContinued) {
-        byte = bytes.next();
-        value = value <= kLongestToGrow ? value << kGroupBits | (byte & kGroupMask) : 0x7FFFFFFF;
-    }
-    return {static_cast<unsigned char>(colour), value + 1};
-}
-
-template <class Bytes>
-inline void skip_line_number(Bytes& bytes) {
-    while (bytes.next() >= kContinued) {
-    }
-}
-
-/// Bytes straight from a file, which stands behind the last one taken.
-class FileBytes {
-public:
-    explicit FileBytes(std::FILE* file) : file_(file) {}
-
-    unsigned next() {
-        const int byte = std::getc(file_);
-        return byte != EOF ? static_cast<unsigned>(byte) : kByteBehindEnd;
-    }
-    // Looking ahead in a file would move it; a run is taken byte by byte.
-    static constexpr bool holds_two() { return false; }
-    static constexpr unsigned ahead(std::size_t) { return kByteBehindEnd; }
-    static constexpr void drop(std::size_t) {}
-
-private:
-    std::FILE* file_;
-};
-
-/// Scratch for one call: reads a file in blocks, so that a byte costs neither a call nor a lock.
-class Blocks {
+/// The bytes of a file in pieces, so that a byte costs neither a call nor a lock, and a line that begins
+/// where the one before it ended no seek. Two bytes that begin a long run stand behind each piece, so that
+/// looking ahead asks for no end.
+class Pieces {
 public:
     struct Span {
         const unsigned char* begin;
         const unsigned char* end;
     };
 
-    /// @param expected  bytes that the caller expects to need; reading more than a short line has costs the
-    ///                  next line a seek outside the file's buffer
-    Blocks(std::FILE* file, std::int64_t expected) : file_(file) {
-        if (expected > 0 && expected < static_cast<std::int64_t>(sizeof bytes_)) {
-            size_ = static_cast<std::size_t>(expected);
+    /// @param end    offset at which the next reader will begin. Reading ends there where it can: to go on
+    /// where
+    ///               the file stands needs no seek.
+    /// @param ahead  bytes to read at once where that offset does not lie ahead
+    // cppcheck-suppress uninitMemberVar ; scratch, of which only what was written is read
+    explicit Pieces(std::FILE* file, std::int32_t end = 0, std::int64_t ahead = 1)
+        : file_(file), end_(end), ahead_(ahead) {}
+
+    /// What is at hand from an offset on. An offset that no file has is its end.
+    Span at(std::int32_t offset) {
+        if (offset >= begin_ && offset < begin_ + count_)
+            return {bytes_ + (offset - begin_), bytes_ + count_};
+        // Unlike ftell, a seek always asks the system.
+        if (offset < 0 || (std::ftell(file_) != offset && std::fseek(file_, offset, SEEK_SET) != 0)) {
+            static_cast<void>(std::fseek(file_, 0, SEEK_END));
         }
+        begin_ = offset;
+        count_ = 0;
+        return next();
     }
 
+    /// What follows, from where the file stands; never ends.
     Span next() {
-        std::size_t count = ended_ ? 0 : std::fread(bytes_, 1, size_, file_);
-        if (count == 0) {
-            ended_ = true;
-            count = sizeof bytes_;
-            std::memset(bytes_, kByteBehindEnd, count);
-        }
-        size_ = sizeof bytes_;
+        begin_ += count_;
+        const std::int64_t size = end_ > begin_ ? std::min(end_ - begin_, kLargest) : ahead_;
+        count_ = static_cast<std::int64_t>(std::fread(bytes_, 1, static_cast<std::size_t>(size), file_));
+        if (count_ == 0) std::memset(bytes_, kByteBehindEnd, static_cast<std::size_t>(size));
+        const std::int64_t count = count_ > 0 ? count_ : size;
+        bytes_[count] = bytes_[count + 1] = kContinued;
         return {bytes_, bytes_ + count};
     }
 
 private:
+    static constexpr std::int64_t kLargest = 16384;
+
     std::FILE* file_;
-    bool ended_ = false;
-    std::size_t size_ = sizeof bytes_;
-    unsigned char bytes_[4096];
+    std::int64_t end_;
+    std::int64_t ahead_;
+    std::int64_t begin_ = 0;  // offset of the piece
+    std::int64_t count_ = 0;  // bytes of the file in it
+    unsigned char bytes_[kLargest + 2];
 };
 
-/// Bytes out of blocks. It stands apart from them so that its two pointers can stay in registers.
-class BlockBytes {
-public:
-    explicit BlockBytes(Blocks& blocks) : blocks_(blocks) {}
-
-    unsigned next() {
-        if (span_.begin == span_.end) span_ = blocks_.next();
-        return *span_.begin++;
-    }
-    bool holds_two() const { return span_.end - span_.begin >= 2; }
-    unsigned ahead(std::size_t i) const { return span_.begin[i]; }
-    void drop(std::size_t count) { span_.begin += count; }
-
-private:
-    Blocks& blocks_;
-    Blocks::Span span_{nullptr, nullptr};
+/// Runs that stand side by side.
+struct Runs {
+    std::size_t bytes;
+    std::int64_t length;  ///< pixels of all
 };
 
-/// Sets `length` pixels, at most `room` of them. What lies behind them in the room may change, so that a
-/// short run, as nearly all are, is one store of a fixed size and no guess about its length.
-inline void fill_run(unsigned char* dest, std::size_t length, std::size_t room, unsigned char colour) {
-    constexpr std::size_t kShort = 32;
-    if (room < kShort) {
-        std::memset(dest, colour, length);
-        return;
-    }
-    std::memset(dest, colour, kShort);
-    if (length > kShort) std::memset(dest + kShort, colour, length - kShort);
+/// The whole runs in the next eight bytes, the first of them lowest; none where one of them has three bytes
+/// or more. Masks tell which bytes begin a run and which are the second of one; what they add to the length
+/// is summed in lanes of 16 bits, and a multiplication adds up the lanes.
+inline Runs runs_of(std::uint64_t bytes, const RunCoding& coding) {
+    constexpr std::uint64_t kEach = UINT64_C(0x0101010101010101);
+    constexpr std::uint64_t kEven = UINT64_C(0x00FF00FF00FF00FF);
+    constexpr std::uint64_t kLanes = UINT64_C(0x0001000100010001);
+    const std::uint64_t more = bytes >> kGroupBits & kEach;
+    const std::uint64_t second = more << 8;
+    if ((more & second) != 0) return {0, 0};
+    const std::uint64_t cut = more >> 56;  // the last byte begins a run that ends behind it
+    const std::uint64_t first = kEach ^ second ^ cut << 56;
+    const std::uint64_t tops = bytes & first * coding.run_mask;
+    const std::uint64_t high = tops & more * 0xFF;  // of two bytes
+    const std::uint64_t low = (tops ^ high) + (bytes & second * kGroupMask) + first;
+    const std::uint64_t sums =
+        (low & kEven) + (low >> 8 & kEven) + (((high & kEven) + (high >> 8 & kEven)) << kGroupBits);
+    return {8 - cut, static_cast<std::int64_t>(sums * kLanes >> 48)};
 }
 
-/// Pixels on their way to a caller who must see none but those of whole runs: they are collected here, where
-/// there is room to spare behind them, and handed on in large pieces.
-class PixelBlock {
+/// Bytes and runs out of pieces. It stands apart from them so that its two pointers can stay in registers.
+class PieceBytes {
 public:
-    // cppcheck-suppress uninitMemberVar ; scratch, of which only what was written is read
-    explicit PixelBlock(unsigned char* dest) : dest_(dest) {}
+    PieceBytes(Pieces& pieces, Pieces::Span span) : pieces_(pieces), span_(span) {}
 
-    void add(const Run& run) {
-        if (run.length > kSize - used_) {
-            hand_on();
-            if (run.length > kSize) {
-                std::memset(dest_, run.colour, run.length);
-                dest_ += run.length;
-                return;
-            }
-        }
-        fill_run(pixels_ + used_, run.length, sizeof pixels_ - used_, run.colour);
-        used_ += run.length;
+    unsigned next() {
+        if (span_.begin == span_.end) span_ = pieces_.next();
+        return *span_.begin++;
     }
 
-    void hand_on() {
-        if (used_ == 0) return;  // a line without pixels may have no room
-        std::memcpy(dest_, pixels_, used_);
-        dest_ += used_;
-        used_ = 0;
+    void skip_line_number() {
+        while (next() >= kContinued) {
+        }
+    }
+
+    /// Most runs are one byte or two, as good as at random, so that a branch between the two would be guessed
+    /// wrong a third of the time: it is arithmetic instead, which takes lines with runs of 20 pixels from 10
+    /// to 4 ns a run.
+    Run next_run(const RunCoding& coding) {
+        const unsigned first = span_.begin[0];
+        const unsigned second = span_.begin[1];
+        const unsigned more = first >> kGroupBits;
+        if ((more & second >> kGroupBits) == 0) {
+            const unsigned low = second & kGroupMask & (0U - more);
+            const unsigned value = (first & coding.run_mask) << kGroupBits * more | low;
+            span_.begin += 1 + more;
+            return {static_cast<unsigned char>((first & coding.colour_mask) >> coding.colour_shift),
+                    value + 1};
+        }
+        // A longer run, or one that the piece does not hold whole. Beyond this another group would pass 31
+        // bits.
+        constexpr std::uint32_t kLongestToGrow = 0x7FFFFFFF >> kGroupBits;
+
+        unsigned byte = next();
+        const unsigned colour = (byte & coding.colour_mask) >> coding.colour_shift;
+        std::uint32_t value = byte & coding.run_mask;
+        while (byte >= kContinued) {
+            byte = next();
+            value = value <= kLongestToGrow ? value << kGroupBits | (byte & kGroupMask) : 0x7FFFFFFF;
+        }
+        return {static_cast<unsigned char>(colour), value + 1};
+    }
+
+    /// Passes runs that hold fewer pixels than this together, as many as eight bytes at a time can tell, and
+    /// gives how many pixels they hold.
+    std::int64_t pass_runs(std::int64_t pixels, const RunCoding& coding) {
+        std::int64_t passed = 0;
+        while (span_.end - span_.begin >= 8) {
+            const auto byte = [this](int i) { return std::uint64_t{span_.begin[i]} << 8 * i; };
+            const Runs runs = runs_of(
+                byte(0) | byte(1) | byte(2) | byte(3) | byte(4) | byte(5) | byte(6) | byte(7), coding);
+            if (runs.bytes == 0 || passed + runs.length >= pixels) break;
+            passed += runs.length;
+            span_.begin += runs.bytes;
+        }
+        return passed;
     }
 
 private:
-    static constexpr std::size_t kSize = 2048;
-    unsigned char* dest_;
-    std::size_t used_ = 0;
-    unsigned char pixels_[kSize + 64];
+    Pieces& pieces_;
+    Pieces::Span span_;
 };
 
 }  // namespace zellap10::chart
