@@ -74,6 +74,26 @@ TEST(ReducedLine, KeepsAWhiteBlockOfTheLargestSizeWhite) {
     }
 }
 
+// One block more than fits the fast sums' columns, and as many as fit.
+TEST(ReducedLine, IsAsWideAsTheChart) {
+    constexpr int kBlock = 4096;
+    constexpr int kWidth = (1 << 24) + kBlock;
+    std::string runs = "\x01";
+    samples::append_run(runs, 4, 1, kWidth - kBlock);
+    samples::append_run(runs, 4, 2, kBlock);
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(text_of_size(kWidth, 1), 4, {runs})), 1);
+    for (const int first : {0, 1, 2}) {
+        const int count = kWidth / kBlock - first;
+        GuardedPixels dest(static_cast<std::size_t>(count));
+        ASSERT_EQ(chart.getAALine(0, first * kBlock, count * kBlock, dest.data(), kBlock, 1), 1);
+        EXPECT_TRUE(dest.guards_untouched());
+        std::vector<int> expected(static_cast<std::size_t>(count), 1);
+        expected.back() = 2;
+        EXPECT_EQ(dest.pixels(), expected);
+    }
+}
+
 TEST(ReducedLine, TakesTheSlotOfAColourThatThePaletteLacks) {
     // Pixels of colour 9 on a chart with colours 1 and 2 only, whose palette ends before 9.
     samples::Chart drawn = striped_chart(4, 1);
