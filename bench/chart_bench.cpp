@@ -45,21 +45,22 @@ private:
 };
 
 // Runs of geometrically spread lengths, no two neighbours of one colour.
-void draw_runs(int mean, int colours, int line, unsigned char* pixels) {
+void draw_runs(int mean, int colours, int width, int line, unsigned char* pixels) {
     std::minstd_rand random(static_cast<unsigned>(line + 1));
     std::geometric_distribution<int> more(1.0 / mean);
     int colour = 0;
-    for (int x = 0; x < kSize;) {
+    for (int x = 0; x < width;) {
         colour = (colour + static_cast<int>(random() % static_cast<unsigned>(colours - 1))) % colours + 1;
-        const int end = std::min(kSize, x + 1 + more(random));
+        const int end = std::min(width, x + 1 + more(random));
         for (; x < end; ++x)
             pixels[x] = static_cast<unsigned char>(colour);
     }
 }
 
-samples::Chart chart_of_runs(int mean, int bits_per_pixel) {
+samples::Chart chart_of_runs(int mean, int bits_per_pixel, int width = kSize, int height = kSize) {
     samples::Chart chart;
-    chart.width = chart.height = kSize;
+    chart.width = width;
+    chart.height = height;
     chart.bits_per_pixel = bits_per_pixel;
     const int colours = (1 << bits_per_pixel) - 1;
     std::minstd_rand random(7);
@@ -67,7 +68,7 @@ samples::Chart chart_of_runs(int mean, int bits_per_pixel) {
         const auto value = [&random] { return static_cast<int>(random() >> 8 & 0xFF); };
         chart.colours.push_back({value(), value(), value()});
     }
-    chart.draw = [mean, colours](int line, unsigned char* pixels) { draw_runs(mean, colours, line, pixels); };
+    chart.draw = [=](int line, unsigned char* pixels) { draw_runs(mean, colours, width, line, pixels); };
     return chart;
 }
 
@@ -83,9 +84,9 @@ struct OpenChart {
     std::vector<unsigned char> pixels = std::vector<unsigned char>(kSize * kWindowHeight);
     std::vector<unsigned char> expected = pixels;
 
-    OpenChart(const Folder& folder, int mean, int bits_per_pixel)
-        : path(folder.file("runs" + std::to_string(mean) + "x" + std::to_string(bits_per_pixel) + ".cht")) {
-        samples::write_file(path, samples::chart_bytes(chart_of_runs(mean, bits_per_pixel)));
+    OpenChart(const Folder& folder, const std::string& name, const samples::Chart& drawn)
+        : path(folder.file(name)) {
+        samples::write_file(path, samples::chart_bytes(drawn));
         demand(chart.OpenZellap(path.c_str(), 0) == 1, path + " does not open");
     }
     ~OpenChart() { chart.CloseZellap(); }
@@ -175,6 +176,39 @@ void register_reads(const std::shared_ptr<OpenChart>& open, int mean) {
         add(std::string(operation.name) + "_plain", operation.plain, lines);
     }
     add("window_from_left", window_from_left, in_order);
+}
+
+// A window as a viewer asks for it, at 1 to `factor` from the middle of a wide chart, as far as that reaches.
+using ReducedLine = int (PlainChart::*)(int, int, int, unsigned char*, int, int);
+
+void read_view(OpenChart& open, ReducedLine reduced_line, int factor, unsigned char* dest) {
+    PlainChart& chart = open.chart;
+    const int columns = std::min(kWindowWidth * factor, chart.Width);
+    const int lines = std::min(kWindowHeight, chart.Height / factor);
+    const int first_line = (chart.Height - lines * factor) / 2;
+    for (int i = 0; i < lines; ++i) {
+        benchmark::DoNotOptimize((chart.*reduced_line)(first_line + i * factor, (chart.Width - columns) / 2,
+                                                       columns, dest + i * kWindowWidth, factor, factor));
+    }
+}
+
+void register_views(const Folder& folder) {
+    const auto open = std::make_shared<OpenChart>(folder, "wide.cht", chart_of_runs(20, 4, 16000, 12000));
+    const auto add = [&](const std::string& name, ReducedLine reduced_line, int factor) {
+        benchmark::RegisterBenchmark((name + "/by_" + std::to_string(factor)).c_str(),
+                                     [=](benchmark::State& state) {
+                                         for (auto _ : state)
+                                             read_view(*open, reduced_line, factor, open->pixels.data());
+                                     })
+            ->Unit(benchmark::kMillisecond);
+    };
+    for (const int factor : {2, 3, 4, 8, 16}) {
+        read_view(*open, &PlainChart::getAALine, factor, open->pixels.data());
+        read_view(*open, &PlainChart::plain_reduced_line, factor, open->expected.data());
+        open->same("views");
+        add("view", &PlainChart::getAALine, factor);
+        add("view_plain", &PlainChart::plain_reduced_line, factor);
+    }
 }
 
 // Colours spread over the whole cube, more of them than widening leaves room for.
@@ -289,7 +323,8 @@ int main(int argc, char** argv) {
     std::thread([] {}).join();
     const Folder folder;
     for (const int mean : kRuns) {
-        const auto open = std::make_shared<OpenChart>(folder, mean, 4);
+        const auto open =
+            std::make_shared<OpenChart>(folder, std::to_string(mean) + ".cht", chart_of_runs(mean, 4));
         register_reads(open, mean);
 #if defined(ZELLAP10_BENCH_TIFF)
         const std::string tiff = write_tiff(folder, *open, mean);
@@ -297,13 +332,14 @@ int main(int argc, char** argv) {
                                      [tiff](benchmark::State& state) { tiff_lines(state, tiff); });
 #endif
     }
-    const auto colourful = std::make_shared<OpenChart>(folder, 20, 7);
+    const auto colourful = std::make_shared<OpenChart>(folder, "colourful.cht", chart_of_runs(20, 7));
     benchmark::RegisterBenchmark("open_and_close", [colourful](benchmark::State& state) {
         open_and_close(state, *colourful, library_open);
     });
     benchmark::RegisterBenchmark("open_and_close_plain", [colourful](benchmark::State& state) {
         open_and_close(state, *colourful, plain_open);
     });
+    register_views(folder);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::ClearRegisteredBenchmarks();
     benchmark::Shutdown();
