@@ -50,7 +50,7 @@ using namespace zellap10::projection;
 void polyconic_init(double lat, double lon, tagPPARMS* parms) {
     parms->lat0 = lat * DEG_TO_RAD;
     parms->lon0 = lon * DEG_TO_RAD;
-    parms->poly_m0 = arc_to(parms, multiples_of(parms->lat0));
+    parms->poly_m0 = arc_to(parms, {parms->lat0});
 }
 
 void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y) {
@@ -62,7 +62,7 @@ void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, doub
         return;
     }
     const double s = std::sin(phi);
-    const double M = arc_to(parms, multiples_of(phi));
+    const double M = arc_to(parms, {phi});
     const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
     const double E = (lam - parms->lon0) * s;
     const double w = 1.0 / std::tan(phi);
