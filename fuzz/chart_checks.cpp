@@ -216,10 +216,13 @@ void check_edges(OpenChart& chart, Budget& budget, Kept& kept) {
     for (const Rectangle& r :
          {Rectangle{0, 1, 0, width + 1}, Rectangle{0, 1, width, 1}, Rectangle{0, height + 1, 0, 1},
           Rectangle{height, 1, 0, 1}, Rectangle{0, 1, -1, 1}, Rectangle{-1, 1, 0, 1},
-          Rectangle{height, 0, width, 0}, Rectangle{1, kLargest, 0, 1}, Rectangle{0, 1, 1, kLargest}}) {
+          Rectangle{height, 0, width, 0}, Rectangle{1, kLargest, 0, 1}, Rectangle{0, 1, 1, kLargest},
+          Rectangle{0, 0, 0, 1}, Rectangle{0, -1, 0, 1}, Rectangle{0, 1, 0, -1}}) {
         check_rectangle(chart, r, budget, kept);
         check_reduction(chart, {r, 1}, budget, kept);
     }
+    for (const int x_factor : {0, -1, kSmallest})
+        check_reduction(chart, {{0, 1, 0, width}, x_factor}, budget, kept);
 }
 
 }  // namespace

@@ -25,37 +25,27 @@ TEST(CStringText, HoldsWhatItWasGiven) {
     EXPECT_STREQ(self, "al");
 }
 
-struct OrderRow {
-    const char* name;
-    const char* smaller;
-    const char* larger;
-};
-
-const OrderRow kOrderRows[] = {{"letters", "Channel", "Solent"},
-                               {"upper case first", "Z", "a"},
-                               {"a front of it", "Bay", "Bay 2"},
-                               {"bytes above 127", "z", "\xC9"},
-                               {"null is empty", nullptr, "a"}};
-
-// Each of the six with a text on either side, and with a text object on both; addresses the other way round.
+// Each comparison with a text on either side, and with a text object on both, as those of strings.
 TEST(CStringText, IsComparedByteByByte) {
-    for (const OrderRow& row : kOrderRows) {
-        SCOPED_TRACE(row.name);
-        const CString texts[] = {row.larger, row.smaller};
-        const CString& large = texts[0];
-        const CString& small = texts[1];
-        EXPECT_TRUE(small < large && small < row.larger && row.smaller < large);
-        EXPECT_TRUE(small <= large && small <= row.larger && row.smaller <= large);
-        EXPECT_TRUE(small != large && small != row.larger && row.smaller != large);
-        EXPECT_TRUE(large > small && large > row.smaller && row.larger > small);
-        EXPECT_TRUE(large >= small && large >= row.smaller && row.larger >= small);
-        EXPECT_FALSE(large < small || large < row.smaller || row.larger < small);
-        EXPECT_FALSE(large <= small || large <= row.smaller || row.larger <= small);
-        EXPECT_FALSE(large == small || large == row.smaller || row.larger == small);
-        EXPECT_FALSE(small > large || small > row.larger || row.smaller > large);
-        EXPECT_FALSE(small >= large || small >= row.larger || row.smaller >= large);
-        const CString copy(small);
-        EXPECT_TRUE(small == copy && small <= copy && small >= copy && !(small < copy) && !(small > copy));
+    const char* const texts[] = {nullptr, "", "Bay", "Bay 2", "Channel", "Solent", "Z", "a", "z", "\xC9"};
+    for (const char* a : texts) {
+        for (const char* b : texts) {
+            const CString left(a), right(b);
+            const int order = std::string(left).compare(right);
+            SCOPED_TRACE(std::string(left) + " and " + std::string(right));
+            EXPECT_TRUE((left == right) == (order == 0) && (left == b) == (order == 0) &&
+                        (a == right) == (order == 0));
+            EXPECT_TRUE((left != right) == (order != 0) && (left != b) == (order != 0) &&
+                        (a != right) == (order != 0));
+            EXPECT_TRUE((left < right) == (order < 0) && (left < b) == (order < 0) &&
+                        (a < right) == (order < 0));
+            EXPECT_TRUE((left > right) == (order > 0) && (left > b) == (order > 0) &&
+                        (a > right) == (order > 0));
+            EXPECT_TRUE((left <= right) == (order <= 0) && (left <= b) == (order <= 0) &&
+                        (a <= right) == (order <= 0));
+            EXPECT_TRUE((left >= right) == (order >= 0) && (left >= b) == (order >= 0) &&
+                        (a >= right) == (order >= 0));
+        }
     }
 }
 
