@@ -84,6 +84,11 @@ TEST(ChartHeader, IsReadFromAStreamThatADerivedClassOpened) {
     EXPECT_EQ(chart.BaseRec.InsetRect.right, 20);
     EXPECT_EQ(chart.BaseRec.InsetRect.bottom, 2);
     EXPECT_EQ(chart.HeaderColourCount, 3);
+
+    // Nor does an open take that stream for its own file's.
+    const std::vector<std::string> before = state_of(chart);
+    EXPECT_EQ(chart.open(text_of_size(30, 3), 1), 0);
+    EXPECT_TRUE(state_of(chart) == before);
 }
 
 // The end of the text, and what stands behind it, on either side of where a block of the file ends.

@@ -48,5 +48,5 @@ bool zellap10::platform::open_for_reading(std::ifstream& stream, const char* pat
         stream.close();  // the file may be open already where memory for the stream's buffer runs out
         throw;
     }
-    return stream.is_open();
+    return !stream.fail();  // a stream that was open before still is
 }
