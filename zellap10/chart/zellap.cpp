@@ -32,8 +32,8 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
     if (path == nullptr) return 0;
     Path = path;
     path = Path;  // what was given may be a text of this object, which goes
-    if (!zellap10::platform::open_for_reading(TextStream, path)) return 0;
     try {
+        if (!zellap10::platform::open_for_reading(TextStream, path)) return 0;
         const Header header = read_header(*this);
         TextStream.close();
         File file;

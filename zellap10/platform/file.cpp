@@ -42,11 +42,6 @@ bool is_regular_file(const char* path) {
 bool zellap10::platform::open_for_reading(std::ifstream& stream, const char* path) {
     if (!is_regular_file(path)) return false;
     stream.clear();
-    try {
-        stream.open(path, std::ios::in | std::ios::binary);
-    } catch (...) {
-        stream.close();  // the file may be open already where memory for the stream's buffer runs out
-        throw;
-    }
+    stream.open(path, std::ios::in | std::ios::binary);
     return !stream.fail();  // a stream that was open before still is
 }
