@@ -49,9 +49,8 @@ public:
         const unsigned char* end;
     };
 
-    /// @param end    offset at which the next reader will begin. Reading ends there where it can: to go on
-    /// where
-    ///               the file stands needs no seek.
+    /// @param end    offset at which the next reader will begin; reading ends there where it can, so that
+    ///               going on needs no seek
     /// @param ahead  bytes to read at once where that offset does not lie ahead
     // cppcheck-suppress uninitMemberVar ; scratch, of which only what was written is read
     explicit Pieces(std::FILE* file, std::int32_t end = 0, std::int64_t ahead = 1)

@@ -18,7 +18,7 @@ using zellap10::chart::Run;
 constexpr std::size_t kShortRun = 64;
 constexpr std::size_t kSpare = 256;
 
-// Sets `length` pixels, at most `room` of them; others in the room may change.
+// Sets `length` pixels. Where there is room for kSpare, all of these may change.
 void fill_run(unsigned char* dest, std::size_t length, std::size_t room, unsigned char colour) {
     std::size_t filled = 0;
     if (room >= kSpare) {

@@ -45,13 +45,15 @@ public:
     /// @return          1, or 0 for a null path, a file that cannot be opened, which a folder, a pipe and a
     ///                  device never can, and, with infoOnly 0, one whose binary part is unsound: no end of
     ///                  the text, bits per pixel outside 1 to 7, a line table that is not wholly inside the
-    ///                  file. What was open before then stays open, and every field but Path as it was.
+    ///                  file, or that takes more memory than there is. What was open before then stays open,
+    ///                  and every field but Path as it was.
     ///
     /// Where the lists of the base record still hold the points of an earlier open, an open with infoOnly 0
     /// fits these again before it adds those of the new georeference file and fits all.
     ///
-    /// Memory that runs out is thrown as std::bad_alloc. Either all is then as after a refusal, or the object
-    /// is closed, with what was open before; the fields that a close keeps may then be the new file's.
+    /// Memory that runs out elsewhere is thrown as std::bad_alloc. Either all is then as after a refusal, or
+    /// the object is closed, with what was open before; the fields that a close keeps may then be the new
+    /// file's.
     int OpenZellap(const char* path, int infoOnly);
 
     /// Closes the file, releases the palette object and the line table, deletes the records of insets and

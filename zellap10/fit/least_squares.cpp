@@ -64,7 +64,7 @@ void solve(Direction direction, int order, const CRefPointList& points, double* 
         const auto store = [&](double term) {
             if (++j <= n) design[i][j] = u[i][j] = term;
         };
-        with_terms(sample.a, sample.b, [store](auto... terms) mutable { (store(terms), ...); });
+        with_terms(sample.a, sample.b, [&store](auto... terms) { (store(terms), ...); });
         first_results[i] = sample.first;
         second_results[i] = sample.second;
     }

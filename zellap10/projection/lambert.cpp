@@ -82,7 +82,7 @@ void lambert_i(const tagPPARMS* parms, double x, double y, double* lat, double* 
     double phi = HALF_PI - 2.0 * std::atan(t);
     for (int pass = 0; pass < kLambertPasses; ++pass) {
         const double before = phi;
-        const double s = sine_of_rest(t) * parms->e;
+        const double s = sine_of_latitude(t) * parms->e;
         t = std::pow((1.0 - s) / (s + 1.0), h) * t0;
         phi = HALF_PI - 2.0 * std::atan(t);
         if (!(std::fabs(phi - before) > kLambertTolRad)) break;

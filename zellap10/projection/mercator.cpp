@@ -57,7 +57,7 @@ void mercator_i(const tagPPARMS* parms, double x, double y, double* lat, double*
     double phi = 90.0 - 2.0 * (std::atan(t) * RAD_TO_DEG);  // degrees
     for (int pass = 0; pass < kMercatorPasses; ++pass) {
         const double before = phi;
-        const double s = sine_of_rest(t) * parms->e;
+        const double s = sine_of_latitude(t) * parms->e;
         t = std::pow((1.0 - s) / (s + 1.0), h) * t0;
         phi = 90.0 - 2.0 * (std::atan(t) * RAD_TO_DEG);
         if (!(std::fabs(phi - before) > kLatTolDeg)) {
