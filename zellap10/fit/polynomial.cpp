@@ -6,7 +6,7 @@ using zellap10::fit::with_terms;
 
 double CGEORec::polyfunc(int index, double a, double b) const {
     return with_terms(a, b, [index](auto... terms) {
-        const double values[] = {terms...};
+        const double values[zellap10::fit::kTerms] = {terms...};
         return index >= 0 && index < zellap10::fit::kTerms ? values[index] : 0.0;
     });
 }

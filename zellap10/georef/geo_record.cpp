@@ -6,5 +6,4 @@ CGEORec::CGEORec() = default;
 CGEORec::~CGEORec() {
     zellap10::georef::delete_all(Vertices);
     zellap10::georef::delete_all(Points);
-    Insets.RemoveAll();
 }
