@@ -11,8 +11,6 @@
 #include <fuzz/record_parts.h>
 #include <zellap10/georef/points.h>
 
-#include <zellap10/georef/points.h>
-
 #include "../chart/chart_under_test.h"
 #include "../support/comma_locale.h"
 #include "../support/point_lists.h"

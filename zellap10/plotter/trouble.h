@@ -36,8 +36,7 @@ struct Trouble {
 ///
 /// @param path  as OpenZellap takes it
 /// @return      the first fault found; none in a file that is accepted. Where it was refused all the same,
-/// memory
-///              ran out or the file has changed since
+///              memory ran out or the file has changed since
 std::optional<Trouble> trouble_with_chart(const char* path);
 
 /// Why OpenZellap finds no georeference file. Its path must be the chart's up to the last dot and ".GEO" in
@@ -45,8 +44,7 @@ std::optional<Trouble> trouble_with_chart(const char* path);
 ///
 /// @param path  the chart file, as OpenZellap takes it
 /// @return      kOtherSpelling, kNoGeoreference, kNoFileOfBytes or kUnreadable; none where a georeference
-/// file can
-///              be opened, whatever it holds
+///              file can be opened, whatever it holds
 std::optional<Trouble> trouble_with_georeference(const char* path);
 
 }  // namespace zellap10::plotter

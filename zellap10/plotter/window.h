@@ -52,10 +52,9 @@ struct Window {
 /// @param colours     the chart's colours, by colours_of
 /// @param background  the colour outside the chart
 /// @param picture     receives the pixels, and nothing between its rows
-/// @return            true, or false where a line of the chart could not be read, which is then in the
-/// background's
-///                    colour: the chart is not open, memory for the blocks ran out, or the reduction is below
-///                    1
+/// @return            true, or false where a line of the chart could not be read, which is then in the colour
+///                    of the background: the chart is not open, memory for the blocks ran out, or the
+///                    reduction is below 1
 bool draw_window(CZellap& chart, const Window& window, const ColourTable& colours, Argb background,
                  const Picture& picture);
 
