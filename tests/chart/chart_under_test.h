@@ -80,3 +80,17 @@ inline std::string small_chart() {
            "\x02\x90\x13\x00"
            "\x00\x00\x00\x3C\x00\x00\x00\x41\x00\x00\x00\x45"s;
 }
+
+/// Stripes of 16 colours in runs that no block size divides, different from line to line.
+inline samples::Chart striped_chart(int width, int height) {
+    samples::Chart chart;
+    chart.width = width;
+    chart.height = height;
+    for (int i = 1; i < 16; ++i)
+        chart.colours.push_back({i * 17, 255 - i * 11, i * 53 % 256});
+    chart.draw = [width](int line, unsigned char* pixels) {
+        for (int x = 0; x < width; ++x)
+            pixels[x] = static_cast<unsigned char>((x / 7 + line * 5) % 16);
+    };
+    return chart;
+}

@@ -1,22 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include <zellap10/plotter/route.h>
 
 namespace {
 
-using zellap10::plotter::Leg;
-using zellap10::plotter::leg_between;
-using zellap10::plotter::Position;
-using zellap10::plotter::rhumb_line;
-using zellap10::plotter::Route;
-using zellap10::plotter::route_over;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+using namespace zellap10::plotter;
 
 struct LegRow {
     const char* name;
@@ -27,24 +18,18 @@ struct LegRow {
 // Courses and distances by the formulas at 30 digits.
 // clang-format off
 const LegRow kLegs[] = {
-    {"a degree north",                 {0, 0},           {1, 0},            0.0,          60.0},
-    {"a degree south",                 {0, 5},           {-1, 5},           180.0,        60.0},
-    {"along a parallel",               {45, 0},          {45, 1},           90.0,         42.569988},
-    {"along a southern parallel",      {-45, 1},         {-45, 0},          270.0,        42.569988},
     {"north-east",                     {0, 0},           {1, 1},            45.193091,    85.140226},
     {"over the 180th meridian",        {10, 170},        {10, -170},        90.0,         1189.576752},
     {"back over it, and north",        {10, -170},       {11, 170},         272.892096,   1189.174443},
     {"over it in another turn",        {10, 530},        {10, -530},        90.0,         1189.576752},
     {"off a parallel by 0.008 degrees",{-45, 100},       {-45.002, 120},    90.008076,    851.384815},
-    {"off a parallel by 0.011 degrees",{60, -20},        {60.002, -40},     270.011440,   600.993602},
-    {"off a parallel by a rounding",   {50.001343, -3.5}, {50.00134300000001, -2.3}, 90.0, 46.408679},
-    {"off it southward, and west",     {45, 1},          {45 - 1e-13, 0},   270.0,        42.569988},
+    {"off it by a rounding, westward", {45, 1},          {45 - 1e-13, 0},   270.0,        42.569988},
     {"a hand's breadth north-east",    {0, 0},           {5e-7, 5e-7},      45.194566,    4.2571e-5},
     {"from a meridian written twice",  {-17, 180},       {-18, -180},       180.0,        60.0},
 };
 // clang-format on
 
-TEST(Legs, HaveCourseDistanceAndTime) {
+TEST(Routes, AreLegsWithCourseDistanceAndTime) {
     for (const LegRow& row : kLegs) {
         SCOPED_TRACE(row.name);
         const Leg leg = leg_between(row.from, row.to, 12.0);
@@ -52,25 +37,17 @@ TEST(Legs, HaveCourseDistanceAndTime) {
         EXPECT_NEAR(leg.distance, row.distance, 1e-6);
         EXPECT_DOUBLE_EQ(leg.time, leg.distance * 300.0);
     }
-    const Position here{50, -1};
-    const Leg none = leg_between(here, {50, 359}, 0.0);
-    EXPECT_TRUE(std::isnan(none.course));
-    EXPECT_EQ(none.distance, 0.0);
-    EXPECT_EQ(none.time, 0.0);
-    for (const double speed : {0.0, -3.0, kNan})
-        EXPECT_EQ(leg_between(here, {51, -1}, speed).time, kInfinity) << speed;
-    EXPECT_TRUE(std::isnan(leg_between(here, {kNan, 0}, 5.0).time));
-}
+    for (const double speed : {0.0, -3.0, std::nan("")})
+        EXPECT_EQ(leg_between({50, -1}, {51, -1}, speed).time, HUGE_VAL) << speed;
+    EXPECT_TRUE(std::isnan(leg_between({50, -1}, {std::nan(""), 0}, 5.0).time));
 
-TEST(Routes, AddUpTheirLegs) {
-    const Route route = route_over({{0, 179}, {1, 179}, {1, 179}, {1, -179}, {0, -179}}, 6.0);
+    const Route route = route_over({{0, 179}, {1, 179}, {1, 539}, {1, -179}, {0, -179}}, 6.0);
     ASSERT_EQ(route.legs.size(), 4u);
-    const double along = route.legs[2].distance;
-    EXPECT_NEAR(along, 120.8, 0.1);
-    EXPECT_NEAR(route.distance, 120.0 + along, 1e-9);
+    EXPECT_TRUE(std::isnan(route.legs[1].course)) << "no way to go";
+    EXPECT_NEAR(route.distance, 120.0 + route.legs[2].distance, 1e-9);
     EXPECT_NEAR(route.time, route.distance * 600.0, 1e-6);
-    EXPECT_TRUE(route_over({{1, 2}}, 6.0).legs.empty());
-    EXPECT_EQ(route_over({}, 6.0).distance, 0.0);
+    EXPECT_EQ(route_over({{0, 179}, {0, 179}}, 0.0).time, 0.0);
+    EXPECT_TRUE(route_over({}, 6.0).legs.empty());
 }
 
 TEST(RhumbLine, GoesAllAlongTheLegInEqualPieces) {
@@ -94,16 +71,11 @@ TEST(RhumbLine, GoesAllAlongTheLegInEqualPieces) {
         }
         EXPECT_NEAR(std::remainder(longitude - row.to.longitude, 360.0), 0.0, 1e-12) << "and ends";
     }
-}
-
-TEST(RhumbLine, HasTheEndsAtLeast) {
     EXPECT_EQ(rhumb_line({1, 2}, {3, 4}, 0).size(), 2u);
-    EXPECT_EQ(rhumb_line({1, 2}, {kNan, 4}, 9).size(), 2u);
+    EXPECT_EQ(rhumb_line({80, 2}, {80, 2}, 2)[1].longitude, 2.0) << "no way to go";
     const std::vector<Position> to_the_pole = rhumb_line({-80, 2}, {-90, 4}, 9);
     ASSERT_EQ(to_the_pole.size(), 2u);
     EXPECT_EQ(to_the_pole.back().latitude, -90.0);
-    EXPECT_EQ(rhumb_line({80, 2}, {90, 4}, 9).back().latitude, 90.0);
-    EXPECT_EQ(rhumb_line({80, 2}, {80, 2}, 2)[1].longitude, 2.0) << "no way to go";
 }
 
 }  // namespace

@@ -13,10 +13,7 @@
 
 namespace {
 
-using zellap10::plotter::Fault;
-using zellap10::plotter::Trouble;
-using zellap10::plotter::trouble_with_chart;
-using zellap10::plotter::trouble_with_georeference;
+using namespace zellap10::plotter;
 
 namespace fs = std::filesystem;
 
@@ -52,45 +49,41 @@ TEST(TroubleWithAChart, TellsWhatIsWrong) {
 
 TEST(TroubleWithAChart, MayBeItsPath) {
     const TempFolder folder;
-    expect_trouble(trouble_with_chart(nullptr), Fault::kNoFile, "There is no such file.");
-    for (const char* const path : {"", "missing.cht", "/dev/zero", "NUL", "CON"})
-        expect_agreement(path);
-    expect_agreement(std::string(10000, 'x'));
-    const std::string missing = folder.file("missing.cht");
-    expect_trouble(trouble_with_chart(missing.c_str()), Fault::kNoFile, "There is no such file.");
-    const std::string the_folder = folder.file("");
-    expect_trouble(trouble_with_chart(the_folder.c_str()), Fault::kNoFileOfBytes, "This is a folder.");
-#if !defined(_WIN32)
     const std::string pipe = folder.file("pipe.cht");
+    expect_trouble(trouble_with_chart(nullptr), Fault::kNoFile, "There is no such file.");
+    expect_trouble(trouble_with_chart(pipe.c_str()), Fault::kNoFile, "There is no such file.");
+    expect_trouble(trouble_with_chart(folder.file("").c_str()), Fault::kNoFileOfBytes, "This is a folder.");
+#if !defined(_WIN32)
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     expect_trouble(trouble_with_chart(pipe.c_str()), Fault::kNoFileOfBytes,
                    "This is a pipe or a device, not a file.");
 #endif
+    for (const char* const path : {"", "/dev/zero", "NUL", "CON"})
+        expect_agreement(path);
+    expect_agreement(std::string(10000, 'x'));
 }
 
 TEST(TroubleWithAGeoreference, MayBeItsSpelling) {
     const TempFolder folder;
     const std::string chart = folder.write("c.cht", small_chart());
     const std::string wanted = folder.file("c.GEO");
-    expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kNoGeoreference,
-                   "There is no georeference file " + wanted + ".");
+    const auto expect = [&chart](Fault fault, const std::string& text) {
+        expect_trouble(trouble_with_georeference(chart.c_str()), fault, text);
+    };
+    expect(Fault::kNoGeoreference, "There is no georeference file " + wanted + ".");
     folder.write("c.geo", "");
     if (!fs::exists(wanted)) {
         // On systems that tell upper and lower case apart.
         fs::create_directory(folder.file("C.GEO"));
-        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kOtherSpelling,
-                       "There is no georeference file " + wanted + "; c.geo is spelled otherwise.");
         folder.write("C.Geo", "");
-        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kOtherSpelling,
-                       "There is no georeference file " + wanted + "; C.Geo is spelled otherwise.");
+        expect(Fault::kOtherSpelling,
+               "There is no georeference file " + wanted + "; C.Geo is spelled otherwise.");
         fs::create_directory(wanted);
-        expect_trouble(trouble_with_georeference(chart.c_str()), Fault::kNoFileOfBytes,
-                       wanted + ": This is a folder.");
+        expect(Fault::kNoFileOfBytes, wanted + ": This is a folder.");
         fs::remove(wanted);
     }
     folder.write("c.GEO", "");
     EXPECT_FALSE(trouble_with_georeference(chart.c_str()));
-    EXPECT_TRUE(trouble_with_georeference(folder.file("d").c_str())) << "a chart without a dot in its path";
     EXPECT_TRUE(trouble_with_georeference(nullptr));
 }
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "charts.h"
+#include "../support/test_chart.h"
 #include "png.h"
 #include "screen.h"
 

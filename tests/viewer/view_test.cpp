@@ -13,7 +13,7 @@
 #include <viewer/scale_bar.h>
 #include <viewer/status.h>
 
-#include "charts.h"
+#include "../support/test_chart.h"
 #include "png.h"
 #include "screen.h"
 

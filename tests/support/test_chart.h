@@ -5,9 +5,9 @@
 
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
-#include <viewer/types.h>
+#include <zellap10/plotter/position.h>
 
-#include "../support/temp_file.h"
+#include "temp_file.h"
 
 /// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike.
 struct TestChart {
@@ -18,16 +18,17 @@ struct TestChart {
     double step = 0.001;  ///< degrees a pixel
     double offset = 0;    ///< of both, from the chart's datum to WGS 84
     bool has_inset = false;
+    std::string name = "TEST CHART";
 
     /// Gives the path of the chart file.
-    std::string write(const TempFolder& folder, const std::string& name) const {
-        folder.write(name + ".GEO", samples::geo_text(georeference()));
-        return folder.write(name + ".chart", bytes());
+    std::string write(const TempFolder& folder, const std::string& stem) const {
+        folder.write(stem + ".GEO", samples::geo_text(georeference()));
+        return folder.write(stem + ".chart", bytes());
     }
 
     std::string bytes() const {
         samples::Chart chart;
-        chart.name = "TEST CHART";
+        chart.name = name;
         chart.width = width;
         chart.height = height;
         for (int i = 1; i < 16; ++i)
@@ -39,13 +40,15 @@ struct TestChart {
         return samples::chart_bytes(chart);
     }
 
-    viewer::Position position(double x, double y) const { return {north - y * step, west + x * step}; }
+    zellap10::plotter::Position position(double x, double y) const {
+        return {north - y * step, west + x * step};
+    }
 
 private:
     samples::GeoFile georeference() const {
         samples::GeoFile file;
         file.chart = section(0, 0, width - 1, height - 1, *this);
-        file.chart.entries = {{"Name", "TEST CHART"},
+        file.chart.entries = {{"Name", name},
                               {"Scale", "250000"},
                               {"Datum", "TEST DATUM"},
                               {"Latitude Offset", samples::decimal_text(offset)},
@@ -69,7 +72,7 @@ private:
     static samples::GeoSection section(int left, int top, int right, int bottom, const TestChart& scale) {
         samples::GeoSection section;
         const auto at = [&](int x, int y) {
-            const viewer::Position position = scale.position(x - left, y - top);
+            const zellap10::plotter::Position position = scale.position(x - left, y - top);
             const double lon = position.longitude;
             return samples::GeoPoint{lon > 180 ? lon - 360 : lon, position.latitude, x, y};
         };
