@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 namespace {
@@ -33,18 +34,17 @@ TEST(CStringText, IsComparedByteByByte) {
             const CString left(a), right(b);
             const int order = std::string(left).compare(right);
             SCOPED_TRACE(std::string(left) + " and " + std::string(right));
-            EXPECT_TRUE((left == right) == (order == 0) && (left == b) == (order == 0) &&
-                        (a == right) == (order == 0));
-            EXPECT_TRUE((left != right) == (order != 0) && (left != b) == (order != 0) &&
-                        (a != right) == (order != 0));
-            EXPECT_TRUE((left < right) == (order < 0) && (left < b) == (order < 0) &&
-                        (a < right) == (order < 0));
-            EXPECT_TRUE((left > right) == (order > 0) && (left > b) == (order > 0) &&
-                        (a > right) == (order > 0));
-            EXPECT_TRUE((left <= right) == (order <= 0) && (left <= b) == (order <= 0) &&
-                        (a <= right) == (order <= 0));
-            EXPECT_TRUE((left >= right) == (order >= 0) && (left >= b) == (order >= 0) &&
-                        (a >= right) == (order >= 0));
+            const auto expect_all = [&](auto compare) {
+                const bool expected = compare(order, 0);
+                EXPECT_TRUE(compare(left, right) == expected && compare(left, b) == expected &&
+                            compare(a, right) == expected);
+            };
+            expect_all(std::equal_to<>());
+            expect_all(std::not_equal_to<>());
+            expect_all(std::less<>());
+            expect_all(std::greater<>());
+            expect_all(std::less_equal<>());
+            expect_all(std::greater_equal<>());
         }
     }
 }
