@@ -91,10 +91,6 @@ TEST(LeastSquares, FindsThePolynomialOfItsOrder) {
 TEST(LeastSquares, GivesTheSumOfBothErrors) {
     PointList two({{0, 0, -1, 2}, {5, 5, 1, -2}});
     EXPECT_NEAR(solved(Way::kPw, 0, two).error, 1 + 1 + 4 + 4, 1e-12);
-    PointList none;
-    const Fit empty = solved(Way::kWp, 1, none);
-    EXPECT_EQ(empty.error, 0.0);
-    EXPECT_EQ(empty.first[0], 0.0);
 }
 
 // Terms of the lengths 1 and L, to a factor: L stands against the limit of 1e-10 by itself.
@@ -111,15 +107,6 @@ TEST(LeastSquares, DropsWhatIsBelowTheLimit) {
     }
     EXPECT_LT(solved(Way::kPw, 2, grid).error, 1e-10);
     EXPECT_NEAR(solved(Way::kPw, 3, grid).error, 7705.0, 15.0) << "pixels as they are lose a value";
-}
-
-TEST(LeastSquares, GivesTheSmallestCoefficientsOfOnePoint) {
-    PointList point({{100, 200, -70, 40}});
-    const Fit fit = solved(Way::kPw, 1, point);
-    // The point's row of terms is (1, 100, 200), whose square is 50001.
-    const double expected[] = {-70.0 / 50001, -7000.0 / 50001, -14000.0 / 50001};
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(fit.first[i], expected[i], 1e-15);
 }
 
 std::vector<int> rows_of(CRefPointList& list) {
@@ -148,19 +135,6 @@ TEST(Split, OverlapsInTheMiddle) {
     EXPECT_EQ(middle, -25.0);
     EXPECT_EQ(rows_of(south), rows_of(high)) << "large rows are the south";
     EXPECT_EQ(rows_of(north), rows_of(low));
-}
-
-TEST(Split, NeedsARange) {
-    CRefPointList low;
-    CRefPointList high;
-    double middle = 7.0;
-    PointList none;
-    CGEORec().SplitListNSpw(none.list(), &low, &high, &middle);
-    EXPECT_EQ(middle, 0.0);
-    PointList level({{1, 5, 0, 0}, {2, 5, 0, 0}});
-    CGEORec().SplitListNSpw(level.list(), &low, &high, &middle);
-    EXPECT_EQ(middle, 5.0);
-    EXPECT_TRUE(low.IsEmpty() && high.IsEmpty());
 }
 
 struct CountRow {

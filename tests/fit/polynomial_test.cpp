@@ -57,12 +57,6 @@ TEST(Transforms, TakeTheRegionAndTheWrapIntoAccount) {
     EXPECT_EQ(record.wpx(0, 5), 0);
     EXPECT_EQ(record.pwx(-190, 5), 170);
     EXPECT_EQ(record.pwx(-180, 5), -180);
-    record.pwxy(3, 4, &a, &b);
-    EXPECT_EQ(record.pwx(3, 4), a);
-    EXPECT_EQ(record.pwy(3, 4), b);
-    record.wpxy(3, 4, &a, &b);
-    EXPECT_EQ(record.wpx(3, 4), a);
-    EXPECT_EQ(record.wpy(3, 4), b);
 }
 
 }  // namespace
