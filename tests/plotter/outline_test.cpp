@@ -57,6 +57,8 @@ TEST(Outlines, CoverWhatIsInsideAndOnThem) {
         EXPECT_EQ(extent.north, row.north);
         EXPECT_EQ(extent.west, row.west);
         EXPECT_EQ(extent.width, row.width);
+        EXPECT_FALSE(extent.contains({row.south - 1.0, row.west}));
+        EXPECT_FALSE(extent.contains({row.north + 1.0, row.west}));
     }
 }
 

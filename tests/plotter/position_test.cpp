@@ -42,6 +42,7 @@ void fit(CGEORec& record, const char* projection, const PlaceRow& place, double 
             add_points(record, {{x, y, std::remainder(longitude, 360.0), latitude}});
         }
     }
+    record.LatitudeOffset = 0.0004;
     add_vertex(record, place.longitude - 0.001, place.latitude - 0.001);
     add_vertex(record, place.longitude + 0.001, place.latitude + 0.001);
     record.Projection = *projection != 0 ? projection : "LAMBERT";
@@ -132,8 +133,9 @@ TEST(PixelOf, TakesTheTurnThatTheChartLiesIn) {
         int width;  // tenths of a degree
         std::vector<double> columns;
     };
-    for (const Row& row : {Row{170, 100, {110}}, Row{-180, 3600, {1, 900, 1800, 3599}}}) {
-        const double east = row.west + 0.1 * row.width;
+    for (const Row& row :
+         {Row{170, 100, {110}}, Row{-180, 3600, {1, 900, 1800, 3599}}, Row{20, 2000, {9, 1999}}}) {
+        const double east = std::remainder(row.west + 0.1 * row.width, 360.0);
         for (const char* const projection : {"", "MERCATOR"}) {
             CGEORec record;
             record.Projection = projection;
