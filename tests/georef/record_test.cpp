@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <string>
 #include <vector>
@@ -13,6 +14,12 @@
 namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
+
+TEST(RefPoint, IsNowhereAtFirst) {
+    const CRefPoint point;
+    EXPECT_STREQ(point.Name, "");
+    EXPECT_EQ(std::abs(point.X) + std::abs(point.Y) + point.Longitude + point.Latitude, 0.0);
+}
 
 struct WrapRow {
     const char* name;
