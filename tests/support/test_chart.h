@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <utility>
 
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
@@ -9,7 +9,7 @@
 
 #include "temp_file.h"
 
-/// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike.
+/// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike, nor are charts.
 struct TestChart {
     int width = 1500;
     int height = 900;
@@ -35,7 +35,8 @@ struct TestChart {
             chart.colours.push_back({i * 16, 255 - i * 16, i * 73 % 256});
         chart.draw = [this](int line, unsigned char* pixels) {
             for (int x = 0; x < width; ++x)
-                pixels[x] = static_cast<unsigned char>(1 + (x / 7 + line / 5 + x * (line / 64) / 300) % 15);
+                pixels[x] =
+                    static_cast<unsigned char>(1 + (x / 7 + line / 5 + x * (line / 64) / 300 + width) % 15);
         };
         return samples::chart_bytes(chart);
     }
@@ -71,18 +72,15 @@ private:
 
     static samples::GeoSection section(int left, int top, int right, int bottom, const TestChart& scale) {
         samples::GeoSection section;
-        const auto at = [&](int x, int y) {
-            const zellap10::plotter::Position position = scale.position(x - left, y - top);
-            const double lon = position.longitude;
-            return samples::GeoPoint{lon > 180 ? lon - 360 : lon, position.latitude, x, y};
-        };
         for (const int x : {left, (left + right) / 2, right}) {
-            for (const int y : {top, (top + bottom) / 2, bottom})
-                section.points.push_back(at(x, y));
+            for (const int y : {top, (top + bottom) / 2, bottom}) {
+                const zellap10::plotter::Position position = scale.position(x - left, y - top);
+                const double lon = position.longitude;
+                section.points.push_back({lon > 180 ? lon - 360 : lon, position.latitude, x, y});
+            }
         }
-        for (const auto& [x, y] :
-             {std::pair{left, top}, std::pair{right, top}, std::pair{right, bottom}, std::pair{left, bottom}})
-            section.vertices.push_back({at(x, y).lat, at(x, y).lon});
+        for (const std::size_t corner : {0, 6, 8, 2})
+            section.vertices.push_back({section.points[corner].lat, section.points[corner].lon});
         return section;
     }
 };

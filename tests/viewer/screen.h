@@ -1,18 +1,22 @@
 #pragma once
 
+#include <cairo.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <condition_variable>
+#include <chrono>
+#include <cstring>
+#include <initializer_list>
 #include <memory>
-#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <viewer/status.h>
 #include <viewer/view.h>
 
 #include "../support/temp_file.h"
+#include "../support/test_chart.h"
 
 inline constexpr viewer::Size kWindow{640, 480 + viewer::kBarHeight};
 inline constexpr int kClearRows = 420;  // above the scale bar
@@ -20,28 +24,31 @@ inline constexpr int kClearRows = 420;  // above the scale bar
 /// A view on charts in a folder of its own, and the picture that it draws.
 class Screen {
 public:
+    void look_at(const TestChart& chart) { look_at({chart.write(folder, "chart")}); }
+
     void look_at(const std::vector<std::string>& paths) {
         viewer::View::Options options;
         options.workers = 2;
         options.save_folder = folder.file("");
-        options.on_change = [this] {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            news_ = true;
-            changed_.notify_one();
-        };
+        options.on_change = [] {};
         view_ = std::make_unique<viewer::View>(viewer::list_charts(paths), options);
         view_->resize(kWindow);
         draw();
+        before = pixels;
     }
 
     viewer::View* operator->() { return view_.get(); }
 
     void draw() {
-        for (draw_once(); !view_->is_complete(); draw_once()) {
-            std::unique_lock<std::mutex> lock(mutex_);
-            changed_.wait(lock, [this] { return news_; });
-            news_ = false;
-        }
+        for (draw_once(); !view_->is_complete(); draw_once())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
+    /// Does one after the other, and draws.
+    void do_commands(std::initializer_list<viewer::Command> commands) {
+        for (const viewer::Command command : commands)
+            view_->do_command(command);
+        draw();
     }
 
     void click(viewer::Spot spot) {
@@ -59,20 +66,34 @@ public:
         return 0xFF000000 | pixels[static_cast<std::size_t>(y * kWindow.width + x)];
     }
 
-    /// How much of a part of the picture has a colour.
-    int count(viewer::Argb colour, viewer::Spot from, viewer::Spot to) const {
+    /// How many pixels of a part of the picture are not as they were before.
+    int changed(viewer::Spot from, viewer::Spot to) const {
         int found = 0;
         for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
-            for (int x = static_cast<int>(from.x); x <= to.x; ++x)
-                found += pixel(x, y) == colour;
+            for (int x = static_cast<int>(from.x); x <= to.x; ++x) {
+                const auto place = static_cast<std::size_t>(y * kWindow.width + x);
+                found += pixels[place] != before[place];
+            }
         }
         return found;
     }
 
-    /// Expects that the part of the picture that only the chart is on shows it from a block on.
+    /// Expects that a PNG file holds the picture.
+    void expect_saved(const std::string& path) const {
+        const std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)> png(
+            cairo_image_surface_create_from_png(path.c_str()), cairo_surface_destroy);
+        ASSERT_EQ(cairo_image_surface_get_width(png.get()), kWindow.width) << path;
+        ASSERT_EQ(cairo_image_surface_get_height(png.get()), kWindow.height);
+        ASSERT_EQ(cairo_image_surface_get_stride(png.get()), kWindow.width * 4);
+        const unsigned char* const saved = cairo_image_surface_get_data(png.get());
+        EXPECT_EQ(std::memcmp(saved, pixels.data(), pixels.size() * sizeof pixels[0]), 0);
+    }
+
+    /// Draws, and expects that the part of the picture that only the chart is on shows it from a block on.
     void expect_chart(const std::string& path, int reduction, int column, int row,
                       viewer::Light light = viewer::Light::kDay) {
         SCOPED_TRACE(path + " at " + std::to_string(reduction));
+        draw();
         CZellap chart;
         ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
         std::vector<viewer::Argb> expected(static_cast<std::size_t>(kWindow.width * kClearRows));
@@ -90,12 +111,10 @@ public:
     TempFolder folder;
     std::vector<viewer::Argb> pixels =
         std::vector<viewer::Argb>(static_cast<std::size_t>(kWindow.width * kWindow.height));
+    std::vector<viewer::Argb> before;  ///< the picture that was drawn first
 
 private:
     void draw_once() { view_->draw({pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4}); }
 
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool news_ = false;
     std::unique_ptr<viewer::View> view_;
 };

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <zellap10/navigation/dead_reckoning.h>
@@ -13,8 +14,6 @@
 #include <viewer/scale_bar.h>
 #include <viewer/status.h>
 
-#include "../support/test_chart.h"
-#include "png.h"
 #include "screen.h"
 
 namespace {
@@ -36,23 +35,17 @@ TEST(View, ZoomsAndDragsTheChart) {
     // Block 80, 60 of 3 is chart pixel 241, 181 in its middle, and stays at 150, 150.
     screen->move({150, 150});
     screen->turn_wheel(2);
-    screen.draw();
     screen.expect_chart(path, 1, 241 - 150, 181 - 150);
     screen.drag({100, 100}, {63, 151});
-    screen.draw();
     screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51);
-    screen->do_command(Command::kPanRight);
-    screen->do_command(Command::kPanDown);
-    screen.draw();
+    screen.do_commands({Command::kPanRight, Command::kPanDown});
     screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96);
 
     for (const Light light : {Light::kDusk, Light::kNight, Light::kDay}) {
-        screen->do_command(Command::kLight);
-        screen.draw();
+        screen.do_commands({Command::kLight});
         screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96, light);
     }
-    screen->do_command(Command::kWhole);
-    screen.draw();
+    screen.do_commands({Command::kWhole});
     screen.expect_chart(path, 3, -70, -90);
 }
 
@@ -63,26 +56,20 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
     const std::string broken = screen.folder.write("b.chart", TestChart{}.bytes().substr(0, 5000));
     screen.folder.write("b.GEO", "Name=B\n");
     screen.folder.write("notes.txt", "no chart");
-    const std::string bare = screen.folder.write("d.chart", TestChart{}.bytes());  // no positions
+    const std::string bare = screen.folder.write("d.chart", TestChart{1498}.bytes());  // no positions
     screen.look_at({screen.folder.file("")});
     screen.expect_chart(first, 3, -70, -90);
 
-    screen->do_command(Command::kNext);
-    screen.draw();
-    const Argb background = viewer::theme_for(Light::kDay).background;
-    EXPECT_EQ(screen.pixel(10, 10), background);
-    EXPECT_GT(screen.count(viewer::theme_for(Light::kDay).warning.colour, {200, 200}, {440, 300}), 1000);
+    screen.do_commands({Command::kNext});
+    screen.before.assign(screen.pixels.size(), viewer::theme_for(Light::kDay).background);
+    EXPECT_EQ(screen.changed({0, 0}, {100, 100}), 0);
+    EXPECT_GT(screen.changed({200, 200}, {440, 300}), 1000);  // the trouble
 
-    screen->do_command(Command::kNext);
-    screen.draw();
+    screen.do_commands({Command::kNext});
     screen.expect_chart(last, 4, -70, -115);
-    screen->do_command(Command::kNext);
-    screen->do_command(Command::kGrid);
-    screen.draw();
+    screen.do_commands({Command::kNext, Command::kGrid});
     screen.expect_chart(bare, 3, -70, -90);
-    screen->do_command(Command::kNext);
-    screen->do_command(Command::kPrevious);
-    screen.draw();
+    screen.do_commands({Command::kNext, Command::kPrevious});
     screen.expect_chart(bare, 3, -70, -90);
 
     const viewer::Chart chart(broken);
@@ -94,10 +81,10 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
 
 TEST(View, DrawsARouteWhereItIsClicked) {
     Screen screen;
-    screen.look_at({TestChart{}.write(screen.folder, "chart")});
-    const std::vector<Argb> before = screen.pixels;
+    screen.look_at(TestChart{});
     const Argb route = viewer::theme_for(Light::kDay).route.colour;
 
+    screen->do_command(Command::kUndo);  // of nothing
     screen.click({100, 150});
     screen.click({400, 150});
     screen.draw();
@@ -114,25 +101,18 @@ TEST(View, DrawsARouteWhereItIsClicked) {
     screen.draw();
     EXPECT_EQ(screen.pixel(400, 160), route);
 
-    screen->press(Button::kRight, {10, 10});
-    screen->do_command(Command::kUndo);
-    screen->do_command(Command::kUndo);
-    screen->do_command(Command::kWhole);
-    screen->leave();
-    screen.draw();
-    EXPECT_EQ(screen.pixels, before);
     screen.click({100, 500});  // on the bar
+    screen->press(Button::kRight, {10, 10});
     screen->leave();
-    screen.draw();
-    EXPECT_EQ(screen.pixels, before);
+    screen.do_commands({Command::kUndo, Command::kWhole});
+    EXPECT_EQ(screen.pixels, screen.before);
 }
 
 TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
     TestChart chart;
     chart.has_inset = true;
     Screen screen;
-    screen.look_at({chart.write(screen.folder, "chart")});
-    const std::vector<Argb> before = screen.pixels;
+    screen.look_at(chart);
     // A leg on the chart, which the inset interrupts between 136 and 204, and one on the inset.
     screen.click({100, 150});
     screen.click({300, 150});
@@ -144,57 +124,37 @@ TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
     EXPECT_TRUE(is_route(120, 150) && is_route(220, 150));
     EXPECT_FALSE(is_route(140, 150) || is_route(170, 150) || is_route(202, 150));
     EXPECT_TRUE(is_route(160, 140) && is_route(175, 140));
-    screen->do_command(Command::kClear);
     screen->leave();
-    screen.draw();
-    EXPECT_EQ(screen.pixels, before);
+    screen.do_commands({Command::kClear});
+    EXPECT_EQ(screen.pixels, screen.before);
 }
 
 TEST(View, DrawsTheGridAlsoOverThe180thMeridian) {
     TestChart chart;
     chart.west = 179.25;
     Screen screen;
-    screen.look_at({chart.write(screen.folder, "chart")});
-    const std::vector<Argb> before = screen.pixels;
-    const auto changed = [&](Spot from, Spot to) {
-        int count = 0;
-        for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
-            for (int x = static_cast<int>(from.x); x <= to.x; ++x)
-                count += screen.pixels[static_cast<std::size_t>(y * kWindow.width + x)] !=
-                         before[static_cast<std::size_t>(y * kWindow.width + x)];
-        }
-        return count;
-    };
-    screen->do_command(Command::kGrid);
-    screen.draw();
+    screen.look_at(chart);
+    screen.do_commands({Command::kGrid});
     // At least 140 pixels of 0.003 degrees lie between lines: every 30 minutes, from 179 degrees 30 east on.
     for (const auto& [minutes, lines] :
          {std::pair{5, 0}, {15, 1}, {30, 0}, {45, 1}, {60, 0}, {75, 1}, {85, 0}}) {
         const double x = 70 + minutes / 60.0 * 1000 / 3;
-        EXPECT_EQ(changed({x - 2, 120}, {x + 2, 220}) >= 100, lines == 1) << minutes;
+        EXPECT_EQ(screen.changed({x - 2, 120}, {x + 2, 220}) >= 100, lines == 1) << minutes;
     }
-    EXPECT_GE(changed({230, 254}, {300, 258}), 70);  // 49 degrees 30
-    EXPECT_EQ(changed({230, 270}, {300, 370}), 0);
-    screen->do_command(Command::kGrid);
-    screen->do_command(Command::kPoints);
-    screen.draw();
-    EXPECT_EQ(changed({230, 254}, {300, 258}), 0);
-    EXPECT_GE(changed({310, 230}, {330, 250}), 30);  // the one in the middle
+    EXPECT_GE(screen.changed({230, 254}, {300, 258}), 70);  // 49 degrees 30
+    EXPECT_EQ(screen.changed({230, 270}, {300, 370}), 0);
+    screen.do_commands({Command::kGrid, Command::kPoints});
+    EXPECT_EQ(screen.changed({230, 254}, {300, 258}), 0);
+    EXPECT_GE(screen.changed({310, 230}, {330, 250}), 30);  // the one in the middle
 }
 
 TEST(View, SavesWhatIsSeenOnceItIsWhole) {
     Screen screen;
-    screen.look_at({TestChart{}.write(screen.folder, "chart")});
-    screen->do_command(Command::kCloser);
-    screen->do_command(Command::kSave);
-    screen->do_command(Command::kSave);
-    screen.draw();
+    screen.look_at(TestChart{});
+    screen.do_commands({Command::kCloser, Command::kSave, Command::kSave});
     EXPECT_FALSE(std::filesystem::exists(screen.folder.file("chart-2.png")));
-    screen->do_command(Command::kNone);  // takes the message away
-    screen.draw();
-    const Png png = read_png(screen.folder.file("chart-1.png"));
-    EXPECT_EQ(png.width, kWindow.width);
-    EXPECT_TRUE(png.pixels == screen.pixels);
+    screen.do_commands({Command::kNone});  // takes the message away
+    screen.expect_saved(screen.folder.file("chart-1.png"));
 }
 
 TEST(View, GoesToTheMostDetailedChartOfAPlace) {
@@ -206,16 +166,11 @@ TEST(View, GoesToTheMostDetailedChartOfAPlace) {
     screen->move({150, 150});
     screen->turn_wheel(2);
     screen.drag({300, 200}, {150, 140});
-    screen.draw();
     screen.expect_chart(wide, 1, 241, 91);
     // The middle of the window is pixel 560.5, 330.5 of this one and 1042, 522 of the other one.
-    screen->do_command(Command::kBest);
-    screen->do_command(Command::kNone);  // takes the message away
-    screen.draw();
+    screen.do_commands({Command::kBest, Command::kNone});  // takes the message away
     screen.expect_chart(close, 4, -59, -109);
-    screen->do_command(Command::kPrevious);
-    screen->do_command(Command::kPrevious);
-    screen.draw();
+    screen.do_commands({Command::kPrevious, Command::kPrevious});
     screen.expect_chart(wide, 1, 241, 91);
 }
 
@@ -302,22 +257,13 @@ TEST(Status, TellsPositionsCoursesAndTheChart) {
 }
 
 TEST(Steps, AreRoundNumbers) {
-    for (const auto& [least, step] : {std::pair{0.001, 0.01},
-                                      {0.011, 0.02},
-                                      {1.0, 1.0},
-                                      {1.01, 2.0},
-                                      {16.0, 20.0},
-                                      {31.0, 60.0},
-                                      {70.0, 120.0},
-                                      {9e9, 1800.0}})
+    const std::pair<double, double> grid[] = {{0.001, 0.01}, {0.011, 0.02}, {1, 1},    {1.01, 2},
+                                              {16, 20},      {31, 60},      {70, 120}, {9e9, 1800}};
+    for (const auto& [least, step] : grid)
         EXPECT_EQ(viewer::grid_step(least), step) << least;
-    for (const auto& [most, length] : {std::pair{0.1, 0.1},
-                                       {0.19, 0.1},
-                                       {4.9, 2.0},
-                                       {5.0, 5.0},
-                                       {999.0, 500.0},
-                                       {0.0999, 100 / 1852.0},
-                                       {0.005, 5 / 1852.0}})
+    const std::pair<double, double> bar[] = {
+        {0.1, 0.1}, {0.19, 0.1}, {4.9, 2}, {5, 5}, {999, 500}, {0.0999, 100 / 1852.0}, {0.005, 5 / 1852.0}};
+    for (const auto& [most, length] : bar)
         EXPECT_NEAR(viewer::bar_length(most), length, 1e-12) << most;
 }
 
