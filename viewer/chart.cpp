@@ -11,9 +11,6 @@ using zellap10::plotter::is_fitted;
 
 namespace {
 
-// Room for sums of columns of tiles.
-constexpr int kLargestSide = 1 << 30;
-
 std::vector<Pixel> outline_on_chart(const CGEORec& record) {
     std::vector<Pixel> outline;
     for (const Position& corner : zellap10::plotter::outline_of(record).corners) {
@@ -32,8 +29,8 @@ Chart::Chart(const std::string& file) : path(file), name(std::filesystem::path(f
         return;
     }
     const CSize size = chart->GetDocumentSize();
-    if (size.cx < 1 || size.cy < 1 || size.cx > kLargestSide || size.cy > kLargestSide) {
-        trouble = "It has no picture, or one that is too large to show.";
+    if (size.cx < 1 || size.cy < 1) {
+        trouble = "It has no picture.";
         return;
     }
     zellap = std::move(chart);

@@ -1,6 +1,7 @@
 #include <viewer/mosaic.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -25,19 +26,27 @@ struct Range {
 
 // The blocks of one direction that the window shows.
 Range shown(int first, int window, int blocks) {
-    return {std::clamp(first, 0, blocks), std::clamp(first + window, 0, blocks)};
+    const std::int64_t last = std::int64_t{first} + window;
+    return {std::clamp(first, 0, blocks), static_cast<int>(std::clamp<std::int64_t>(last, 0, blocks))};
+}
+
+// Tiles that some blocks fill, the last one perhaps in part.
+int tile_count(int blocks, int tile) {
+    return static_cast<int>((std::int64_t{blocks} + tile - 1) / tile);
 }
 
 Range tiles_of(Range blocks, int tile) {
-    return {blocks.first / tile, (blocks.last + tile - 1) / tile};
+    return {blocks.first / tile, tile_count(blocks.last, tile)};
+}
+
+// What of a tile is shown, in blocks.
+Range shown_of(Range shown, int index, int tile) {
+    const std::int64_t last = (std::int64_t{index} + 1) * tile;
+    return {std::max(shown.first, index * tile), static_cast<int>(std::min<std::int64_t>(shown.last, last))};
 }
 
 Range wider(Range range, int by, int most) {
     return {std::max(range.first - by, 0), std::min(range.last + by, most)};
-}
-
-int tile_count(int blocks, int tile) {
-    return (blocks + tile - 1) / tile;
 }
 
 struct Area {
@@ -54,12 +63,8 @@ Area tiles_of(const Area& blocks) {
     return {tiles_of(blocks.columns, kTileWidth), tiles_of(blocks.rows, kTileHeight)};
 }
 
-// What of a tile the window shows, in blocks.
 Area shown_of(const Area& shown, int column, int row) {
-    return {
-        {std::max(shown.columns.first, column * kTileWidth),
-         std::min(shown.columns.last, (column + 1) * kTileWidth)},
-        {std::max(shown.rows.first, row * kTileHeight), std::min(shown.rows.last, (row + 1) * kTileHeight)}};
+    return {shown_of(shown.columns, column, kTileWidth), shown_of(shown.rows, row, kTileHeight)};
 }
 
 Argb* pixel_at(const Picture& picture, const Camera& camera, int column, int row) {
@@ -93,7 +98,7 @@ public:
     bool is_whole() const { return std::find(tiles_.begin(), tiles_.end(), nullptr) == tiles_.end(); }
 
     // The coarse block over the middle of a block.
-    int coarse(int block) const { return (block * from_ + from_ / 2) / to_; }
+    int coarse(int block) const { return static_cast<int>((std::int64_t{block} * from_ + from_ / 2) / to_); }
 
     // The line of a tile with a coarse row; the tile is the one with a coarse column.
     const Argb* line(int column, int row) const {
@@ -141,9 +146,10 @@ void fill_outside(const Area& blocks, const Camera& camera, Argb background, con
     };
     const int first = blocks.columns.first - camera.part().column;
     const int last = blocks.columns.last - camera.part().column;
+    const int top = blocks.rows.first - camera.part().row;
+    const int bottom = blocks.rows.last - camera.part().row;
     for (int y = 0; y < picture.height; ++y) {
-        const int row = camera.part().row + y;
-        const bool inside = row >= blocks.rows.first && row < blocks.rows.last && first < last;
+        const bool inside = y >= top && y < bottom && first < last;
         std::fill(line(y), line(y) + (inside ? first : picture.width), background);
         if (inside) std::fill(line(y) + last, line(y) + picture.width, background);
     }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -47,6 +48,25 @@ TEST(View, ZoomsAndDragsTheChart) {
     }
     screen.do_commands({Command::kWhole});
     screen.expect_chart(path, 3, -70, -90);
+}
+
+TEST(View, ShowsTheWidestChart) {
+    samples::Chart wide;
+    wide.width = std::numeric_limits<int>::max();
+    wide.height = 1;
+    wide.colours = {{255, 0, 0}, {0, 0, 255}};
+    std::string line;
+    samples::append_line_number(line, 1);
+    samples::append_run(line, wide.bits_per_pixel, 1, wide.width - 100);
+    samples::append_run(line, wide.bits_per_pixel, 2, 100);
+    Screen screen;
+    const std::string path = screen.folder.write(
+        "wide.chart", samples::chart_bytes(samples::text_part(wide), wide.bits_per_pixel, {line + '\0'}));
+    screen.look_at({path});
+    screen.expect_chart(path, 16, (1 << 26) - 320, -240);
+    screen->turn_wheel(Camera::kSteps);
+    screen.drag({300, 100}, {-2e9, 100});
+    screen.expect_chart(path, 1, wide.width - 1 - 320, -240);
 }
 
 TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
