@@ -37,19 +37,16 @@ TEST(Link, IsFollowed) {
     EXPECT_EQ(chart.BaseRec.Points.GetCount(), 1);
 }
 
-struct ChangeRow {
-    const char* name;
-    std::size_t size;
-};
-
-const ChangeRow kChangeRows[] = {
-    {"emptied", 0},           {"cut in the text", 20}, {"cut in a line", 66},
-    {"cut in the table", 70}, {"longer", 5000},
-};
-
 // What was read ahead may still be the old file's; the rest is the new one's, or what stands for its end.
 TEST(FileThatChanged, GivesPixelsAndNothingElse) {
-    for (const ChangeRow& row : kChangeRows) {
+    const struct {
+        const char* name;
+        std::size_t size;
+    } rows[] = {
+        {"emptied", 0},           {"cut in the text", 20}, {"cut in a line", 66},
+        {"cut in the table", 70}, {"longer", 5000},
+    };
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const TempFolder folder;
         const std::string path = folder.write("c.cht", small_chart());
