@@ -54,19 +54,16 @@ public:
 Rows random_rows(int m, int n, int rank) {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> spread(-1.0, 1.0);
-    const auto rows = static_cast<std::size_t>(m);
     const auto columns = static_cast<std::size_t>(n);
-    Rows matrix(rows, std::vector<double>(columns, 0.0));
+    Rows matrix(static_cast<std::size_t>(m), std::vector<double>(columns, 0.0));
+    std::vector<double> right(columns);
     for (int r = 0; r < rank; ++r) {
-        std::vector<double> left(rows);
-        std::vector<double> right(columns);
-        for (double& element : left)
-            element = spread(random);
         for (double& element : right)
             element = spread(random) / rank;
-        for (std::size_t i = 0; i < rows; ++i) {
+        for (std::vector<double>& row : matrix) {
+            const double left = spread(random);
             for (std::size_t j = 0; j < columns; ++j)
-                matrix[i][j] += left[i] * right[j];
+                row[j] += left * right[j];
         }
     }
     return matrix;

@@ -22,6 +22,7 @@ struct IntegerRow {
 const IntegerRow kIntegerRows[] = {
     // name                           text                      taken  value        rest
     {"white space in front",          " \t\r\n\v\f7 ",          true,  7,           " "},
+    {"plus sign",                     "+12",                    true,  12,          ""},
     {"minus sign",                    "-12x",                   true,  -12,         "x"},
     {"blank behind the sign",         "- 12",                   false, 0,           "- 12"},
     {"no digit",                      "  x",                    false, 0,           "  x"},
@@ -68,6 +69,7 @@ const RealRow kRealRows[] = {
     {"infinity, letter behind", "-InfinityX",    true,  -HUGE_VAL,  "X"},
     {"inf, letter behind",     "inferior",       true,  HUGE_VAL,   "erior"},
     {"two exponents",          "1e2e3",          true,  100.0,      "e3"},
+    {"two of hexadecimal",     "0x1p2p3",        true,  4.0,        "p3"},
     {"zeros before an x",      "00x1",           true,  0.0,        "x1"},
     {"p behind a decimal",     "42p1",           true,  42.0,       "p1"},
     {"hexadecimal, no inf",    "0xfi",           true,  15.0,       "i"},
@@ -75,8 +77,10 @@ const RealRow kRealRows[] = {
     {"x breaks off",           "-0x",            false, 0.0,        "-0x"},
     {"exponent breaks off",    " 42e",           false, 42.0,       " 42e"},
     {"exponent and its sign",  "1e+",            false, 1.0,        "1e+"},
+    {"point, exponent",        "7.e x",          false, 7.0,        "7.e x"},
     {"exponent of 2",          "0x8P-",          false, 8.0,        "0x8P-"},
     {"infi",                   "+infi 1",        false, HUGE_VAL,   "+infi 1"},
+    {"infinit",                "INFINIT",        false, HUGE_VAL,   "INFINIT"},
     {"a point alone",          ".",              false, 0.0,        "."},
 };
 // clang-format on
