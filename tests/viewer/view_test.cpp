@@ -67,6 +67,8 @@ TEST(View, ShowsTheWidestChart) {
     screen->turn_wheel(Camera::kSteps);
     screen.drag({300, 100}, {-2e9, 100});
     screen.expect_chart(path, 1, wide.width - 1 - 320, -240);
+    screen->turn_wheel(-4);
+    screen.expect_chart(path, 6, wide.width / 6 - 320, -240);
 }
 
 TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
