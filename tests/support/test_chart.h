@@ -79,7 +79,7 @@ private:
                 section.points.push_back({lon > 180 ? lon - 360 : lon, position.latitude, x, y});
             }
         }
-        for (const std::size_t corner : {0, 6, 8, 2})
+        for (const std::size_t corner : {0U, 6U, 8U, 2U})
             section.vertices.push_back({section.points[corner].lat, section.points[corner].lon});
         return section;
     }
