@@ -7,7 +7,6 @@
 namespace zellap10::navigation {
 namespace {
 
-using platform::DEG_TO_RAD;
 using platform::HALF_PI;
 using platform::RAD_TO_DEG;
 

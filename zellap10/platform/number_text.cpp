@@ -26,7 +26,7 @@ bool is_digit(char c) {
 // @param next   the character behind it
 bool breaks_off(std::string_view taken, char next) {
     if (taken.front() == '-' || taken.front() == '+') taken.remove_prefix(1);
-    const auto has = [taken](const char* any) { return taken.find_first_of(any) != taken.npos; };
+    const auto has = [taken](const char* any) { return taken.find_first_of(any) != std::string_view::npos; };
     const auto lower = [](char c) { return c | 0x20; };  // of letters
     if (lower(next) == 'x') return taken == "0";
     if (lower(next) == 'e') return !has("xXeEnN");
