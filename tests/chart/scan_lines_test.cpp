@@ -108,6 +108,22 @@ TEST(NoPixels, NeedNoRoom) {
     }
 }
 
+// Runs are filled in ways of their own by their length, on either side of each bound.
+TEST(RunsOfAnyLength, FillALine) {
+    std::vector<std::pair<int, int>> runs;
+    std::string bytes;
+    int width = 0;
+    for (const int length : {1, 64, 65, 256, 257, 2048, 2049, 5000, 3}) {
+        runs.emplace_back(static_cast<int>(runs.size()) + 1, length);
+        append_run(bytes, 4, runs.back().first, length);
+        width += length;
+    }
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(chart_of_line(width, bytes)), 1);
+    EXPECT_EQ(line_of(chart, 0), joined(runs));
+    EXPECT_EQ(window_of(chart, 0, 1, 0, width), joined(runs));
+}
+
 struct LongRunRow {
     const char* name;
     std::string bytes;
