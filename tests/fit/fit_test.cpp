@@ -229,6 +229,15 @@ TEST(RecordFit, DecidesEachDirectionByItself) {
     EXPECT_EQ(record.wpSplit, kLargest);
 }
 
+TEST(RecordFit, KeepsOneRegionWhereTwoErrNoLess) {
+    // All at one place, where nothing errs at all.
+    CGEORec record;
+    for (int i = 0; i < 36; ++i)
+        add_points(record, {{i % 6 * 200, i / 6 * 200, 0, 0}});
+    record.solvepoly();
+    EXPECT_EQ(record.pwSplit, kLargest);
+}
+
 TEST(RecordFit, CrossesThe180thMeridian) {
     CGEORec record;
     record.Projection = "MERCATOR";
