@@ -32,6 +32,7 @@ TEST(ChartLife, GoesThroughItsStates) {
     EXPECT_STREQ(chart.Version, "1.0");
     EXPECT_TRUE(chart.Path.IsEmpty());
     EXPECT_EQ(chart.LogPalette.palVersion, 0x300);
+    EXPECT_EQ(chart.LogPalette.palNumEntries, 0);
     EXPECT_EQ(chart.GetDocumentSize().cx, 0);
     expect_no_pixels(chart);
     chart.CloseZellap();
