@@ -10,16 +10,27 @@ namespace {
 using zellap10::platform::number_of;
 using zellap10::platform::TextScanner;
 
-struct IntegerRow {
+struct NumberRow {
     const char* name;
     const char* text;
     bool taken;
-    int value;
+    double value;  // of the number at the front, also of a real one that breaks off and is not taken
     const char* rest;
 };
 
+// The whole number or nothing.
+template <class Number>
+void expect_read(const NumberRow& row, bool (TextScanner::*read)(Number&)) {
+    SCOPED_TRACE(row.name);
+    TextScanner scanner(row.text);
+    Number value = 0;
+    EXPECT_EQ((scanner.*read)(value), row.taken);
+    EXPECT_EQ(value, row.taken ? row.value : 0.0);
+    EXPECT_STREQ(scanner.rest(), row.rest);
+}
+
 // clang-format off
-const IntegerRow kIntegerRows[] = {
+const NumberRow kIntegerRows[] = {
     // name                           text                      taken  value        rest
     {"white space in front",          " \t\r\n\v\f7 ",          true,  7,           " "},
     {"plus sign",                     "+12",                    true,  12,          ""},
@@ -37,26 +48,12 @@ const IntegerRow kIntegerRows[] = {
 // clang-format on
 
 TEST(TextScannerInteger, ReadsAsScanFormatD) {
-    for (const IntegerRow& row : kIntegerRows) {
-        SCOPED_TRACE(row.name);
-        TextScanner scanner(row.text);
-        int value = 0;
-        EXPECT_EQ(scanner.integer(value), row.taken);
-        EXPECT_EQ(value, row.value);
-        EXPECT_STREQ(scanner.rest(), row.rest);
-    }
+    for (const NumberRow& row : kIntegerRows)
+        expect_read(row, &TextScanner::integer);
 }
 
-struct RealRow {
-    const char* name;
-    const char* text;
-    bool taken;
-    double value;  // of the number at the front, also where it breaks off and is not taken
-    const char* rest;
-};
-
 // clang-format off
-const RealRow kRealRows[] = {
+const NumberRow kRealRows[] = {
     // name                    text              taken  value       rest
     {"decimal",                " 42.5 -71",      true,  42.5,       " -71"},
     {"comma ends it",          "42,5",           true,  42.0,       ",5"},
@@ -85,16 +82,10 @@ const RealRow kRealRows[] = {
 };
 // clang-format on
 
-// The whole number or nothing; number_of takes what is whole.
 TEST(TextScannerReal, ReadsAsScanFormatLf) {
-    for (const RealRow& row : kRealRows) {
-        SCOPED_TRACE(row.name);
-        TextScanner scanner(row.text);
-        double value = 0.0;
-        EXPECT_EQ(scanner.real(value), row.taken);
-        EXPECT_EQ(value, row.taken ? row.value : 0.0);
-        EXPECT_STREQ(scanner.rest(), row.rest);
-        EXPECT_EQ(number_of(row.text), row.value);
+    for (const NumberRow& row : kRealRows) {
+        expect_read(row, &TextScanner::real);
+        EXPECT_EQ(number_of(row.text), row.value) << row.name;
     }
 }
 
