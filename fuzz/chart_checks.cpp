@@ -167,10 +167,14 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
     const int count = chart.LogPalette.palNumEntries;
     const PALETTEENTRY* entries = chart.LogPalette.palPalEntry;
     must(count <= 256 && count >= chart.HeaderColourCount, "a palette holds the chart's colours");
-    PALETTEENTRY copied[256] = {};
+    PALETTEENTRY copied[512] = {};
     const HPALETTE handle = chart.GetPaletteHandle();
     must(handle != nullptr, "an open chart has a palette object");
-    must(count == 0 || GetPaletteEntries(handle, 0, 256, copied) == static_cast<unsigned>(count),
+    const auto size = static_cast<unsigned>(count);
+    must(count == 0 || (GetPaletteEntries(handle, 0, 0, nullptr) == size &&
+                        GetPaletteEntries(handle, 0, size - 1, copied) == size - 1 &&
+                        GetPaletteEntries(handle, size - 1, 256, copied + count - 1) == 1 &&
+                        GetPaletteEntries(handle, size + 1, 1, copied) == 0),
          "the palette object has the entries of the palette");
     for (int i = 0; i < count; ++i) {
         const PALETTEENTRY& of = i < chart.HeaderColourCount ? chart.HeaderColours[i] : copied[i];

@@ -174,39 +174,58 @@ TEST(BestOrder, IsTheLowerOfEqualOnesAndNeverNan) {
     EXPECT_EQ(best(Way::kPw, odd).error, -1.0);
 }
 
-struct HalvesRow {
+// Longitudes bend at row 10, where the latitude is 0; a straight half is met by every order.
+PointRow bent_at_row_10(int i) {
+    const int x[] = {0, 3, 7, 1, 5, 8, 1, 4, 8, 2, 6, 9};
+    const int y[] = {0, 1, 0, 3, 3, 2, 20, 19, 20, 17, 17, 18};
+    return {x[i], y[i], 0.1 * x[i] + 0.1 * std::abs(y[i] - 10), 1 - 0.1 * y[i]};
+}
+
+PointRow bent_on_one_latitude(int i) {
+    const int x = i % 6 * 200, y = i / 6 * 100;
+    return {x, y, 10 + 0.002 * x + 0.001 * std::abs(y - 500), 40};
+}
+
+PointRow at_one_place(int i) {
+    return {i % 6 * 200, i / 6 * 200, 0, 0};
+}
+
+PointRow scattered(int i) {
+    return {i * 7 % 10, i * i % 11, double(i * i * i % 17), double(i * i % 13)};
+}
+
+struct RegionsRow {
     const char* name;
-    int low, high;  // points with small rows, and with large ones
+    PointRow (*point)(int i);
+    int from, to;
     double pw_split, wp_split;
 };
 
-const HalvesRow kHalvesRows[] = {
-    {"six points a half", 6, 6, 10.0, 0.0},
-    {"five in the low rows", 5, 6, kLargest, kLargest},
-    {"five in the high rows", 6, 5, kLargest, kLargest},
+// clang-format off
+const RegionsRow kRegionsRows[] = {
+    // name                           points                from  to  pwSplit   wpSplit
+    {"six points a half",             bent_at_row_10,       0,    12, 10.0,     0.0},
+    {"five in the low rows",          bent_at_row_10,       1,    12, kLargest, kLargest},
+    {"five in the high rows",         bent_at_row_10,       0,    11, kLargest, kLargest},
+    {"no latitude to divide by",      bent_on_one_latitude, 0,    66, 500.0,    kLargest},
+    {"each half errs less, not both", scattered,            0,    26, kLargest, 6.0},
+    {"where nothing errs at all",     at_one_place,         0,    36, kLargest, kLargest},
 };
+// clang-format on
 
-// Longitudes bend at row 10, where the latitude is 0; a straight half is met by every order.
 TEST(RecordFit, TakesTwoRegionsWhereTheyErrLess) {
-    const int x[] = {0, 3, 7, 1, 5, 8};
-    const int y[] = {0, 1, 0, 3, 3, 2};
-    for (const HalvesRow& row : kHalvesRows) {
+    for (const RegionsRow& row : kRegionsRows) {
         SCOPED_TRACE(row.name);
         CGEORec record;
-        const auto add = [&record](int column, int line) {
-            add_points(record, {{column, line, 0.1 * column + 0.1 * std::abs(line - 10), 1 - 0.1 * line}});
-        };
-        for (int i = 0; i < row.low; ++i)
-            add(x[i], y[i]);
-        for (int i = 0; i < row.high; ++i)
-            add(x[i] + 1, 20 - y[i]);
+        for (int i = row.from; i < row.to; ++i)
+            add_points(record, {row.point(i)});
+        record.pwxPoly[1][0] = kUnwritten;
         record.solvepoly();
         EXPECT_NEAR(record.pwSplit, row.pw_split, 1e-12);
         EXPECT_NEAR(record.wpSplit, row.wp_split, 1e-12);
-        if (row.pw_split == kLargest) {
-            EXPECT_EQ(record.pwxPoly[1][0], 0.0) << "a second region is written where it is used";
-            continue;
-        }
+        EXPECT_EQ(record.pwxPoly[1][0] == kUnwritten, row.pw_split == kLargest)
+            << "a second region is written where it is used";
+        if (row.point != bent_at_row_10 || row.wp_split == kLargest) continue;
         for (const int line : {2, 17}) {
             const double longitude = 0.4 + 0.1 * std::abs(line - 10);
             EXPECT_NEAR(record.pwx(4, line), longitude, 1e-9);
@@ -215,27 +234,6 @@ TEST(RecordFit, TakesTwoRegionsWhereTheyErrLess) {
             EXPECT_NEAR(record.wpy(longitude, 1 - 0.1 * line), line, 1e-9);
         }
     }
-}
-
-TEST(RecordFit, DecidesEachDirectionByItself) {
-    // All on one latitude: nothing to divide by latitude.
-    CGEORec record;
-    for (int i = 0; i < 66; ++i) {
-        const int x = i % 6 * 200, y = i / 6 * 100;
-        add_points(record, {{x, y, 10 + 0.002 * x + 0.001 * std::abs(y - 500), 40}});
-    }
-    record.solvepoly();
-    EXPECT_EQ(record.pwSplit, 500.0);
-    EXPECT_EQ(record.wpSplit, kLargest);
-}
-
-TEST(RecordFit, KeepsOneRegionWhereTwoErrNoLess) {
-    // All at one place, where nothing errs at all.
-    CGEORec record;
-    for (int i = 0; i < 36; ++i)
-        add_points(record, {{i % 6 * 200, i / 6 * 200, 0, 0}});
-    record.solvepoly();
-    EXPECT_EQ(record.pwSplit, kLargest);
 }
 
 TEST(RecordFit, CrossesThe180thMeridian) {

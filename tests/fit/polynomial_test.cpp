@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include <zellap10/georef/geo_record.h>
 
@@ -15,9 +14,6 @@ TEST(Polynomial, HasItsTermsInOrder) {
                                      24, 36, 54, 81, 32, 48, 72, 108, 162, 243};
     for (int i = 0; i < kTerms; ++i)
         EXPECT_EQ(record.polyfunc(i, 2.0, 3.0), expected[i]) << i;
-    for (const int i : {-1, kTerms, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        EXPECT_EQ(record.polyfunc(i, 2.0, 3.0), 0.0) << i;
-    }
 }
 
 // (1 + d) (1 - d) is 1 - d*d, which rounds to 1; a multiply-add that rounds only once would leave -d*d.

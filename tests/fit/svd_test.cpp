@@ -150,15 +150,6 @@ TEST(Decomposition, LeavesItsValuesUnsorted) {
     }
 }
 
-TEST(BackSubstitution, Solves) {
-    const Decomposed d({{2, 0, 1}, {0, 4, 0}, {1, 0, 3}}, 3);
-    double b[] = {0, 5, 8, 10};  // 2x+z, 4y, x+3z at (1, 2, 3)
-    double x[4] = {};
-    d.record.svbksb(d.u, d.w, d.v, d.m, d.n, b, x);
-    for (int i = 1; i <= 3; ++i)
-        EXPECT_NEAR(x[i], i, kTol);
-}
-
 TEST(Pythag, DoesNotOverflow) {
     const CGEORec record;
     EXPECT_EQ(record.pythag(3, 4), 5.0);
