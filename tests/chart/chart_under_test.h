@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -81,16 +83,23 @@ inline std::string small_chart() {
            "\x00\x00\x00\x3C\x00\x00\x00\x41\x00\x00\x00\x45"s;
 }
 
-/// Stripes of 16 colours in runs that no block size divides, different from line to line.
-inline samples::Chart striped_chart(int width, int height) {
+/// A chart of runs of 1 pixel to some hundreds, of every colour that the depth has. No two lines are alike,
+/// nor are charts of different depths.
+inline samples::Chart random_chart(int width, int height, int bits_per_pixel) {
     samples::Chart chart;
     chart.width = width;
     chart.height = height;
+    chart.bits_per_pixel = bits_per_pixel;
     for (int i = 1; i < 16; ++i)
         chart.colours.push_back({i * 17, 255 - i * 11, i * 53 % 256});
-    chart.draw = [width](int line, unsigned char* pixels) {
-        for (int x = 0; x < width; ++x)
-            pixels[x] = static_cast<unsigned char>((x / 7 + line * 5) % 16);
+    chart.draw = [width, bits_per_pixel](int line, unsigned char* pixels) {
+        std::minstd_rand random(static_cast<unsigned>(line * 8 + bits_per_pixel));
+        const auto below = [&random](unsigned bound) { return static_cast<int>((random() >> 5) % bound); };
+        for (int left = width; left > 0;) {
+            const int length = std::min(left, 1 + below(1U << below(10)));
+            pixels = std::fill_n(pixels, length, static_cast<unsigned char>(below(1U << bits_per_pixel)));
+            left -= length;
+        }
     };
     return chart;
 }

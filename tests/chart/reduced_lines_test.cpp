@@ -31,7 +31,7 @@ const ReductionRow kReductionRows[] = {
 
 TEST(ReducedLine, IsTheMeanOfEachBlock) {
     ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(striped_chart(9000, 10))), 1);
+    ASSERT_EQ(chart.open(samples::chart_bytes(random_chart(9000, 10, 4))), 1);
     for (const ReductionRow& row : kReductionRows) {
         SCOPED_TRACE(row.name);
         const int count = row.cols / row.x_factor;
@@ -42,55 +42,6 @@ TEST(ReducedLine, IsTheMeanOfEachBlock) {
         chart.plain_reduced_line(row.line, row.col, row.cols, expected.data(), row.x_factor, row.y_factor);
         EXPECT_EQ(dest.pixels(), expected.pixels());
     }
-}
-
-TEST(ReducedLine, KeepsAWhiteBlockOfTheLargestSizeWhite) {
-    samples::Chart white;
-    white.width = 8224;
-    white.height = 2;
-    white.colours = {{0, 0, 0}, {255, 255, 255}};
-    white.draw = [](int, unsigned char* pixels) { std::fill_n(pixels, 8224, static_cast<unsigned char>(2)); };
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(white)), 1);
-    for (const int lines : {1, 2}) {
-        GuardedPixels dest(1);
-        ASSERT_EQ(chart.getAALine(0, 0, 8224, dest.data(), 8224, lines), 1);
-        EXPECT_EQ(dest.pixels(), std::vector<int>{2}) << lines;
-    }
-}
-
-// One block more than fits the fast sums' columns, and as many as fit.
-TEST(ReducedLine, IsAsWideAsTheChart) {
-    constexpr int kBlock = 4096;
-    constexpr int kWidth = (1 << 24) + kBlock;
-    std::string runs = "\x01";
-    samples::append_run(runs, 4, 1, kWidth - kBlock);
-    samples::append_run(runs, 4, 2, kBlock);
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(text_of_size(kWidth, 1), 4, {runs})), 1);
-    for (const int first : {0, 1, 2}) {
-        const int count = kWidth / kBlock - first;
-        GuardedPixels dest(static_cast<std::size_t>(count));
-        ASSERT_EQ(chart.getAALine(0, first * kBlock, count * kBlock, dest.data(), kBlock, 1), 1);
-        EXPECT_TRUE(dest.guards_untouched());
-        std::vector<int> expected(static_cast<std::size_t>(count), 1);
-        expected.back() = 2;
-        EXPECT_EQ(dest.pixels(), expected);
-    }
-}
-
-TEST(ReducedLine, TakesTheSlotOfAColourThatThePaletteLacks) {
-    // Pixels of colour 9 on a chart with colours 1 and 2 only, whose palette ends before 9.
-    samples::Chart drawn = striped_chart(4, 1);
-    drawn.colours = {{255, 255, 255}, {250, 250, 250}};
-    drawn.draw = [](int, unsigned char* pixels) { std::fill_n(pixels, 4, static_cast<unsigned char>(9)); };
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
-    ASSERT_LE(chart.LogPalette.palNumEntries, 9);
-    chart.ColourIndex[0] = 77;
-    GuardedPixels dest(2);
-    ASSERT_EQ(chart.getAALine(0, 0, 4, dest.data(), 2, 1), 1);
-    EXPECT_EQ(dest.pixels(), (std::vector<int>{77, 77}));
 }
 
 }  // namespace

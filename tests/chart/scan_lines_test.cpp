@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,14 +10,9 @@
 
 namespace {
 
-using samples::append_run;
+using namespace std::string_literals;
 
-std::vector<int> line_of(ChartUnderTest& chart, int line) {
-    GuardedPixels dest(static_cast<std::size_t>(chart.Width));
-    EXPECT_EQ(chart.getLine(line, dest.data()), 1);
-    EXPECT_TRUE(dest.guards_untouched());
-    return dest.pixels();
-}
+using ColourRun = std::pair<int, int>;  // colour and length
 
 std::vector<int> window_of(ChartUnderTest& chart, int line, int lines, int col, int cols) {
     GuardedPixels dest(static_cast<std::size_t>(lines) * static_cast<std::size_t>(cols));
@@ -26,23 +21,32 @@ std::vector<int> window_of(ChartUnderTest& chart, int line, int lines, int col, 
     return dest.pixels();
 }
 
-// Colour and length.
-std::pair<int, int> next_run(ChartUnderTest& chart) {
-    std::pair<int, int> run(-1, -1);
+ColourRun run_at(ChartUnderTest& chart) {
+    ColourRun run(-1, -1);
     chart.vNextCRL(&run.first, &run.second);
     return run;
 }
 
-std::pair<int, int> first_run(ChartUnderTest& chart, long line) {
+// Holds all ways to read a line to its runs, of which the last may pass the end of the line: as a whole the
+// line is then refused behind the runs in front of that one, and elsewhere it is cut.
+void expect_runs(ChartUnderTest& chart, int line, const std::vector<ColourRun>& runs) {
+    const auto width = static_cast<std::size_t>(chart.Width);
+    std::vector<int> whole;
+    std::vector<int> cut;
     chart.seekLine(line);
-    return next_run(chart);
-}
-
-std::vector<int> joined(std::vector<std::pair<int, int>> runs) {
-    std::vector<int> pixels;
-    for (const auto& [colour, length] : runs)
-        pixels.insert(pixels.end(), static_cast<std::size_t>(length), colour);
-    return pixels;
+    for (const auto& [colour, length] : runs) {
+        EXPECT_EQ(run_at(chart), ColourRun(colour, length));
+        const std::size_t end = cut.size() + static_cast<std::size_t>(length);
+        cut.resize(std::min(end, width), colour);
+        if (end <= width) whole = cut;
+    }
+    GuardedPixels dest(width);
+    EXPECT_EQ(chart.getLine(line, dest.data()), whole.size() == width ? 1 : 0);
+    EXPECT_TRUE(dest.guards_untouched());
+    whole.resize(width, kUntouched);
+    EXPECT_EQ(dest.pixels(), whole);
+    EXPECT_EQ(window_of(chart, line, 1, 0, chart.Width), cut);
+    EXPECT_EQ(window_of(chart, line, 1, chart.Width - 1, 1), std::vector<int>{cut.back()});
 }
 
 TEST(SmallChart, DecodesAsDrawn) {
@@ -53,45 +57,15 @@ TEST(SmallChart, DecodesAsDrawn) {
     EXPECT_EQ(chart.RunMask, 0x07);
     EXPECT_EQ(chart.ColourShift, 3);
     EXPECT_EQ(chart.LineCount, 2);
-    EXPECT_EQ(chart.LineOffsets[0], 60);
-    EXPECT_EQ(chart.LineOffsets[1], 65);
-    EXPECT_EQ(chart.LineOffsets[2], 69);
-    EXPECT_EQ(line_of(chart, 0), joined({{1, 8}, {2, 12}}));
-    EXPECT_EQ(line_of(chart, 1), joined({{2, 20}}));
-    EXPECT_EQ(window_of(chart, 0, 2, 6, 4), joined({{1, 2}, {2, 6}}));
-    EXPECT_EQ(window_of(chart, 0, 1, 8, 12), joined({{2, 12}})) << "from the boundary of two runs";
-    EXPECT_EQ(window_of(chart, 0, 1, 0, 8), joined({{1, 8}}));
-    EXPECT_EQ(window_of(chart, 0, 2, 0, 20), joined({{1, 8}, {2, 32}}));
-}
-
-TEST(SmallChart, GivesItsRunsOneByOne) {
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(small_chart()), 1);
-    for (const long line : {0L, -5L, LONG_MIN}) {
-        EXPECT_EQ(first_run(chart, line), std::pair(1, 8));
-        EXPECT_EQ(next_run(chart), std::pair(2, 12));
+    EXPECT_EQ(std::vector<int>(chart.LineOffsets, chart.LineOffsets + 3), (std::vector<int>{60, 65, 69}));
+    expect_runs(chart, 0, {{1, 8}, {2, 12}});
+    expect_runs(chart, 1, {{2, 20}});
+    EXPECT_EQ(window_of(chart, 0, 2, 6, 4), (std::vector<int>{1, 1, 2, 2, 2, 2, 2, 2}));
+    for (const long line : {-5L, LONG_MIN, 2L, LONG_MAX}) {
+        chart.seekLine(line);
+        EXPECT_EQ(run_at(chart), line < 0 ? ColourRun(1, 8) : ColourRun(2, 20))
+            << "the line nearest to " << line;
     }
-    for (const long line : {1L, 2L, LONG_MAX})
-        EXPECT_EQ(first_run(chart, line), std::pair(2, 20));
-}
-
-// A chart of one line at 4 bits a pixel, of these bytes behind the line number.
-std::string chart_of_line(int width, const std::string& runs) {
-    return samples::chart_bytes(text_of_size(width, 1), 4, {"\x01" + runs});
-}
-
-TEST(Overrun, IsRefusedByOneAndCutByTheOther) {
-    std::string runs;
-    append_run(runs, 4, 1, 8);
-    append_run(runs, 4, 3, 4);
-    append_run(runs, 4, 2, 9);
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(chart_of_line(20, runs)), 1);
-    GuardedPixels dest(20);
-    EXPECT_EQ(chart.getLine(0, dest.data()), 0);
-    EXPECT_TRUE(dest.guards_untouched());
-    EXPECT_EQ(dest.pixels(), joined({{1, 8}, {3, 4}, {kUntouched, 8}}));
-    EXPECT_EQ(window_of(chart, 0, 1, 0, 20), joined({{1, 8}, {3, 4}, {2, 8}}));
 }
 
 TEST(NoPixels, NeedNoRoom) {
@@ -108,66 +82,48 @@ TEST(NoPixels, NeedNoRoom) {
     }
 }
 
-// Runs are filled in ways of their own by their length, on either side of each bound.
-TEST(RunsOfAnyLength, FillALine) {
-    std::vector<std::pair<int, int>> runs;
-    std::string bytes;
-    int width = 0;
-    for (const int length : {1, 64, 65, 256, 257, 2048, 2049, 5000, 3}) {
-        runs.emplace_back(static_cast<int>(runs.size()) + 1, length);
-        append_run(bytes, 4, runs.back().first, length);
-        width += length;
-    }
-    ChartUnderTest chart;
-    ASSERT_EQ(chart.open(chart_of_line(width, bytes)), 1);
-    EXPECT_EQ(line_of(chart, 0), joined(runs));
-    EXPECT_EQ(window_of(chart, 0, 1, 0, width), joined(runs));
-}
-
-struct LongRunRow {
+struct RunRow {
     const char* name;
+    int width;
     std::string bytes;
-    int length;  // as vNextCRL gives it
+    std::vector<ColourRun> runs;
 };
 
-const LongRunRow kLongRunRows[] = {
-    {"200 pixels", "\x91\x47", 200},
-    {"value of 31 bits", "\x87\xFF\xFF\xFF\x7F", INT_MAX},
-    {"value of 36 bits", "\x89\x80\x80\x80\x80\x01", INT_MAX},
-    {"value of 60 bits", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", INT_MAX},
-    {"leading zero groups", std::string("\x90\x80\x80\x80\x80\x80\x80\x47", 8), 72},
+// Runs are filled in ways of their own by their length: the first rows are on either side of each bound.
+// clang-format off
+const RunRow kRunRows[] = {
+    // name                 width bytes                                   colours and lengths
+    {"short",               386,  "\x08\x90\x3F\x98\x40\xA1\x7F",         {{1, 1}, {2, 64}, {3, 65}, {4, 256}}},
+    {"medium",              2305, "\xAA\x00\xB0\x8F\x7F"s,                {{5, 257}, {6, 2048}}},
+    {"long",                7052, "\x3A\xC0\x90\x00\xC8\xA7\x07"s,        {{7, 3}, {8, 2049}, {9, 5000}}},
+    {"past the end",        20,   "\x0F\x1B\x90\x08",                     {{1, 8}, {3, 4}, {2, 9}}},
+    {"200 pixels",          20,   "\x91\x47",                             {{2, 200}}},
+    {"value of 31 bits",    20,   "\x87\xFF\xFF\xFF\x7F",                 {{0, INT_MAX}}},
+    {"value of 36 bits",    20,   "\x89\x80\x80\x80\x80\x01",             {{1, INT_MAX}}},
+    {"value of 60 bits",    20,   "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", {{15, INT_MAX}}},
+    {"leading zero groups", 20,   "\x90\x80\x80\x80\x80\x80\x80\x47",     {{2, 72}}},
 };
+// clang-format on
 
-TEST(LongRun, IsHeldAtTheLargestInt) {
-    for (const LongRunRow& row : kLongRunRows) {
+TEST(RunsOfAnyLength, FillALine) {
+    for (const RunRow& row : kRunRows) {
         SCOPED_TRACE(row.name);
         ChartUnderTest chart;
-        ASSERT_EQ(chart.open(chart_of_line(20, row.bytes)), 1);
-        const auto [colour, length] = first_run(chart, 0);
-        EXPECT_EQ(length, row.length);
-        GuardedPixels dest(20);
-        EXPECT_EQ(chart.getLine(0, dest.data()), 0);
-        EXPECT_TRUE(dest.untouched());
-        EXPECT_EQ(window_of(chart, 0, 1, 13, 7), joined({{colour, 7}}));
+        ASSERT_EQ(chart.open(samples::chart_bytes(text_of_size(row.width, 1), 4, {"\x01" + row.bytes})), 1);
+        expect_runs(chart, 0, row.runs);
     }
 }
 
 TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
-    const int width = 21;
     ChartUnderTest chart;
-    const std::string bytes = samples::chart_bytes(text_of_size(width, 3), 4, {"\x01", "\x01", "\x01"});
+    const std::string bytes = samples::chart_bytes(text_of_size(21, 3), 4, {"\x01", "\x01", "\x01"});
     ASSERT_EQ(chart.open(bytes), 1);
     const auto end = static_cast<std::int32_t>(bytes.size());
     const std::int32_t outside[] = {-1, end, INT32_MAX};
     std::copy(std::begin(outside), std::end(outside), chart.LineOffsets);
     for (int line = 0; line < 3; ++line) {
         SCOPED_TRACE(line);
-        EXPECT_EQ(first_run(chart, line), std::pair(15, 8));
-        // Runs of 8 do not fill 21 exactly.
-        GuardedPixels dest(width);
-        EXPECT_EQ(chart.getLine(line, dest.data()), 0);
-        EXPECT_EQ(dest.pixels(), joined({{15, 16}, {kUntouched, 5}}));
-        EXPECT_EQ(window_of(chart, line, 1, 0, width), joined({{15, width}}));
+        expect_runs(chart, line, {{15, 8}, {15, 8}, {15, 8}});
     }
 }
 
@@ -191,41 +147,26 @@ const LibertyRow kLibertyRows[] = {
     {"0x1A twice", [](Liberties& liberties) { liberties.skipped_byte = 0x1A; }},
 };
 
-// Runs of 1 pixel to some hundreds, of every colour that the depth has; no two charts and no two lines alike.
-samples::Chart random_chart(int bits_per_pixel) {
-    samples::Chart chart;
-    chart.width = 5003;
-    chart.height = 5;
-    chart.bits_per_pixel = bits_per_pixel;
-    chart.draw = [bits_per_pixel](int line, unsigned char* pixels) {
-        std::minstd_rand random(static_cast<unsigned>(line * 8 + bits_per_pixel));
-        for (int x = 0; x < 5003;) {
-            const auto colour = static_cast<unsigned char>((random() >> 5) % (1U << bits_per_pixel));
-            const int end = std::min(5003, x + 1 + static_cast<int>((random() >> 5) % (1U << random() % 10)));
-            for (; x < end; ++x)
-                pixels[x] = colour;
-        }
-    };
-    return chart;
-}
-
 TEST(WrittenChart, ReadsBackWhateverItsLayout) {
+    constexpr int kFirst = 4003;  // column of the windows
     for (const LibertyRow& row : kLibertyRows) {
         for (int bits = 1; bits <= 7; ++bits) {
             SCOPED_TRACE(std::string(row.name) + ", bits per pixel " + std::to_string(bits));
-            samples::Chart drawn = random_chart(bits);
+            samples::Chart drawn = random_chart(9000, 10, bits);
             row.take(drawn.liberties);
             ChartUnderTest chart;
             ASSERT_EQ(chart.open(samples::chart_bytes(drawn)), 1);
-            const std::vector<int> all = window_of(chart, 0, drawn.height, 3, 4999);
+            const int columns = drawn.width - kFirst - 1;
+            const std::vector<int> window = window_of(chart, 0, drawn.height, kFirst, columns);
             for (int line = drawn.height - 1; line >= 0; --line) {
-                std::vector<unsigned char> pixels(static_cast<std::size_t>(drawn.width));
-                drawn.draw(line, pixels.data());
-                const std::vector<int> expected(pixels.begin(), pixels.end());
-                ASSERT_EQ(line_of(chart, line), expected);
-                ASSERT_EQ(window_of(chart, line, 1, 4000, 1003),
-                          std::vector<int>(expected.begin() + 4000, expected.end()));
-                ASSERT_TRUE(std::equal(expected.begin() + 3, expected.end() - 1, all.begin() + line * 4999));
+                GuardedPixels expected(static_cast<std::size_t>(drawn.width));
+                drawn.draw(line, expected.data());
+                GuardedPixels pixels(expected.size());
+                ASSERT_EQ(chart.getLine(line, pixels.data()), 1);
+                ASSERT_TRUE(pixels.guards_untouched());
+                ASSERT_EQ(pixels.pixels(), expected.pixels());
+                ASSERT_TRUE(std::equal(expected.data() + kFirst, expected.data() + drawn.width - 1,
+                                       window.begin() + line * columns));
             }
         }
     }

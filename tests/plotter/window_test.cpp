@@ -76,7 +76,7 @@ void expect_blocks(ChartUnderTest& chart, const WindowRow& row, bool upside_down
 
 TEST(ChartWindow, ShowsTheBlocksOfTheChart) {
     ChartUnderTest chart;
-    ASSERT_EQ(chart.open(samples::chart_bytes(striped_chart(kWidth, kHeight))), 1);
+    ASSERT_EQ(chart.open(samples::chart_bytes(random_chart(kWidth, kHeight, 4))), 1);
     for (const WindowRow& row : kWindows) {
         SCOPED_TRACE(row.name);
         expect_blocks(chart, row, false);
