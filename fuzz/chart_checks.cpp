@@ -272,11 +272,13 @@ void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept
 
 void check_refusals(OpenChart& chart, Kept& kept) {
     keep_header(chart, kept);
-    must(chart.ChartFile == nullptr && chart.LineOffsets == nullptr, "what is not open holds no file");
+    must(chart.ChartFile == nullptr && chart.LineOffsets == nullptr && chart.GetPaletteHandle() == nullptr,
+         "what is not open holds no file and no palette");
     GuardedPixels pixels(16);
     int colour = 41;
     int length = 42;
     must(chart.getLine(0, pixels.data()) == 0 && chart.getMultiLines(0, 1, 0, 1, pixels.data()) == 0 &&
+             chart.getMultiLines(0, 0, 0, 0, pixels.data()) == 0 &&
              chart.getAALine(0, 0, 1, pixels.data(), 1, 1) == 0,
          "what is not open gives no pixels");
     chart.seekLine(0);
