@@ -289,12 +289,18 @@ void check_refusals(OpenChart& chart, Kept& kept) {
 void read_changed_chart(OpenChart& chart, Budget& budget, Kept& kept) {
     const int width = std::clamp(chart.Width, 0, kWidestLine);
     for (int line = 0; line < std::min(chart.LineCount, kEndLines); ++line) {
-        if (!budget.spend(2 * width)) return;
+        if (!budget.spend(3 * width)) return;
         GuardedPixels pixels(static_cast<std::size_t>(width));
         must(chart.getMultiLines(line, 1, 0, width, pixels.data()) == 1,
              "a changed file refuses no rectangle");
         kept.bytes(pixels.data(), pixels.size());
+        must(std::all_of(pixels.data(), pixels.data() + pixels.size(),
+                         [&chart](int pixel) { return pixel < 1 << chart.BitsPerPixel; }),
+             "a changed file gives pixels of its coding");
         must(pixels.guards_untouched(), "a changed file stays inside its room");
+        must(chart.getAALine(line, 0, width, pixels.data(), 2, 1) == 1,
+             "a changed file refuses no reduction");
+        must(pixels.guards_untouched(), "a reduction of a changed file stays inside its room");
         if (width == chart.Width) chart.getLine(line, pixels.data());
         must(pixels.guards_untouched(), "a line of a changed file stays inside its room");
     }

@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::check_open_chart(chart, arguments, budget, kept);
     if (changes) {
         std::error_code ignored;
-        std::filesystem::resize_file(path, arguments.take<std::uint16_t>() % (bytes.size() + 1), ignored);
+        std::filesystem::resize_file(path, arguments.take<std::uint16_t>() % (2 * bytes.size() + 1), ignored);
         fuzz::read_changed_chart(chart, budget, kept);
     }
     chart.CloseZellap();

@@ -8,7 +8,7 @@
 #if !defined(_WIN32)
 #include <sys/stat.h>
 
-// A path that is no file, and files that do not stay what they were.
+// Paths that lead to no file of bytes, or to one elsewhere.
 
 namespace {
 
@@ -35,33 +35,6 @@ TEST(Link, IsFollowed) {
     EXPECT_EQ(chart.OpenZellap(folder.file("broken.cht").c_str(), 0), 0);
     EXPECT_EQ(chart.OpenZellap(folder.file("c.cht").c_str(), 0), 1);
     EXPECT_EQ(chart.BaseRec.Points.GetCount(), 1);
-}
-
-// What was read ahead may still be the old file's; the rest is the new one's, or what stands for its end.
-TEST(FileThatChanged, GivesPixelsAndNothingElse) {
-    const struct {
-        const char* name;
-        std::size_t size;
-    } rows[] = {
-        {"emptied", 0},           {"cut in the text", 20}, {"cut in a line", 66},
-        {"cut in the table", 70}, {"longer", 5000},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const TempFolder folder;
-        const std::string path = folder.write("c.cht", small_chart());
-        ChartUnderTest chart;
-        ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
-        fs::resize_file(path, row.size);
-        GuardedPixels pixels(40);
-        chart.getLine(1, pixels.data());
-        EXPECT_TRUE(pixels.guards_untouched());
-        EXPECT_EQ(chart.getMultiLines(0, 2, 0, 20, pixels.data()), 1);
-        EXPECT_TRUE(pixels.guards_untouched());
-        for (const int pixel : pixels.pixels())
-            EXPECT_LT(pixel, 16);
-        EXPECT_EQ(chart.getAALine(0, 0, 20, pixels.data(), 2, 2), 1);
-    }
 }
 
 }  // namespace
