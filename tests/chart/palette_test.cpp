@@ -5,52 +5,42 @@
 #include <cstring>
 #include <iterator>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "chart_under_test.h"
 
 namespace {
 
-using Colours = std::vector<samples::Colour>;
+using Colours = std::vector<PALETTEENTRY>;
 
 // A chart object with these header colours, the first at index 0, and the palette made of them.
 class PaletteOf : public ChartUnderTest {
 public:
     explicit PaletteOf(const Colours& colours) {
-        for (const samples::Colour& colour : colours) {
-            const auto value = [](int channel) { return static_cast<unsigned char>(channel); };
-            HeaderColours[HeaderColourCount++] = {value(colour.red), value(colour.green), value(colour.blue),
-                                                  0};
-        }
+        std::copy(colours.begin(), colours.end(), HeaderColours);
+        HeaderColourCount = static_cast<int>(colours.size());
         BuildPal();
         BuildPalIndex();
     }
 
-    std::vector<int> entry(int index) const {
-        const PALETTEENTRY& colour = LogPalette.palPalEntry[index];
-        return {colour.peRed, colour.peGreen, colour.peBlue, colour.peFlags};
-    }
     int cell(int red, int green, int blue) const { return ColourIndex[(red * 32 + green) * 32 + blue]; }
 };
 
 Colours random_colours(int count) {
     std::minstd_rand random(static_cast<unsigned>(count));
-    const auto value = [&random] { return static_cast<int>(random() >> 8 & 0xFF); };
+    const auto value = [&random] { return static_cast<unsigned char>(random() >> 8 & 0xFF); };
     Colours colours;
     for (int i = 0; i < count; ++i)
-        colours.push_back({value(), value(), value()});
+        colours.push_back({value(), value(), value(), 0});
     return colours;
 }
 
 TEST(WidenedPalette, FollowsTheExample) {
-    const PaletteOf chart({{0, 0, 0}, {255, 0, 0}, {0, 0, 255}});
+    const PaletteOf chart({{0, 0, 0, 0}, {255, 0, 0, 0}, {0, 0, 255, 0}});
     ASSERT_EQ(chart.LogPalette.palNumEntries, 10);
-    const std::vector<std::vector<int>> added = {{120, 0, 120, 0}, {184, 0, 56, 0}, {56, 0, 184, 0},
-                                                 {216, 0, 24, 0},  {152, 0, 88, 0}, {88, 0, 152, 0},
-                                                 {24, 0, 216, 0}};
-    for (int i = 3; i < 10; ++i)
-        EXPECT_EQ(chart.entry(i), added[static_cast<std::size_t>(i - 3)]) << i;
+    const PALETTEENTRY added[] = {{120, 0, 120, 0}, {184, 0, 56, 0}, {56, 0, 184, 0}, {216, 0, 24, 0},
+                                  {152, 0, 88, 0},  {88, 0, 152, 0}, {24, 0, 216, 0}};
+    EXPECT_EQ(std::memcmp(&chart.LogPalette.palPalEntry[3], added, sizeof added), 0);
     EXPECT_EQ(chart.cell(0, 0, 0), 3) << "entry 0 is black, but is not searched";
     EXPECT_EQ(chart.cell(31, 0, 0), 1);
     EXPECT_EQ(chart.cell(0, 0, 31), 2);
@@ -69,14 +59,15 @@ TEST(WidenedPalette, HoldsACountFromOutside) {
 // two.
 std::vector<Colours> all_kinds_of_colours() {
     std::vector<Colours> kinds = {
-        {}, {{9, 9, 9}}, {{0, 0, 0}, {255, 0, 0}}, {{0, 0, 0}, {7, 7, 7}, {7, 7, 7}}};
+        {}, {{9, 9, 9, 0}}, {{0, 0, 0, 0}, {255, 0, 0, 0}}, {{0, 0, 0, 0}, {7, 7, 7, 0}, {7, 7, 7, 0}}};
     for (const int count : {2, 3, 4, 17, 60, 128, 200, 255, 256})
         kinds.push_back(random_colours(count));
     Colours grid;
+    const auto value = [](int i) { return static_cast<unsigned char>(i % 8 * 32); };
     for (int i = 0; i < 256; ++i)
-        grid.push_back({i % 8 * 32, i / 8 % 8 * 32, i / 64 * 64});
+        grid.push_back({value(i), value(i / 8), value(i / 64 * 2), 0});
     kinds.push_back(grid);
-    kinds.push_back(Colours(30, {255, 255, 255}));
+    kinds.push_back(Colours(30, {255, 255, 255, 0}));
     return kinds;
 }
 
