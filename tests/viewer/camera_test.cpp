@@ -7,10 +7,7 @@
 
 namespace {
 
-using viewer::Box;
-using viewer::Camera;
-using viewer::Size;
-using viewer::Spot;
+using namespace viewer;
 
 Camera camera_on(Size chart, Size window) {
     Camera camera;
@@ -81,7 +78,7 @@ TEST(Box, CutsLines) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const auto [first, last] = viewer::part_inside(box, row.from, row.to).value_or(std::pair(none, none));
+        const auto [first, last] = part_inside(box, row.from, row.to).value_or(std::pair(none, none));
         EXPECT_DOUBLE_EQ(first.x, row.first.x);
         EXPECT_DOUBLE_EQ(first.y, row.first.y);
         EXPECT_DOUBLE_EQ(last.x, row.last.x);

@@ -9,8 +9,7 @@
 
 namespace {
 
-using viewer::Button;
-using viewer::Command;
+using namespace viewer;
 
 // Runs the program, on SDL's driver without a desktop, and gives whether it ended well.
 bool run(const std::string& arguments) {

@@ -14,18 +14,7 @@
 
 namespace {
 
-using viewer::Argb;
-using viewer::Camera;
-using viewer::kTileBytes;
-using viewer::kTileHeight;
-using viewer::kTileWidth;
-using viewer::Layer;
-using viewer::Light;
-using viewer::Strip;
-using viewer::Tile;
-using viewer::TileCache;
-using viewer::TileKey;
-using viewer::TileStore;
+using namespace viewer;
 
 TEST(TileCache, DropsWhatWasUsedLongestAgo) {
     const Tile tile(new Argb[kTileWidth * kTileHeight]);
@@ -115,7 +104,7 @@ TEST(TileStore, DrawsWhatIsWantedMostAndNothingTwiceAtOnce) {
 class MosaicOnAChart : public testing::Test {
 protected:
     static constexpr Argb kBackground = 0xFF00FF00;
-    static constexpr viewer::Size kWindow{900, 500};
+    static constexpr Size kWindow{900, 500};
     static constexpr Argb kFrame = 0x12345678;  // around the picture, must stay
     static constexpr int kRoom = 4;
     static constexpr int kStride = kWindow.width + 2 * kRoom;
@@ -124,14 +113,14 @@ protected:
         camera.resize(kWindow);
         camera.show({8000, 5001});
     }
-    viewer::Look look() const { return {camera, 0, Light::kDay}; }
+    Look look() const { return {camera, 0, Light::kDay}; }
     bool draw() {
-        return viewer::put_together(store, look(), kBackground,
-                                    {&pixel(0, 0), kWindow.width, kWindow.height, kStride * 4});
+        return put_together(store, look(), kBackground,
+                            {&pixel(0, 0), kWindow.width, kWindow.height, kStride * 4});
     }
     Argb& pixel(int x, int y) { return pixels[static_cast<std::size_t>((y + kRoom) * kStride + x + kRoom)]; }
     void draw_missing(std::size_t most = 1000) {
-        std::vector<Strip> missing = viewer::missing_strips(store, look());
+        std::vector<Strip> missing = missing_strips(store, look());
         missing.resize(std::min(missing.size(), most));
         store.want(missing);
         wait_until_idle(store);
@@ -140,7 +129,7 @@ protected:
         if (x < 0 || y < 0 || x >= kWindow.width || y >= kWindow.height) return kFrame;
         const int column = x + camera.part().column;
         const int row = y + camera.part().row;
-        const viewer::Size blocks = camera.blocks();
+        const Size blocks = camera.blocks();
         if (column < 0 || row < 0 || column >= blocks.width || row >= blocks.height) return kBackground;
         return colour_at({0, camera.part().reduction, Light::kDay}, column, row);
     }
@@ -151,7 +140,7 @@ protected:
 };
 
 TEST_F(MosaicOnAChart, PutsTilesWhereTheyBelong) {
-    const std::pair<int, viewer::Pixel> rows[] = {
+    const std::pair<int, Pixel> rows[] = {
         {0, {100, 60}}, {0, {7990, 4990}}, {2, {4000, 2500}}, {7, {4000, 2500}}};
     for (const auto& [step, middle] : rows) {
         SCOPED_TRACE(step);
@@ -159,7 +148,7 @@ TEST_F(MosaicOnAChart, PutsTilesWhereTheyBelong) {
         EXPECT_EQ(draw(), step == Camera::kSteps - 1);  // the coarsest comes with the others
         draw_missing();
         EXPECT_TRUE(draw());
-        EXPECT_TRUE(viewer::missing_strips(store, look()).empty());
+        EXPECT_TRUE(missing_strips(store, look()).empty());
         for (int y = -kRoom; y < kWindow.height + kRoom; ++y) {
             for (int x = -kRoom; x < kWindow.width + kRoom; ++x)
                 ASSERT_EQ(pixel(x, y), expected_at(x, y)) << x << " " << y;
@@ -190,7 +179,7 @@ TEST_F(MosaicOnAChart, StretchesACoarserTileOverAMissingOne) {
 
 TEST_F(MosaicOnAChart, WantsTheMiddleOfTheWindowFirst) {
     camera.centre_on({4000, 2500}, 0);
-    const std::vector<Strip> strips = viewer::missing_strips(store, look());
+    const std::vector<Strip> strips = missing_strips(store, look());
     EXPECT_NEAR(strips.front().row, 2500 / kTileHeight, 1);
     EXPECT_EQ(strips.back().layer.reduction, 16);
     const auto is_shown = [&](const Strip& strip) {
@@ -203,7 +192,7 @@ TEST_F(MosaicOnAChart, WantsTheMiddleOfTheWindowFirst) {
     EXPECT_TRUE(draw());
     // After a move each strip still holds only missing tiles.
     camera.pan(-kTileWidth * 3, 0);
-    for (const Strip& strip : viewer::missing_strips(store, look())) {
+    for (const Strip& strip : missing_strips(store, look())) {
         for (int i = 0; i < strip.columns; ++i)
             EXPECT_EQ(store.find({strip.layer, strip.first_column + i, strip.row}), nullptr);
     }

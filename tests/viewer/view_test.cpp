@@ -19,12 +19,7 @@
 
 namespace {
 
-using viewer::Argb;
-using viewer::Button;
-using viewer::Camera;
-using viewer::Command;
-using viewer::Light;
-using viewer::Spot;
+using namespace viewer;
 
 TEST(View, ZoomsAndDragsTheChart) {
     Screen screen;
@@ -83,7 +78,7 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
     screen.expect_chart(first, 3, -70, -90);
 
     screen.do_commands({Command::kNext});
-    screen.before.assign(screen.pixels.size(), viewer::theme_for(Light::kDay).background);
+    screen.before.assign(screen.pixels.size(), theme_for(Light::kDay).background);
     EXPECT_EQ(screen.changed({0, 0}, {100, 100}), 0);
     EXPECT_GT(screen.changed({200, 200}, {440, 300}), 1000);  // the trouble
 
@@ -94,17 +89,17 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
     screen.do_commands({Command::kNext, Command::kPrevious});
     screen.expect_chart(bare, 3, -70, -90);
 
-    const viewer::Chart chart(broken);
+    const Chart chart(broken);
     EXPECT_FALSE(chart.is_open());
     EXPECT_NE(chart.trouble, "");
-    EXPECT_NE(viewer::Chart(bare).trouble, "");
-    EXPECT_EQ(viewer::Chart(first).trouble, "");
+    EXPECT_NE(Chart(bare).trouble, "");
+    EXPECT_EQ(Chart(first).trouble, "");
 }
 
 TEST(View, DrawsARouteWhereItIsClicked) {
     Screen screen;
     screen.look_at(TestChart{});
-    const Argb route = viewer::theme_for(Light::kDay).route.colour;
+    const Argb route = theme_for(Light::kDay).route.colour;
 
     screen->do_command(Command::kUndo);  // of nothing
     screen.click({100, 150});
@@ -141,7 +136,7 @@ TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
     screen.click({150, 140});
     screen.click({190, 140});
     screen.draw();
-    const Argb route = viewer::theme_for(Light::kDay).route.colour;
+    const Argb route = theme_for(Light::kDay).route.colour;
     const auto is_route = [&](int x, int y) { return screen.pixel(x, y) == route; };
     EXPECT_TRUE(is_route(120, 150) && is_route(220, 150));
     EXPECT_FALSE(is_route(140, 150) || is_route(170, 150) || is_route(202, 150));
@@ -200,23 +195,23 @@ TEST(RouteLines, FollowLongLegsToThePixel) {
     const TempFolder folder;
     TestChart test_chart;
     test_chart.step = 0.00005;
-    const viewer::Chart chart(test_chart.write(folder, "chart"));
+    const Chart chart(test_chart.write(folder, "chart"));
     // Through the middle of the chart.
-    const viewer::Position middle = test_chart.position(750, 450);
-    const viewer::Position from{middle.latitude - 20, middle.longitude - 40};
+    const Position middle = test_chart.position(750, 450);
+    const Position from{middle.latitude - 20, middle.longitude - 40};
     const auto leg = zellap10::plotter::leg_between(from, middle, 0);
-    viewer::Position to = middle;
+    Position to = middle;
     m_advance_d(&to.latitude, &to.longitude, 1500, leg.course);
 
     Camera camera;
     camera.resize({1500, 900});
     camera.show(chart.size());
     std::vector<Argb> pixels(1500 * 900);
-    viewer::Painter painter({pixels.data(), 1500, 900, 1500 * 4});
-    const viewer::Theme& theme = viewer::theme_for(Light::kDay);
-    viewer::draw_route(painter, camera, *chart.base(), {from, to}, theme);
+    Painter painter({pixels.data(), 1500, 900, 1500 * 4});
+    const Theme& theme = theme_for(Light::kDay);
+    draw_route(painter, camera, *chart.base(), {from, to}, theme);
     for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
-        viewer::Position on_leg = middle;
+        Position on_leg = middle;
         m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, leg.course);
         const Spot spot = camera.to_window(*pixel_of(*chart.base(), on_leg));
         const auto place = std::lround(spot.y) * 1500 + std::lround(spot.x);
@@ -226,7 +221,7 @@ TEST(RouteLines, FollowLongLegsToThePixel) {
 
 TEST(Painter, TakesTextsOfAnyBytes) {
     Argb pixels[100 * 30] = {};
-    viewer::Painter painter({pixels, 100, 30, 400});
+    Painter painter({pixels, 100, 30, 400});
     const auto width = [&](const std::string& text) { return painter.text_size({text}, {}).width; };
     for (const char* text :
          {"\xCEle", "\xE2\x82", "\xFF\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"})
@@ -242,14 +237,14 @@ TEST(Status, TellsPositionsCoursesAndTheChart) {
     TestChart test_chart;
     test_chart.has_inset = true;
     test_chart.offset = 0.01;
-    const viewer::Chart chart(test_chart.write(folder, "chart"));
+    const Chart chart(test_chart.write(folder, "chart"));
     Camera camera;
     camera.resize({640, 480});
     camera.show(chart.size());
-    const std::vector<viewer::Position> route{{49.51, -1.49}, {49.61, -1.49}};
+    const std::vector<Position> route{{49.51, -1.49}, {49.61, -1.49}};
     const struct {
         const char* name;
-        viewer::Pixel at;
+        Pixel at;
         const char *position, *refers_to, *course;
     } rows[] = {
         {"on the chart",
@@ -266,10 +261,10 @@ TEST(Status, TellsPositionsCoursesAndTheChart) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const viewer::Scene scene{
-            {640, 524},    camera, chart, route, camera.to_window(row.at), viewer::theme_for(Light::kDay),
+        const Scene scene{
+            {640, 524},    camera, chart, route, camera.to_window(row.at), theme_for(Light::kDay),
             "chart 1 of 2"};
-        const viewer::Status status = viewer::status_of(scene);
+        const Status status = status_of(scene);
         EXPECT_EQ(status.pointer, (std::vector<std::string>{row.position, row.refers_to}));
         EXPECT_TRUE(row.course == nullptr || status.route[0] == row.course) << status.route[0];
         EXPECT_EQ(status.route[1], "route: 2 waypoints, 6.00 NM");
@@ -282,11 +277,11 @@ TEST(Steps, AreRoundNumbers) {
     const std::pair<double, double> grid[] = {{0.001, 0.01}, {0.011, 0.02}, {1, 1},    {1.01, 2},
                                               {16, 20},      {31, 60},      {70, 120}, {9e9, 1800}};
     for (const auto& [least, step] : grid)
-        EXPECT_EQ(viewer::grid_step(least), step) << least;
+        EXPECT_EQ(grid_step(least), step) << least;
     const std::pair<double, double> bar[] = {
         {0.1, 0.1}, {0.19, 0.1}, {4.9, 2}, {5, 5}, {999, 500}, {0.0999, 100 / 1852.0}, {0.005, 5 / 1852.0}};
     for (const auto& [most, length] : bar)
-        EXPECT_NEAR(viewer::bar_length(most), length, 1e-12) << most;
+        EXPECT_NEAR(bar_length(most), length, 1e-12) << most;
 }
 
 }  // namespace
