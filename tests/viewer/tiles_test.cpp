@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
+#include <future>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -55,46 +55,35 @@ void wait_until_idle(TileStore& store) {
         wait_a_moment();
 }
 
-// Workers that note what they draw, and stand still in it until they may go on.
-struct Workers {
-    TileStore::Workers workers(int count) {
-        const auto draw = [this](const Strip& strip, Argb*) {
-            {
-                const std::lock_guard<std::mutex> lock(mutex);
-                drawn.push_back(strip);
-            }
-            while (!go_on)
-                wait_a_moment();
-        };
-        return {count, [draw] { return draw; }, [] {}};
-    }
-    std::vector<Strip> wait_for(std::size_t count) {
+TEST(TileStore, DrawsWhatIsWantedMostAndNothingTwiceAtOnce) {
+    const Layer layer{2, 3, Light::kNight};
+    std::mutex mutex;
+    std::vector<Strip> drawn;
+    std::promise<void> go_on;
+    // Workers note what they draw, and stand still in it until they may go on.
+    const auto draw = [&, may_go_on = go_on.get_future().share()](const Strip& strip, Argb*) {
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            drawn.push_back(strip);
+        }
+        may_go_on.wait();
+    };
+    const auto wait_for = [&](std::size_t count) {
         for (;; wait_a_moment()) {
             const std::lock_guard<std::mutex> lock(mutex);
             if (drawn.size() >= count) return drawn;
         }
-    }
-
-    std::atomic<bool> go_on{false};
-    std::mutex mutex;
-    std::vector<Strip> drawn;
-};
-
-TEST(TileStore, DrawsWhatIsWantedMostAndNothingTwiceAtOnce) {
-    const Layer layer{2, 3, Light::kNight};
-    Workers workers;
-    TileStore store(100 * kTileBytes, workers.workers(2));
+    };
+    TileStore store(100 * kTileBytes, {2, [draw] { return draw; }, [] {}});
     store.want({{layer, 5, 10, 3}});
-    workers.wait_for(1);
+    wait_for(1);
     EXPECT_FALSE(store.is_idle());
     store.want({{layer, 5, 11, 3}, {layer, 8, 0, 1}, {layer, 6, 0, 1}});  // the first overlaps
-    EXPECT_EQ(workers.wait_for(2)[1].row, 8);
+    EXPECT_EQ(wait_for(2)[1].row, 8);
     EXPECT_EQ(store.find({layer, 10, 5}), nullptr);
     store.want({{layer, 7, 0, 1}});  // row 6 no longer
-    workers.go_on = true;
+    go_on.set_value();
     wait_until_idle(store);
-
-    const std::vector<Strip> drawn = workers.wait_for(3);
     ASSERT_EQ(drawn.size(), 3u);
     EXPECT_EQ(drawn[2].row, 7);
     EXPECT_NE(store.find({layer, 12, 5}), nullptr);

@@ -15,6 +15,7 @@
 #include <viewer/scale_bar.h>
 #include <viewer/status.h>
 
+#include "../support/point_lists.h"
 #include "screen.h"
 
 namespace {
@@ -192,28 +193,27 @@ TEST(View, GoesToTheMostDetailedChartOfAPlace) {
 }
 
 TEST(RouteLines, FollowLongLegsToThePixel) {
-    const TempFolder folder;
-    TestChart test_chart;
-    test_chart.step = 0.00005;
-    const Chart chart(test_chart.write(folder, "chart"));
-    // Through the middle of the chart.
-    const Position middle = test_chart.position(750, 450);
-    const Position from{middle.latitude - 20, middle.longitude - 40};
+    // Through the middle of a chart of 0.00005 degrees a pixel.
+    const Position middle{50, 0};
+    CGEORec record;
+    add_points(record, {{0, 0, -0.0375, 50.0225}, {1500, 0, 0.0375, 50.0225}, {0, 900, -0.0375, 49.9775}});
+    record.solvepoly();
+    const Position from{30, -40};
     const auto leg = zellap10::plotter::leg_between(from, middle, 0);
     Position to = middle;
     m_advance_d(&to.latitude, &to.longitude, 1500, leg.course);
 
     Camera camera;
     camera.resize({1500, 900});
-    camera.show(chart.size());
+    camera.show({1500, 900});
     std::vector<Argb> pixels(1500 * 900);
     Painter painter({pixels.data(), 1500, 900, 1500 * 4});
     const Theme& theme = theme_for(Light::kDay);
-    draw_route(painter, camera, *chart.base(), {from, to}, theme);
+    draw_route(painter, camera, record, {from, to}, theme);
     for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
         Position on_leg = middle;
         m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, leg.course);
-        const Spot spot = camera.to_window(*pixel_of(*chart.base(), on_leg));
+        const Spot spot = camera.to_window(*pixel_of(record, on_leg));
         const auto place = std::lround(spot.y) * 1500 + std::lround(spot.x);
         EXPECT_EQ(pixels[static_cast<std::size_t>(place)] | 0xFF000000, theme.route.colour) << miles;
     }
