@@ -23,26 +23,19 @@ void expect_trouble(const std::optional<Trouble>& trouble, Fault fault, const st
     EXPECT_EQ(trouble->text, text);
 }
 
-// A chart has trouble just where a new object refuses it. The replay of the fuzz target for charts holds it
-// to that over every seed and its damaged forms.
-void expect_agreement(const std::string& path) {
-    CZellap chart;
-    EXPECT_EQ(trouble_with_chart(path.c_str()).has_value(), chart.OpenZellap(path.c_str(), 0) == 0) << path;
-}
-
+// That a chart has trouble just where it is refused, the replay of the fuzz target for charts holds over
+// every seed and its damaged forms.
 TEST(TroubleWithAChart, TellsWhatIsWrong) {
     const TempFolder folder;
     for (const RefusedChart& row : kRefusedCharts) {
         SCOPED_TRACE(row.name);
         const std::string path = folder.write("chart.cht", row.bytes);
-        expect_agreement(path);
         expect_trouble(trouble_with_chart(path.c_str()), row.fault, row.text);
     }
-    for (const char* const height : {"0", "-5", "3"})
-        expect_agreement(folder.write("chart.cht", small_chart_of_height(height)));
+    const std::string sound = folder.write("chart.cht", small_chart_of_height("3"));
+    EXPECT_FALSE(trouble_with_chart(sound.c_str())) << "its table reaches the end of the file";
     const std::string huge = folder.write("huge.cht", small_chart());
     fs::resize_file(huge, 0x80000000u);
-    expect_agreement(huge);
     expect_trouble(trouble_with_chart(huge.c_str()), Fault::kTooLarge,
                    "The file has 2,147,483,648 bytes; a chart file has at most 2,147,483,647.");
 }
@@ -58,9 +51,9 @@ TEST(TroubleWithAChart, MayBeItsPath) {
     expect_trouble(trouble_with_chart(pipe.c_str()), Fault::kNoFileOfBytes,
                    "This is a pipe or a device, not a file.");
 #endif
-    for (const char* const path : {"", "/dev/zero", "NUL", "CON"})
-        expect_agreement(path);
-    expect_agreement(std::string(10000, 'x'));
+    const std::string long_path(10000, 'x');
+    for (const char* const path : {"", "/dev/zero", "NUL", "CON", long_path.c_str()})
+        EXPECT_TRUE(trouble_with_chart(path)) << path;
 }
 
 TEST(TroubleWithAGeoreference, MayBeItsSpelling) {
