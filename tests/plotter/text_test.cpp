@@ -35,7 +35,6 @@ const TextRow kRows[] = {
     {course_text,    HUGE_VAL,             "---"},
     {distance_text,  0.09999,              "185 m"},
     {distance_text,  0.1,                  "0.10 NM"},
-    {distance_text,  5.254,                "5.25 NM"},
     {distance_text,  9.9951,               "10.0 NM"},
     {distance_text,  99.951,               "100 NM"},
     {distance_text,  -2.0,                 "-2.00 NM"},
@@ -44,7 +43,6 @@ const TextRow kRows[] = {
     {distance_text,  std::nan(""),         "---"},
     {duration_text,  59.6,                 "1 min 00 s"},
     {duration_text,  3599.6,               "1 h 00 min"},
-    {duration_text,  18189.0,              "5 h 03 min"},
     {duration_text,  86399.0,              "1 d 00 h"},
     {duration_text,  12 * 86400 + 25000.0, "12 d 07 h"},
     {duration_text,  -600.0,               "-10 min 00 s"},
@@ -60,7 +58,6 @@ TEST(Texts, RoundOnceAndKnowNoLocale) {
     for (const TextRow& row : kRows)
         EXPECT_EQ(row.text_of(row.number), row.text) << row.number;
     EXPECT_EQ(position_text({50.685166666666667, -1.2978333333333334}), u8"50°41.11'N 001°17.87'W");
-    EXPECT_EQ(position_text({std::nan(""), 1.0}), u8"--- 001°00.00'E");
 }
 
 }  // namespace
