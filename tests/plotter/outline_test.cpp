@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 #include <zellap10/plotter/outline.h>
@@ -16,27 +17,27 @@ struct OutlineRow {
     std::vector<Position> vertices;
     std::vector<PointRow> points;
     std::vector<Position> inside, outside;
-    double south, north, west, width;
+    std::tuple<double, double, double, double> extent;  // south, north, west, width
 };
 
 // clang-format off
 const OutlineRow kOutlineRows[] = {
     {"a corner cut out", {{50, 0}, {50, 5}, {45, 5}, {45, 10}, {40, 10}, {40, 0}}, {},
-     {{49, 4}, {49, 364}, {45, 7}, {50, 5}}, {{47, 7}, {50, 6}, {39, 1}, {45.001, 5.001}}, 40, 50, 0, 10},
+     {{49, 4}, {49, 364}, {45, 7}, {50, 5}}, {{47, 7}, {50, 6}, {39, 1}, {45.001, 5.001}}, {40, 50, 0, 10}},
     {"the hull of points in two columns", {{1, 1}, {2, 2}}, {{0, 5, 10, 2}, {0, 9, 10, 0}, {9, 0, 14, 4}, {0, 0, 10, 4}, {9, 9, 14, 0}},
-     {{0, 10}, {4, 14}, {3, 11}, {0, 14}, {4, 10}}, {{5, 12}, {2, 9}}, 0, 4, 10, 4},
+     {{0, 10}, {4, 14}, {3, 11}, {0, 14}, {4, 10}}, {{5, 12}, {2, 9}}, {0, 4, 10, 4}},
     {"over the 180th meridian", {{-15, 176}, {-15, -178}, {-20, -178}, {-20, 176}},
      {{0, 0, 177, -16}, {900, 0, -179, -16}},
      {{-17, 177}, {-17, -179}, {-17, 180}, {-17, -180}, {-17, 181}}, {{-17, 0}, {-17, 175}, {-17, -177}},
-     -20, -15, 176, 6},
+     {-20, -15, 176, 6}},
     {"over it, without points", {{-15, 176}, {-15, -178}, {-20, -178}, {-20, 176}}, {},
-     {{-17, 177}, {-17, -179}}, {{-17, 0}}, -20, -15, 176, 6},
+     {{-17, 177}, {-17, -179}}, {{-17, 0}}, {-20, -15, 176, 6}},
     {"beside it, by vertices of another sign", {{5, 170}, {5, -180}, {-5, -180}, {-5, 170}},
-     {{0, 0, 171, 1}, {900, 0, 179, 1}}, {{0, 175}, {0, 180}, {0, -180}}, {{0, 0}, {0, -179}}, -5, 5, 170, 10},
+     {{0, 0, 171, 1}, {900, 0, 179, 1}}, {{0, 175}, {0, 180}, {0, -180}}, {{0, 0}, {0, -179}}, {-5, 5, 170, 10}},
     {"the world", {{60, -180}, {60, 180}, {-60, 180}, {-60, -180}}, {{0, 0, -180, 60}, {900, 900, 180, -60}},
-     {{0, 0}, {0, 179}, {0, -179}}, {{61, 0}}, -60, 60, -180, 360},
+     {{0, 0}, {0, 179}, {0, -179}}, {{61, 0}}, {-60, 60, -180, 360}},
     {"a vertex that is no number", {{50, 0}, {50, 5}, {std::nan(""), 3}, {45, HUGE_VAL}, {40, 5}}, {},
-     {{49, 4}}, {{41, 0}}, 40, 50, 0, 5},
+     {{49, 4}}, {{41, 0}}, {40, 50, 0, 5}},
 };
 // clang-format on
 
@@ -53,12 +54,9 @@ TEST(Outlines, CoverWhatIsInsideAndOnThem) {
                 << place.latitude << ", " << place.longitude;
         for (const Position& place : row.outside)
             EXPECT_FALSE(covers(record, place)) << place.latitude << ", " << place.longitude;
-        EXPECT_EQ(extent.south, row.south);
-        EXPECT_EQ(extent.north, row.north);
-        EXPECT_EQ(extent.west, row.west);
-        EXPECT_EQ(extent.width, row.width);
-        EXPECT_FALSE(extent.contains({row.south - 1.0, row.west}));
-        EXPECT_FALSE(extent.contains({row.north + 1.0, row.west}));
+        EXPECT_EQ(std::tie(extent.south, extent.north, extent.west, extent.width), row.extent);
+        EXPECT_FALSE(extent.contains({extent.south - 1.0, extent.west}));
+        EXPECT_FALSE(extent.contains({extent.north + 1.0, extent.west}));
     }
 }
 
@@ -110,11 +108,10 @@ TEST(RecordAt, IsTheInsetByItsOutline) {
     // By Mercator, of pixels of 20 metres, so that its wpxy is far off.
     CGEORec plan;
     plan.Projection = "MERCATOR";
-    for (const PointRow& row : {PointRow{500, 500, -5, 48}, PointRow{600, 500, -4.973, 48},
-                                PointRow{600, 600, -4.973, 47.982}, PointRow{500, 600, -5, 47.982}}) {
-        add_points(plan, {row});
-        add_vertex(plan, row.longitude, row.latitude);
-    }
+    add_points(plan, {{500, 500, -5, 48}, {600, 500, -4.973, 48}});
+    add_points(plan, {{600, 600, -4.973, 47.982}, {500, 600, -5, 47.982}});
+    for (const CRefPoint* point : elements_of(plan.Points))
+        add_vertex(plan, point->Longitude, point->Latitude);
     plan.solvepoly();
     plan.InsetRect = {420, 420, 680, 680};
     ASSERT_GT(std::fabs(plan.wpy(-5, 48) - 500), 40.0) << "its own way there will not do";
