@@ -112,8 +112,6 @@ TEST(View, DrawsARouteWhereItIsClicked) {
     EXPECT_NE(screen.pixel(250, 150), route);
     // Which stays on the chart where that is moved, and zoomed about a waypoint.
     screen.drag({300, 300}, {340, 310});
-    screen.draw();
-    EXPECT_EQ(screen.pixel(420, 160), route);
     screen->move({440, 160});
     screen->turn_wheel(1);
     screen.draw();
@@ -242,35 +240,18 @@ TEST(Status, TellsPositionsCoursesAndTheChart) {
     camera.resize({640, 480});
     camera.show(chart.size());
     const std::vector<Position> route{{49.51, -1.49}, {49.61, -1.49}};
-    const struct {
-        const char* name;
-        Pixel at;
-        const char *position, *refers_to, *course;
-    } rows[] = {
-        {"on the chart",
-         {511, 511},
-         "49°29.34'N 001°29.34'W",
-         "TEST DATUM, in WGS 84 49°29.94'N 001°28.74'W",
-         "from waypoint 2: 176.3°  6.67 NM"},
-        {"on the inset", {301, 199}, "09°59.41'N 020°00.61'E", "inset HARBOUR", nullptr},
-        {"beside it, in its margin",
-         {190, 199},
-         "49°48.06'N 001°48.60'W",
-         "TEST DATUM, in WGS 84 49°48.66'N 001°48.00'W",
-         nullptr},
+    const auto status_at = [&](Pixel pixel) {
+        const Spot pointer = camera.to_window(pixel);
+        return status_of({{640, 524}, camera, chart, route, pointer, theme_for(Light::kDay), "chart 1 of 2"});
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Scene scene{
-            {640, 524},    camera, chart, route, camera.to_window(row.at), theme_for(Light::kDay),
-            "chart 1 of 2"};
-        const Status status = status_of(scene);
-        EXPECT_EQ(status.pointer, (std::vector<std::string>{row.position, row.refers_to}));
-        EXPECT_TRUE(row.course == nullptr || status.route[0] == row.course) << status.route[0];
-        EXPECT_EQ(status.route[1], "route: 2 waypoints, 6.00 NM");
-        EXPECT_EQ(status.chart[0], "TEST CHART");
-        EXPECT_EQ(status.chart[1], "scale 1:250 000, view 1/3, chart 1 of 2");
-    }
+    using Lines = std::vector<std::string>;
+    const Status status = status_at({511, 511});
+    EXPECT_EQ(status.pointer,
+              (Lines{"49°29.34'N 001°29.34'W", "TEST DATUM, in WGS 84 49°29.94'N 001°28.74'W"}));
+    EXPECT_EQ(status.route, (Lines{"from waypoint 2: 176.3°  6.67 NM", "route: 2 waypoints, 6.00 NM"}));
+    EXPECT_EQ(status.chart, (Lines{"TEST CHART", "scale 1:250 000, view 1/3, chart 1 of 2"}));
+    EXPECT_EQ(status_at({301, 199}).pointer, (Lines{"09°59.41'N 020°00.61'E", "inset HARBOUR"}));
+    EXPECT_EQ(status_at({190, 199}).pointer[0], "49°48.06'N 001°48.60'W") << "in the inset's margin";
 }
 
 TEST(Steps, AreRoundNumbers) {
