@@ -19,22 +19,12 @@ constexpr int kHeight = 1500;
 constexpr double kTolPixels = 1e-6;
 constexpr double kMetresADegree = 111120.0;
 
-struct PlaceRow {
-    const char* name;
-    double latitude, longitude;  // of the picture's middle
-};
-
-const PlaceRow kPlaces[] = {
-    {"48 north", 48.1, -5.3},
-    {"36 south", -36.4, 174.2},
-    {"near the equator", 4.0, 30.0},
-    {"70 north, beside the 180th meridian", 70.2, 179.9},
-    {"17 south, over the 180th meridian", -17.3, 180.0},
-};
+// Of the picture's middle: in either hemisphere, near the equator, beside the 180th meridian and over it.
+const Position kPlaces[] = {{48.1, -5.3}, {-36.4, 174.2}, {4.0, 30.0}, {70.2, 179.9}, {-17.3, 180.0}};
 
 // Fits a picture so many metres wide to 35 points, 150 pixels inside it. Its meridians bend towards the pole,
 // so that in direct mode the polynomials do too.
-void fit(CGEORec& record, const char* projection, const PlaceRow& place, double metres) {
+void fit(CGEORec& record, const char* projection, const Position& place, double metres) {
     const double step = metres / kMetresADegree / kWidth;
     for (const int x : {200, 600, 1000, 1400, 1800}) {
         for (const int y : {150, 350, 550, 750, 950, 1150, 1350}) {
@@ -75,9 +65,10 @@ void expect_way_back(const CGEORec& record) {
 
 TEST(PixelOf, IsTheWayBackAtEveryScale) {
     for (const char* const projection : {"", "MERCATOR", "POLYCONIC", "UTM", "LAMBERT"}) {
-        for (const PlaceRow& place : kPlaces) {
+        for (const Position& place : kPlaces) {
             for (const double metres : {200.0, 2e3, 2e4, 2e5, 2e6}) {
-                SCOPED_TRACE(std::string(projection) + ", " + place.name + ", " + std::to_string(metres));
+                SCOPED_TRACE(std::string(projection) + ", " + position_text(place) + ", " +
+                             std::to_string(metres));
                 CGEORec record;
                 fit(record, projection, place, metres);
                 expect_way_back(record);
