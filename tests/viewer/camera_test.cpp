@@ -17,19 +17,12 @@ Camera camera_on(Size chart, Size window) {
 }
 
 TEST(Camera, ShowsTheWholeChartAsCloseAsItFits) {
-    const struct {
-        const char* name;
-        Size chart;
-        int reduction;
-    } rows[] = {
-        {"just as large", {800, 600}, 1},
-        {"one column too wide", {801, 600}, 2},
-        {"too high for 1/3", {900, 1801}, 4},
-        {"too large for any", {16000, 12000}, 16},
-        {"none", {0, 0}, 1},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(camera_on(row.chart, {800, 600}).part().reduction, row.reduction) << row.name;
+    const auto reduction_of = [](Size chart) { return camera_on(chart, {800, 600}).part().reduction; };
+    EXPECT_EQ(reduction_of({800, 600}), 1) << "just as large";
+    EXPECT_EQ(reduction_of({801, 600}), 2) << "one column too wide";
+    EXPECT_EQ(reduction_of({900, 1801}), 4) << "too high for 1/3";
+    EXPECT_EQ(reduction_of({16000, 12000}), 16) << "too large for any";
+    EXPECT_EQ(reduction_of({0, 0}), 1) << "none";
 }
 
 TEST(Camera, KeepsTheMiddleOnTheChart) {
@@ -63,27 +56,20 @@ TEST(Camera, FindsTheNearestReduction) {
 
 TEST(Box, CutsLines) {
     const Box box{{10, 20}, {30, 40}};
-    const Spot none{-1, -1};
-    const struct {
-        const char* name;
-        Spot from, to, first, last;
-    } rows[] = {
-        {"within", {12, 22}, {28, 38}, {12, 22}, {28, 38}},
-        {"across", {0, 30}, {100, 30}, {10, 30}, {30, 30}},
-        {"from inside to below", {20, 30}, {20, 50}, {20, 30}, {20, 40}},
-        {"backwards over a corner", {35, 25}, {25, 15}, {30, 20}, {30, 20}},
-        {"past a corner", {36, 25}, {25, 14}, none, none},
-        {"beside it", {0, 0}, {0, 100}, none, none},
-        {"ends before it", {0, 30}, {9, 30}, none, none},
+    const auto expect_part = [&](const char* name, Spot from, Spot to, Spot first, Spot last) {
+        const auto part = part_inside(box, from, to).value();
+        EXPECT_DOUBLE_EQ(part.first.x, first.x) << name;
+        EXPECT_DOUBLE_EQ(part.first.y, first.y) << name;
+        EXPECT_DOUBLE_EQ(part.second.x, last.x) << name;
+        EXPECT_DOUBLE_EQ(part.second.y, last.y) << name;
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const auto [first, last] = part_inside(box, row.from, row.to).value_or(std::pair(none, none));
-        EXPECT_DOUBLE_EQ(first.x, row.first.x);
-        EXPECT_DOUBLE_EQ(first.y, row.first.y);
-        EXPECT_DOUBLE_EQ(last.x, row.last.x);
-        EXPECT_DOUBLE_EQ(last.y, row.last.y);
-    }
+    expect_part("within", {12, 22}, {28, 38}, {12, 22}, {28, 38});
+    expect_part("across", {0, 30}, {100, 30}, {10, 30}, {30, 30});
+    expect_part("from inside to below", {20, 30}, {20, 50}, {20, 30}, {20, 40});
+    expect_part("backwards over a corner", {35, 25}, {25, 15}, {30, 20}, {30, 20});
+    EXPECT_FALSE(part_inside(box, {36, 25}, {25, 14})) << "past a corner";
+    EXPECT_FALSE(part_inside(box, {0, 0}, {0, 100})) << "beside it";
+    EXPECT_FALSE(part_inside(box, {0, 30}, {9, 30})) << "ends before it";
 }
 
 }  // namespace
