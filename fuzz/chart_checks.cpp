@@ -172,7 +172,8 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
     must(handle != nullptr, "an open chart has a palette object");
     const auto size = static_cast<unsigned>(count);
     must(count == 0 || (GetPaletteEntries(handle, 0, 0, nullptr) == size &&
-                        GetPaletteEntries(handle, 0, size - 1, copied) == size - 1 &&
+                        GetPaletteEntries(handle, 0, 1, copied) == 1 &&
+                        GetPaletteEntries(handle, 0, size, copied) == size &&
                         GetPaletteEntries(handle, size - 1, 256, copied + count - 1) == 1 &&
                         GetPaletteEntries(handle, size + 1, 1, copied) == 0),
          "the palette object has the entries of the palette");
