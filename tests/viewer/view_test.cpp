@@ -37,10 +37,10 @@ TEST(View, ZoomsAndDragsTheChart) {
     screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51);
     screen.do_commands({Command::kPanRight, Command::kPanDown});
     screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96);
-
+    screen.do_commands({Command::kPanLeft, Command::kPanUp});
     for (const Light light : {Light::kDusk, Light::kNight, Light::kDay}) {
         screen.do_commands({Command::kLight});
-        screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96, light);
+        screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51, light);
     }
     screen.do_commands({Command::kWhole});
     screen.expect_chart(path, 3, -70, -90);

@@ -25,7 +25,7 @@ Pair project(const CGEORec& record, Pair position) {
 
 // Steps from a longitude and latitude that nearly project to a place on the plane to those that do.
 Pair finished(const CGEORec& record, Pair position, Pair plane) {
-    constexpr int kPasses = 3;             // the first leaves a millionth of 4 mm
+    constexpr int kPasses = 3;             // the first leaves a millionth of a centimetre
     constexpr double kMetres = 1e-8;       // a rounding
     constexpr double kStepDegrees = 1e-5;  // a metre, over which the slopes are taken
     const auto forward = [&record](Pair at) { return project(record, at); };

@@ -26,7 +26,8 @@ struct Pixel {
 bool is_fitted(const CGEORec& record);
 
 /// The position of a pixel, in the chart's own datum. It is that of pwxy; in projection mode, where the
-/// inverse formulas of pwxy stop up to 4 mm short, it is finished to a rounding.
+/// inverse formulas of pwxy stop millimetres short, and metres in the longitude of a wide polyconic chart, it
+/// is finished to a rounding.
 ///
 /// @param record  the record of a chart or of an inset
 /// @param pixel   any pixel; outside the picture the position is extrapolated
