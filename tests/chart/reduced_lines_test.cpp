@@ -44,4 +44,19 @@ TEST(ReducedLine, IsTheMeanOfEachBlock) {
     }
 }
 
+// A block of 2^18 pixels whose mean falls short of the next slot by one value of one pixel.
+TEST(ReducedLine, RoundsTheMeanOfALargeBlockDown) {
+    constexpr int kWidth = 1 << 18;
+    std::string runs = "\x01";
+    samples::append_run(runs, 4, 1, kWidth - 1);
+    samples::append_run(runs, 4, 2, 1);
+    const std::string text = "NOS/RA=0,0,262144,1\nRGB/1,8,8,8\nRGB/2,7,7,7\n";
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(text, 4, {runs})), 1);
+    chart.ColourIndex[0] = 77;
+    GuardedPixels dest(1);
+    ASSERT_EQ(chart.getAALine(0, 0, kWidth, dest.data(), kWidth, 1), 1);
+    EXPECT_EQ(dest.pixels(), std::vector<int>{77});
+}
+
 }  // namespace

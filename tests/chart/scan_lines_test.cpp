@@ -116,15 +116,16 @@ TEST(RunsOfAnyLength, FillALine) {
 
 TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
     ChartUnderTest chart;
-    const std::string bytes = samples::chart_bytes(text_of_size(21, 3), 4, {"\x01", "\x01", "\x01"});
+    const std::string bytes = samples::chart_bytes(text_of_size(21, 5), 4, {5, "\x01"});
     ASSERT_EQ(chart.open(bytes), 1);
     const auto end = static_cast<std::int32_t>(bytes.size());
-    const std::int32_t outside[] = {-1, end, INT32_MAX};
+    const std::int32_t outside[] = {-1, end - 1, INT32_MAX, end, 0};
     std::copy(std::begin(outside), std::end(outside), chart.LineOffsets);
-    for (int line = 0; line < 3; ++line) {
+    for (int line = 0; line < 4; ++line) {
         SCOPED_TRACE(line);
         expect_runs(chart, line, {{15, 8}, {15, 8}, {15, 8}});
     }
+    expect_runs(chart, 4, {{9, 8}, {10, 4}, {5, 8}, {9, 7}});  // "OS/N" of the text
 }
 
 using samples::Liberties;
