@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 #include "guarded_pixels.h"
@@ -175,7 +176,8 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
                         GetPaletteEntries(handle, 0, 1, copied) == 1 &&
                         GetPaletteEntries(handle, 0, size, copied) == size &&
                         GetPaletteEntries(handle, size - 1, 256, copied + count - 1) == 1 &&
-                        GetPaletteEntries(handle, size + 1, 1, copied) == 0),
+                        GetPaletteEntries(handle, size + 1, 1, copied) == 0 &&
+                        std::memcmp(entries, copied, size * sizeof *entries) == 0),
          "the palette object has the entries of the palette");
     for (int i = 0; i < count; ++i) {
         const PALETTEENTRY& of = i < chart.HeaderColourCount ? chart.HeaderColours[i] : copied[i];
