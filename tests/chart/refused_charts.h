@@ -49,8 +49,8 @@ inline const RefusedChart kRefusedCharts[] = {
     {"a table that ends 4 bytes behind the file", small_chart_of_height("4"),
      zellap10::plotter::Fault::kLineTable,
      "The line table begins at 69 and its 4 lines need 16 bytes, in a file of 81 bytes."},
-    {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x10\x00", 4)),
-     zellap10::plotter::Fault::kLineTable, "The line table begins at 4,096 in a file of 81 bytes."},
+    {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x01\x00", 4)),
+     zellap10::plotter::Fault::kLineTable, "The line table begins at 256 in a file of 81 bytes."},
     {"a table far behind the file", small_chart_with(4, "\xFF\xFF\xFF\xFC"),
      zellap10::plotter::Fault::kLineTable, "The line table begins at 4,294,967,292 in a file of 81 bytes."},
 };

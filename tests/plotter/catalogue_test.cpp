@@ -29,6 +29,7 @@ protected:
         folder_.write("nowhere.GEO", "Name=Nowhere\n");
         folder_.write("plain.chart", TestChart{}.bytes());
         folder_.write("ocean.txt", "words about the ocean");
+        folder_.write("alone.GEO", "NOS/RA=0,0,9,9\nPoint=1 1 0 0\nPoint=2 1 0 9\nPoint=1 2 9 0\n");
     }
 
     static Names names_of(const Catalogue::Entries& entries) {

@@ -77,10 +77,11 @@ struct OverlapRow {
 // clang-format off
 const OverlapRow kOverlapRows[] = {
     // name                            south north west  width   extents outlines
-    {"beside it, under the slope",    {8,    9,   -176, 1},      true,   false},
-    {"across the slope",              {4,    6,   -180, 4},      true,   true},
+    {"beside it, above a slope",      {8,    9,   175,  1},      true,   false},
+    {"beside it, under the other",    {0,    1,   175,  1},      true,   false},
+    {"across both slopes",             {4,    6,   176,  4},      true,   true},
     {"through it, no corner inside",  {4,    4.5, 170,  20},     true,   true},
-    {"a corner that touches",         {10,   12,  170,  5},      true,   true},
+    {"a corner that touches",         {10,   12,  -175, 5},      true,   true},
     {"north",                         {11,   12,  175,  10},     false,  false},
     {"east",                          {0,    10,  -174, 9},      false,  false},
     {"around to it",                  {0,    10,  -170, 346},    true,   true},
@@ -89,7 +90,7 @@ const OverlapRow kOverlapRows[] = {
 
 TEST(Outlines, OverlapExtentsInWgs84) {
     CGEORec triangle;  // in WGS 84 from the equator to 10 north, from 175 east to 175 west
-    add_points(triangle, {{0, 900, 175.5, -1}, {900, 900, -174.5, -1}, {0, 0, 175.5, 9}});
+    add_points(triangle, {{0, 450, 175.5, 4}, {900, 900, -174.5, -1}, {900, 0, -174.5, 9}});
     triangle.LatitudeOffset = 1;
     triangle.LongitudeOffset = -0.5;
     const auto outline = wgs84_outline_of(triangle);

@@ -57,6 +57,7 @@ TEST(Texts, RoundOnceAndKnowNoLocale) {
     ASSERT_TRUE(comma.is_set());
     for (const TextRow& row : kRows)
         EXPECT_EQ(row.text_of(row.number), row.text) << row.number;
+    EXPECT_EQ(position_text({}), u8"00°00.00'N 000°00.00'E");
     EXPECT_EQ(position_text({50.685166666666667, -1.2978333333333334}), u8"50°41.11'N 001°17.87'W");
 }
 

@@ -93,6 +93,8 @@ TEST(ChartWindow, TellsWhichPlaceIsWhere) {
     EXPECT_EQ(place.y, 1.5);
     EXPECT_EQ(window.on_picture(place).x, 2);
     EXPECT_EQ(window.on_picture(place).y, -3);
+    EXPECT_EQ(Window().on_chart({4, 5}).x, 4) << "pixel by pixel at first";
+    EXPECT_EQ(Window().on_chart({4, 5}).y, 5);
     EXPECT_GT((Window{INT_MAX, 0, INT_MAX}.on_chart({1, 0}).x), 4.6e18);
 }
 
