@@ -93,6 +93,8 @@ TEST(PixelOf, PutsAPixelBackWhereTwoRegionsOverlapOrPart) {
             EXPECT_LT(miss_of(record, {100.0, y}), kTolPixels) << y;
         // In the second region alone, or in neither: beyond the seam by 9.7 pixels is better than by 10.6.
         EXPECT_NEAR(pixel_of(record, {49.4903, 10.1})->y, gap < 0 ? 530.0 : 509.7, kTolPixels);
+        // In both, or in the first alone: of two that are not whole that on the side of the nearest point.
+        EXPECT_NEAR(pixel_of(record, {49.5051, 10.9})->y, gap < 0 ? 515.2 : 494.9, kTolPixels);
     }
 }
 
@@ -103,6 +105,7 @@ TEST(PixelOf, TakesTheTurnThatTheChartLiesIn) {
         for (const char* const projection : {"", "MERCATOR"}) {
             CGEORec record;
             record.Projection = projection;
+            add_points(record, {{width / 2, 0, west + 0.05 * width, 60}});
             add_points(record, {{0, 0, west, 60}, {width, 0, east, 60}});
             add_points(record, {{0, 1200, west, -60}, {width, 1200, east, -60}});
             record.solvepoly();
@@ -124,9 +127,9 @@ TEST(PixelOf, IsNoneWhereNoPixelIs) {
         EXPECT_FALSE(position_of(line, {500, 250}));
         EXPECT_FALSE(pixel_of(line, {2, 2}));
     }
-    // Bent about column and row 30, and of no second region: a reference point is the better start.
+    // Bent about column and row 30, and of no second region: the first reference point is the best start.
     CGEORec bent;
-    add_points(bent, {{100, -40, 0.0049, 0.0049}});
+    add_points(bent, {{100, -40, 0.0049, 0.0049}, {-40, 100, 0.0049, 0.0049}});
     bent.pwSplit = 500.0;
     bent.pwxPoly[0][0] = bent.pwyPoly[0][0] = 9e-4;
     bent.pwxPoly[0][1] = bent.pwyPoly[0][2] = -6e-5;
