@@ -23,7 +23,7 @@ TEST(ChartLife, GoesThroughItsStates) {
     for (const int info_only : {1, 2, -1}) {
         ASSERT_EQ(chart.open(text_of_size(20, 2), info_only), 1);
         EXPECT_EQ(chart.GetDocumentSize().cx, 20);
-        EXPECT_EQ(chart.ColourShift + chart.BitsPerPixel, 0);
+        EXPECT_EQ(chart.ColourShift + chart.BitsPerPixel + chart.ColourMask + chart.RunMask, 0);
         EXPECT_EQ(chart.GetPaletteHandle(), nullptr);
     }
 

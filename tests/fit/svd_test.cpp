@@ -96,6 +96,7 @@ const ShapeRow kShapeRows[] = {
     {"tall, rank deficient", random_rows(40, 10, 3), 10, 3},
     {"wide, rank deficient", random_rows(5, 21, 2), 21, 2},
     {"zero", random_rows(7, 5, 0), 5, 0},
+    {"a column of zeros", {{0, 1, 2}, {0, 3, 5}, {0, 4, 9}, {0, 2, 6}}, 3, 2},
     {"no rows", {}, 4, 0},
     {"pixels of a chart, order 5", chart_rows(60, 21), 21, -1},
 };
