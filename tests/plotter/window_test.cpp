@@ -109,6 +109,9 @@ TEST(ChartColours, AreDimmedByTheLight) {
     EXPECT_EQ(day[255], 0xFF000000) << "behind the palette";
     EXPECT_EQ(colours_of(chart, Light::kDusk)[1], 0xFF09051B);
     EXPECT_EQ(in_light(0x80FFFFFF, Light::kNight), 0x80473329);
+    chart.CloseZellap();
+    ASSERT_EQ(chart.open(samples::chart_bytes("NOS/RA=0,0,0,0\nRGB/255,1,2,3\n", 4, {})), 1);
+    EXPECT_EQ(colours_of(chart)[255], 0xFF010203) << "the last of 256";
 }
 
 }  // namespace
