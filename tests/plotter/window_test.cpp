@@ -95,19 +95,20 @@ TEST(ChartWindow, TellsWhichPlaceIsWhere) {
     EXPECT_EQ(window.on_picture(place).y, -3);
     EXPECT_EQ(Window().on_chart({4, 5}).x, 4) << "pixel by pixel at first";
     EXPECT_EQ(Window().on_chart({4, 5}).y, 5);
+    EXPECT_EQ(Window().on_chart({}).x + Window().on_chart({}).y, 0);
     EXPECT_GT((Window{INT_MAX, 0, INT_MAX}.on_chart({1, 0}).x), 4.6e18);
 }
 
 TEST(ChartColours, AreDimmedByTheLight) {
     ChartUnderTest chart;
-    std::string bytes = small_chart();
-    ASSERT_EQ(chart.open(bytes.replace(bytes.find("255,0,0"), 7, "17,9,53")), 1);
+    const std::string text = "NOS/RA=0,0,0,0\nRGB/1,98,76,254\nRGB/2,0,0,255\n";
+    ASSERT_EQ(chart.open(samples::chart_bytes(text, 4, {})), 1);
     const ColourTable day = colours_of(chart);
     EXPECT_EQ(day[0], 0xFF000000);
-    EXPECT_EQ(day[1], 0xFF110935);
-    EXPECT_EQ(day[3], 0xFF080098) << "added to the chart's own";
+    EXPECT_EQ(day[1], 0xFF624CFE);
+    EXPECT_EQ(day[3], 0xFF3020F8) << "added to the chart's own";
     EXPECT_EQ(day[255], 0xFF000000) << "behind the palette";
-    EXPECT_EQ(colours_of(chart, Light::kDusk)[1], 0xFF09051B);
+    EXPECT_EQ(colours_of(chart, Light::kDusk)[1], 0xFF31267F);
     EXPECT_EQ(in_light(0x80FFFFFF, Light::kNight), 0x80473329);
     chart.CloseZellap();
     ASSERT_EQ(chart.open(samples::chart_bytes("NOS/RA=0,0,0,0\nRGB/255,1,2,3\n", 4, {})), 1);
