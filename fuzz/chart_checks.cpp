@@ -180,11 +180,12 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
                         std::memcmp(entries, copied, size * sizeof *entries) == 0),
          "the palette object has the entries of the palette");
     for (int i = 0; i < count; ++i) {
-        const PALETTEENTRY& of = i < chart.HeaderColourCount ? chart.HeaderColours[i] : copied[i];
-        must(entries[i].peRed == of.peRed && entries[i].peGreen == of.peGreen &&
-                 entries[i].peBlue == of.peBlue && entries[i].peFlags == 0,
-             "entries are the chart's colours, then those of the palette object");
-        must(i < chart.HeaderColourCount || ((of.peRed | of.peGreen | of.peBlue) & 7) == 0,
+        const PALETTEENTRY& entry = entries[i];
+        const PALETTEENTRY& of = i < chart.HeaderColourCount ? chart.HeaderColours[i] : entry;
+        must(entry.peRed == of.peRed && entry.peGreen == of.peGreen && entry.peBlue == of.peBlue &&
+                 entry.peFlags == 0,
+             "the first entries are the chart's colours");
+        must(i < chart.HeaderColourCount || ((entry.peRed | entry.peGreen | entry.peBlue) & 7) == 0,
              "added colours have no low bits");
     }
     kept.bytes(copied, sizeof copied);
