@@ -1,5 +1,3 @@
-#include <benchmark/benchmark.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -11,9 +9,10 @@
 #include <thread>
 #include <vector>
 
-#include <samples/chart_writer.h>
+#include <benchmark/benchmark.h>
 
 #include "plain_chart.h"
+#include <samples/chart_writer.h>
 
 #if defined(ZELLAP10_BENCH_TIFF)
 #include <tiffio.h>

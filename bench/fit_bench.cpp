@@ -1,5 +1,3 @@
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -9,10 +7,11 @@
 #include <string>
 #include <vector>
 
-#include <samples/chart_writer.h>
-#include <zellap10/georef/geo_record.h>
+#include <benchmark/benchmark.h>
 
 #include "plain_polynomial.h"
+#include <samples/chart_writer.h>
+#include <zellap10/georef/geo_record.h>
 
 #if defined(ZELLAP10_BENCH_LAPACK)
 #include <lapacke.h>

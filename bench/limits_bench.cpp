@@ -1,9 +1,9 @@
-#include <benchmark/benchmark.h>
-
 #include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include <samples/chart_writer.h>
 #include <zellap10/chart/zellap.h>

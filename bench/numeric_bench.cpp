@@ -1,13 +1,13 @@
 // Nanoseconds a point of projections, datum shifts and navigation, each row beside a rival that was found
 // when this was built: PROJ (proj_trans, in radians, as it takes them) and the rhumb lines of GeographicLib.
 
-#include <zellap10/zellap10.h>
-
-#include <benchmark/benchmark.h>
-
 #include <array>
 #include <random>
 #include <string>
+
+#include <benchmark/benchmark.h>
+
+#include <zellap10/zellap10.h>
 
 #if defined(ZELLAP10_BENCH_PROJ)
 #include <proj.h>

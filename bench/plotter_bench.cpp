@@ -1,10 +1,10 @@
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>

@@ -1,4 +1,4 @@
-#include <examples/image.h>
+#include "examples/image.h"
 
 #include <stdexcept>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cairo.h>
-
 #include <memory>
 #include <string>
+
+#include <cairo.h>
 
 #include <zellap10/plotter/window.h>
 #include <zellap10/zellap10.h>

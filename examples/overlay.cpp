@@ -1,4 +1,4 @@
-#include <examples/overlay.h>
+#include "examples/overlay.h"
 
 #include <algorithm>
 #include <cmath>

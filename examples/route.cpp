@@ -1,4 +1,4 @@
-#include <examples/route.h>
+#include "examples/route.h"
 
 #include <locale>
 #include <sstream>

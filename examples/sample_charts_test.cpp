@@ -1,12 +1,12 @@
 // Opens the sample charts that the build has drawn, and finds on their pictures what their georeference files
 // promise.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include <zellap10/plotter/position.h>
 #include <zellap10/zellap10.h>

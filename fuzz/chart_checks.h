@@ -1,8 +1,7 @@
 #pragma once
 
-#include <zellap10/chart/zellap.h>
-
 #include "harness.h"
+#include <zellap10/chart/zellap.h>
 
 namespace fuzz {
 

@@ -3,10 +3,9 @@
 #include <string>
 #include <system_error>
 
+#include "chart_checks.h"
 #include <samples/chart_writer.h>
 #include <zellap10/plotter/trouble.h>
-
-#include "chart_checks.h"
 
 // Chart files without a georeference. An input is its arguments and then the file; a bit of the first
 // byte has a line table put behind it, since hardly any change of a file leaves its table where it was.

@@ -5,10 +5,9 @@
 #include <string>
 #include <vector>
 
-#include <samples/chart_writer.h>
-
 #include "harness.h"
 #include "record_parts.h"
+#include <samples/chart_writer.h>
 
 // Writes the inputs that the fuzz targets start from: a folder for each target.
 

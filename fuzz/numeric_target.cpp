@@ -2,9 +2,8 @@
 #include <cmath>
 #include <initializer_list>
 
-#include <zellap10/zellap10.h>
-
 #include "harness.h"
+#include <zellap10/zellap10.h>
 
 // The functions of projections, datums, navigation and the solver, with any numbers. An input is a row of
 // calls: a byte that names one, and its arguments.

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <zellap10/georef/geo_record.h>
-
 #include "harness.h"
+#include <zellap10/georef/geo_record.h>
 
 namespace fuzz {
 

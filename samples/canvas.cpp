@@ -1,4 +1,4 @@
-#include <samples/canvas.h>
+#include "samples/canvas.h"
 
 #include <stdexcept>
 

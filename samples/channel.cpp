@@ -1,4 +1,4 @@
-#include <samples/channel.h>
+#include "samples/channel.h"
 
 namespace samples {
 

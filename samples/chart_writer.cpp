@@ -1,4 +1,4 @@
-#include <samples/chart_writer.h>
+#include "samples/chart_writer.h"
 
 #include <algorithm>
 #include <fstream>

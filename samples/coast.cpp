@@ -1,4 +1,4 @@
-#include <samples/coast.h>
+#include "samples/coast.h"
 
 #include <fstream>
 #include <initializer_list>

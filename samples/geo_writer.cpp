@@ -1,4 +1,4 @@
-#include <samples/geo_writer.h>
+#include "samples/geo_writer.h"
 
 #include <iomanip>
 #include <locale>

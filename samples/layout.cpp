@@ -1,10 +1,10 @@
-#include <samples/layout.h>
-
-#include <zellap10/projection/projection.h>
+#include "samples/layout.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+
+#include <zellap10/projection/projection.h>
 
 namespace samples {
 

@@ -1,4 +1,4 @@
-#include <samples/sheet.h>
+#include "samples/sheet.h"
 
 #include <cmath>
 

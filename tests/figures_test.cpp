@@ -1,12 +1,12 @@
 // The figures that the headers of projections, datum shifts and navigation state, each held by random
 // positions on four ellipsoids. Rounding is the difference to the same formulas in long double; last places
 // are those by which an identity or a shorter way moves a result from the formulas word for word in double.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include <bench/plain_numeric.h>
 #include <zellap10/zellap10.h>

@@ -1,4 +1,4 @@
-#include <viewer/box.h>
+#include "viewer/box.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include <viewer/chart.h>
+#include "viewer/chart.h"
 
 #include <filesystem>
 

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include <zellap10/chart/zellap.h>
-
 #include <viewer/types.h>
+#include <zellap10/chart/zellap.h>
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include <viewer/chart_list.h>
+#include "viewer/chart_list.h"
 
 #include <algorithm>
 #include <filesystem>

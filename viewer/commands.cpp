@@ -1,4 +1,4 @@
-#include <viewer/commands.h>
+#include "viewer/commands.h"
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include <viewer/grid.h>
+#include "viewer/grid.h"
 
 #include <algorithm>
 #include <cmath>

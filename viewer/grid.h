@@ -1,11 +1,10 @@
 #pragma once
 
-#include <zellap10/georef/geo_record.h>
-
 #include <viewer/box.h>
 #include <viewer/camera.h>
 #include <viewer/painter.h>
 #include <viewer/theme.h>
+#include <zellap10/georef/geo_record.h>
 
 namespace viewer {
 

@@ -1,7 +1,5 @@
 // A viewer of charts.
 
-#include <SDL.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -10,6 +8,8 @@
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include <SDL.h>
 
 #include <viewer/script.h>
 #include <viewer/view.h>

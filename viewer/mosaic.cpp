@@ -1,4 +1,4 @@
-#include <viewer/mosaic.h>
+#include "viewer/mosaic.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include <viewer/open_charts.h>
+#include "viewer/open_charts.h"
 
 #include <algorithm>
 

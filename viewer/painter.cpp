@@ -1,4 +1,4 @@
-#include <viewer/painter.h>
+#include "viewer/painter.h"
 
 #include <algorithm>
 #include <cmath>

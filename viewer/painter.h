@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cairo.h>
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <cairo.h>
 
 #include <viewer/box.h>
 

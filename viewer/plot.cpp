@@ -1,4 +1,4 @@
-#include <viewer/plot.h>
+#include "viewer/plot.h"
 
 #include <algorithm>
 #include <vector>

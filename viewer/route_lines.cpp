@@ -1,4 +1,4 @@
-#include <viewer/route_lines.h>
+#include "viewer/route_lines.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,10 +6,9 @@
 #include <string>
 #include <utility>
 
+#include <viewer/box.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
-
-#include <viewer/box.h>
 
 namespace viewer {
 

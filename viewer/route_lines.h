@@ -2,11 +2,10 @@
 
 #include <vector>
 
-#include <zellap10/georef/geo_record.h>
-
 #include <viewer/camera.h>
 #include <viewer/painter.h>
 #include <viewer/theme.h>
+#include <zellap10/georef/geo_record.h>
 
 namespace viewer {
 

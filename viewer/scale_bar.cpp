@@ -1,4 +1,4 @@
-#include <viewer/scale_bar.h>
+#include "viewer/scale_bar.h"
 
 #include <cmath>
 

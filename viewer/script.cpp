@@ -1,11 +1,11 @@
-#include <viewer/script.h>
-
-#include <SDL.h>
+#include "viewer/script.h"
 
 #include <fstream>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+
+#include <SDL.h>
 
 namespace viewer {
 

@@ -1,11 +1,10 @@
-#include <viewer/status.h>
+#include "viewer/status.h"
 
 #include <optional>
 
+#include <viewer/scale_bar.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
-
-#include <viewer/scale_bar.h>
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include <viewer/strip_drawer.h>
+#include "viewer/strip_drawer.h"
 
 #include <algorithm>
 #include <memory>

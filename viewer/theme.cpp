@@ -1,4 +1,4 @@
-#include <viewer/theme.h>
+#include "viewer/theme.h"
 
 namespace viewer {
 

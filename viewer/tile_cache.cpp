@@ -1,4 +1,4 @@
-#include <viewer/tile_cache.h>
+#include "viewer/tile_cache.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include <viewer/tile_store.h>
+#include "viewer/tile_store.h"
 
 #include <algorithm>
 #include <utility>

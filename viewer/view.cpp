@@ -1,4 +1,4 @@
-#include <viewer/view.h>
+#include "viewer/view.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <viewer/window.h>
+#include "viewer/window.h"
 
 #include <stdexcept>
 #include <string>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <SDL.h>
-
 #include <cstdint>
 #include <memory>
 #include <vector>
+
+#include <SDL.h>
 
 #include <viewer/script.h>
 #include <viewer/view.h>

@@ -6,12 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "../support/point_lists.h"
+#include "../support/temp_file.h"
 #include <bench/plain_chart.h>
 #include <fuzz/guarded_pixels.h>
 #include <zellap10/chart/zellap.h>
-
-#include "../support/point_lists.h"
-#include "../support/temp_file.h"
 
 /// The folder of a chart's file. A base, so that it goes after the chart: Windows removes no open file.
 class ChartFolder {

@@ -1,11 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstring>
 #include <iterator>
 #include <random>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "chart_under_test.h"
 

@@ -2,9 +2,8 @@
 
 #include <string>
 
-#include <zellap10/plotter/trouble.h>
-
 #include "chart_under_test.h"
+#include <zellap10/plotter/trouble.h>
 
 /// The small chart with another height in its header, and another place of its line table.
 inline std::string small_chart_of_height(const std::string& height, char table = 69) {

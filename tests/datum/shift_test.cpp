@@ -1,10 +1,10 @@
-#include <zellap10/datum/shift.h>
-
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cmath>
 #include <limits>
+
+#include <gtest/gtest.h>
+
+#include <zellap10/datum/shift.h>
 
 namespace {
 

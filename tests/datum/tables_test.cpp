@@ -1,9 +1,9 @@
-#include <zellap10/datum/tables.h>
+#include <cstdint>
+#include <string>
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <string>
+#include <zellap10/datum/tables.h>
 
 namespace {
 

@@ -1,14 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
 #include <vector>
 
-#include <zellap10/georef/geo_record.h>
+#include <gtest/gtest.h>
 
 #include "../support/point_lists.h"
+#include <zellap10/georef/geo_record.h>
 
 namespace {
 

@@ -1,14 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
-#include <zellap10/georef/geo_record.h>
-#include <zellap10/georef/points.h>
+#include <gtest/gtest.h>
 
 #include "../support/comma_locale.h"
 #include "../support/point_lists.h"
 #include "../support/temp_file.h"
+#include <zellap10/georef/geo_record.h>
+#include <zellap10/georef/points.h>
 
 namespace {
 

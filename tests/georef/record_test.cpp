@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -7,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include <zellap10/georef/geo_record.h>
+#include <gtest/gtest.h>
 
 #include "../support/point_lists.h"
+#include <zellap10/georef/geo_record.h>
 
 namespace {
 

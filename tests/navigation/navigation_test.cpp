@@ -1,10 +1,10 @@
-#include <zellap10/navigation/course.h>
-#include <zellap10/navigation/dead_reckoning.h>
+#include <cmath>
+#include <limits>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
+#include <zellap10/navigation/course.h>
+#include <zellap10/navigation/dead_reckoning.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include <zellap10/platform/number_text.h>
-#include <zellap10/platform/text_compare.h>
+#include <cmath>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <zellap10/platform/number_text.h>
+#include <zellap10/platform/text_compare.h>
 
 namespace {
 

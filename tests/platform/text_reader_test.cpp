@@ -1,10 +1,10 @@
-#include <zellap10/platform/text_reader.h>
-
-#include <gtest/gtest.h>
-
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include <zellap10/platform/text_reader.h>
 
 namespace {
 

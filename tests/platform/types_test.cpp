@@ -1,9 +1,9 @@
-#include <zellap10/platform/types.h>
+#include <functional>
+#include <string>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <string>
+#include <zellap10/platform/types.h>
 
 namespace {
 

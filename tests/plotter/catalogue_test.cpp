@@ -1,14 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include <zellap10/chart/zellap.h>
-#include <zellap10/plotter/catalogue.h>
+#include <gtest/gtest.h>
 
 #include "../support/test_chart.h"
+#include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/catalogue.h>
 
 namespace {
 

@@ -1,12 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <tuple>
 #include <vector>
 
-#include <zellap10/plotter/outline.h>
+#include <gtest/gtest.h>
 
 #include "../support/point_lists.h"
+#include <zellap10/plotter/outline.h>
 
 namespace {
 

@@ -1,14 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <string>
 #include <utility>
 
-#include <zellap10/plotter/position.h>
-#include <zellap10/plotter/text.h>
+#include <gtest/gtest.h>
 
 #include "../support/point_lists.h"
+#include <zellap10/plotter/position.h>
+#include <zellap10/plotter/text.h>
 
 namespace {
 

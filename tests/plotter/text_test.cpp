@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <string>
 
-#include <zellap10/plotter/text.h>
+#include <gtest/gtest.h>
 
 #include "../support/comma_locale.h"
+#include <zellap10/plotter/text.h>
 
 namespace {
 

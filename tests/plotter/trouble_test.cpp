@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
 
-#include <zellap10/plotter/trouble.h>
+#include <gtest/gtest.h>
 
 #include "../chart/refused_charts.h"
+#include <zellap10/plotter/trouble.h>
 
 #if !defined(_WIN32)
 #include <sys/stat.h>

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -7,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include <zellap10/plotter/window.h>
+#include <gtest/gtest.h>
 
 #include "../chart/chart_under_test.h"
+#include <zellap10/plotter/window.h>
 
 namespace {
 

@@ -9,17 +9,17 @@
 //            the longitude of the polyconic goes back from the latitude of the last pass
 //   series   the transverse Mercator leaves the terms of A^7 and A^8 out, with factors below 90/5040 and
 //            900/40320 forward and 0.55 and 0.25 back
-#include <zellap10/datum/shift.h>
-#include <zellap10/datum/tables.h>
-#include <zellap10/projection/projection.h>
-
-#include <gtest/gtest.h>
-#include <proj.h>
-
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <string>
+
+#include <gtest/gtest.h>
+#include <proj.h>
+
+#include <zellap10/datum/shift.h>
+#include <zellap10/datum/tables.h>
+#include <zellap10/projection/projection.h>
 
 namespace {
 

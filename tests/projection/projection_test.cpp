@@ -1,11 +1,11 @@
-#include <zellap10/projection/polyconic.h>
-#include <zellap10/projection/projection.h>
-
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cmath>
 #include <limits>
+
+#include <gtest/gtest.h>
+
+#include <zellap10/projection/polyconic.h>
+#include <zellap10/projection/projection.h>
 
 namespace {
 

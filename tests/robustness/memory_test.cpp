@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <functional>
 #include <iterator>
@@ -8,13 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include <fuzz/record_parts.h>
-#include <zellap10/georef/points.h>
+#include <gtest/gtest.h>
 
 #include "../chart/chart_under_test.h"
 #include "../support/comma_locale.h"
 #include "../support/point_lists.h"
 #include "failing_new.h"
+#include <fuzz/record_parts.h>
+#include <zellap10/georef/points.h>
 
 namespace {
 

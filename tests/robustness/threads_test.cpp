@@ -1,12 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <zellap10/zellap10.h>
+#include <gtest/gtest.h>
 
 #include "../chart/chart_under_test.h"
+#include <zellap10/zellap10.h>
 
 namespace {
 

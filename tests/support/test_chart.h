@@ -3,11 +3,10 @@
 #include <cstddef>
 #include <string>
 
+#include "temp_file.h"
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
 #include <zellap10/plotter/position.h>
-
-#include "temp_file.h"
 
 /// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike, nor are charts.
 struct TestChart {

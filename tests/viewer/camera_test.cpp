@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include <viewer/box.h>
 #include <viewer/camera.h>

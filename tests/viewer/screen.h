@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cairo.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstring>
@@ -12,11 +9,13 @@
 #include <thread>
 #include <vector>
 
-#include <viewer/status.h>
-#include <viewer/view.h>
+#include <cairo.h>
+#include <gtest/gtest.h>
 
 #include "../support/temp_file.h"
 #include "../support/test_chart.h"
+#include <viewer/status.h>
+#include <viewer/view.h>
 
 inline constexpr viewer::Size kWindow{640, 480 + viewer::kBarHeight};
 inline constexpr int kClearRows = 420;  // above the scale bar

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <future>
@@ -7,6 +5,8 @@
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include <viewer/mosaic.h>
 #include <viewer/tile_cache.h>

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <filesystem>
 #include <limits>
@@ -7,16 +5,16 @@
 #include <utility>
 #include <vector>
 
-#include <zellap10/navigation/dead_reckoning.h>
-#include <zellap10/plotter/route.h>
+#include <gtest/gtest.h>
 
+#include "../support/point_lists.h"
+#include "screen.h"
 #include <viewer/grid.h>
 #include <viewer/route_lines.h>
 #include <viewer/scale_bar.h>
 #include <viewer/status.h>
-
-#include "../support/point_lists.h"
-#include "screen.h"
+#include <zellap10/navigation/dead_reckoning.h>
+#include <zellap10/plotter/route.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include <zellap10/chart/header.h>
+#include "zellap10/chart/header.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include <zellap10/chart/line_table.h>
+#include "zellap10/chart/line_table.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include <zellap10/chart/zellap.h>
+#include "zellap10/chart/zellap.h"
 
 #include <cstddef>
 #include <string>

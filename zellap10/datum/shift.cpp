@@ -1,10 +1,10 @@
-#include <zellap10/datum/shift.h>
-
-#include <zellap10/datum/tables.h>
-#include <zellap10/platform/angle.h>
+#include "zellap10/datum/shift.h"
 
 #include <cmath>
 #include <limits>
+
+#include <zellap10/datum/tables.h>
+#include <zellap10/platform/angle.h>
 
 namespace zellap10::datum {
 namespace {

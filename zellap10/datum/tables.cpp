@@ -1,4 +1,4 @@
-#include <zellap10/datum/tables.h>
+#include "zellap10/datum/tables.h"
 
 #include <iterator>
 

@@ -1,4 +1,4 @@
-#include <zellap10/fit/matrix.h>
+#include "zellap10/fit/matrix.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,4 +1,4 @@
-#include <zellap10/fit/polynomial.h>
+#include "zellap10/fit/polynomial.h"
 
 #include <zellap10/georef/geo_record.h>
 

@@ -1,4 +1,4 @@
-#include <zellap10/fit/svd.h>
+#include "zellap10/fit/svd.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <zellap10/georef/conversions.h>
+#include "zellap10/georef/conversions.h"
 
 // The record names longitude first and the projections latitude first; the order changes here and nowhere
 // else.

@@ -1,4 +1,4 @@
-#include <zellap10/georef/geo_file.h>
+#include "zellap10/georef/geo_file.h"
 
 #include <cstddef>
 #include <memory>

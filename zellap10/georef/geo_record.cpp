@@ -1,4 +1,5 @@
-#include <zellap10/georef/geo_record.h>
+#include "zellap10/georef/geo_record.h"
+
 #include <zellap10/georef/points.h>
 
 CGEORec::CGEORec() = default;

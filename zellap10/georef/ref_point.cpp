@@ -1,4 +1,4 @@
-#include <zellap10/georef/ref_point.h>
+#include "zellap10/georef/ref_point.h"
 
 CRefPoint::CRefPoint() = default;
 

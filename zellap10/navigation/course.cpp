@@ -1,8 +1,8 @@
-#include <zellap10/navigation/course.h>
-
-#include <zellap10/navigation/meridional_parts.h>
+#include "zellap10/navigation/course.h"
 
 #include <cmath>
+
+#include <zellap10/navigation/meridional_parts.h>
 
 namespace zellap10::navigation {
 namespace {

@@ -1,10 +1,10 @@
-#include <zellap10/navigation/dead_reckoning.h>
+#include "zellap10/navigation/dead_reckoning.h"
+
+#include <cmath>
 
 #include <zellap10/navigation/course.h>
 #include <zellap10/navigation/meridional_parts.h>
 #include <zellap10/platform/whole_number.h>
-
-#include <cmath>
 
 namespace zellap10::navigation {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <zellap10/platform/angle.h>
-
 #include <cmath>
+
+#include <zellap10/platform/angle.h>
 
 namespace zellap10::navigation {
 

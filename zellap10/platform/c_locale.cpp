@@ -1,4 +1,4 @@
-#include <zellap10/platform/c_locale.h>
+#include "zellap10/platform/c_locale.h"
 
 #include <clocale>
 #include <new>

@@ -1,4 +1,4 @@
-#include <zellap10/platform/file.h>
+#include "zellap10/platform/file.h"
 
 #if defined(_WIN32)
 #if !defined(NOMINMAX)

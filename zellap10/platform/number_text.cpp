@@ -1,4 +1,4 @@
-#include <zellap10/platform/number_text.h>
+#include "zellap10/platform/number_text.h"
 
 #include <cstddef>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include <zellap10/platform/palette.h>
+#include "zellap10/platform/palette.h"
 
 #if !defined(_WIN32)
 

@@ -1,4 +1,4 @@
-#include <zellap10/platform/text_reader.h>
+#include "zellap10/platform/text_reader.h"
 
 #include <algorithm>
 #include <cstring>

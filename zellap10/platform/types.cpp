@@ -1,4 +1,4 @@
-#include <zellap10/platform/types.h>
+#include "zellap10/platform/types.h"
 
 #include <cstdarg>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include <zellap10/plotter/catalogue.h>
+#include "zellap10/plotter/catalogue.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <zellap10/plotter/colours.h>
+#include "zellap10/plotter/colours.h"
 
 #include <algorithm>
 

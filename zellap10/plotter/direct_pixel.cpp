@@ -1,4 +1,4 @@
-#include <zellap10/plotter/direct_pixel.h>
+#include "zellap10/plotter/direct_pixel.h"
 
 #include <algorithm>
 #include <cmath>

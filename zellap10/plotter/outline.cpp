@@ -1,4 +1,4 @@
-#include <zellap10/plotter/outline.h>
+#include "zellap10/plotter/outline.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <zellap10/plotter/polygon.h>
+#include "zellap10/plotter/polygon.h"
 
 #include <algorithm>
 #include <cmath>

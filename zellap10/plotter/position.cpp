@@ -1,4 +1,4 @@
-#include <zellap10/plotter/position.h>
+#include "zellap10/plotter/position.h"
 
 #include <algorithm>
 #include <cmath>

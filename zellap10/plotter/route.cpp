@@ -1,12 +1,12 @@
-#include <zellap10/plotter/route.h>
-
-#include <zellap10/navigation/course.h>
-#include <zellap10/navigation/dead_reckoning.h>
+#include "zellap10/plotter/route.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
+
+#include <zellap10/navigation/course.h>
+#include <zellap10/navigation/dead_reckoning.h>
 
 namespace zellap10::plotter {
 

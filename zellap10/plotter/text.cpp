@@ -1,4 +1,4 @@
-#include <zellap10/plotter/text.h>
+#include "zellap10/plotter/text.h"
 
 #include <cmath>
 #include <cstddef>

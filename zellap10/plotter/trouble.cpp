@@ -1,4 +1,4 @@
-#include <zellap10/plotter/trouble.h>
+#include "zellap10/plotter/trouble.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include <zellap10/plotter/window.h>
+#include "zellap10/plotter/window.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,9 +1,9 @@
-#include <zellap10/projection/lambert.h>
+#include "zellap10/projection/lambert.h"
+
+#include <cmath>
 
 #include <zellap10/platform/angle.h>
 #include <zellap10/projection/conformal_sine.h>
-
-#include <cmath>
 
 // Symbols as in the source, numbers of its equations:
 //   t = tan(pi/4 - phi/2) / ((1 - e sin phi) / (1 + e sin phi))^(e/2)   (15-9)

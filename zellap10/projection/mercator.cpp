@@ -1,10 +1,10 @@
-#include <zellap10/projection/mercator.h>
-
-#include <zellap10/platform/angle.h>
-#include <zellap10/projection/conformal_sine.h>
+#include "zellap10/projection/mercator.h"
 
 #include <cmath>
 #include <limits>
+
+#include <zellap10/platform/angle.h>
+#include <zellap10/projection/conformal_sine.h>
 
 // phi latitude, lam longitude, e eccentricity, a semi-major axis:
 //   x = a (lam - lam0)                                                          (7-6)

@@ -1,10 +1,10 @@
-#include <zellap10/projection/polyconic.h>
-
-#include <zellap10/platform/angle.h>
-#include <zellap10/projection/meridian_arc.h>
+#include "zellap10/projection/polyconic.h"
 
 #include <cmath>
 #include <limits>
+
+#include <zellap10/platform/angle.h>
+#include <zellap10/projection/meridian_arc.h>
 
 // Symbols as in the source: N radius of curvature in the prime vertical, M arc from the equator, Ma = M / a.
 // Forward, with E = (lam - lam0) sin phi:

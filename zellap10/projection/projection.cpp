@@ -1,12 +1,12 @@
-#include <zellap10/projection/projection.h>
+#include "zellap10/projection/projection.h"
+
+#include <cmath>
 
 #include <zellap10/datum/tables.h>
 #include <zellap10/projection/lambert.h>
 #include <zellap10/projection/mercator.h>
 #include <zellap10/projection/polyconic.h>
 #include <zellap10/projection/transverse_mercator.h>
-
-#include <cmath>
 
 namespace zellap10::projection {
 namespace {

@@ -1,9 +1,9 @@
-#include <zellap10/projection/transverse_mercator.h>
+#include "zellap10/projection/transverse_mercator.h"
+
+#include <cmath>
 
 #include <zellap10/platform/angle.h>
 #include <zellap10/projection/meridian_arc.h>
-
-#include <cmath>
 
 // Symbols as in the source: N and R radii of curvature in the prime vertical and in the meridian, M arc from
 // the equator, e1 and mu of the footpoint series, ep2 second eccentricity squared; T = tan^2 phi, U = ep2
