@@ -150,6 +150,25 @@ TEST_F(UnsoundFile, IsOneOf2GiBAndMore) {
     }
 }
 
+// A derived class may read a text of its own.
+TEST(TextStreamInUse, RefusesAnOpenAndStaysAsItIs) {
+    const TempFolder folder;
+    const std::string own = folder.write("own.txt", "first\nsecond\n");
+    for (const char* const name : {"sound.cht", "missing.cht"}) {
+        folder.write("sound.cht", small_chart());
+        ChartUnderTest chart;
+        chart.TextStream.open(own);
+        std::string line;
+        std::getline(chart.TextStream, line);
+        EXPECT_EQ(chart.OpenZellap(folder.file(name).c_str(), 0), 0);
+        EXPECT_TRUE(std::getline(chart.TextStream, line));
+        EXPECT_EQ(line, "second");
+        chart.TextStream.setstate(std::ios::eofbit);
+        EXPECT_EQ(chart.OpenZellap(folder.file(name).c_str(), 0), 0);
+        EXPECT_EQ(chart.TextStream.rdstate(), std::ios::eofbit);
+    }
+}
+
 TEST(SecondHeader, NeverLeadsPastTheLineTable) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(small_chart()), 1);

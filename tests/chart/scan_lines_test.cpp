@@ -68,6 +68,21 @@ TEST(SmallChart, DecodesAsDrawn) {
     }
 }
 
+// A derived class may read runs from a file of its own, without a line table.
+TEST(NextRun, NeedsNoMoreThanAFileAndMasks) {
+    const TempFolder folder;
+    ChartUnderTest chart;
+    chart.ChartFile = std::fopen(folder.write("runs", "\x0F\x90\x0B").c_str(), "rb");
+    ASSERT_NE(chart.ChartFile, nullptr);
+    chart.ColourMask = 0x78;
+    chart.RunMask = 0x07;
+    chart.ColourShift = 3;
+    EXPECT_EQ(run_at(chart), ColourRun(1, 8));
+    EXPECT_EQ(run_at(chart), ColourRun(2, 12));
+    chart.CloseZellap();
+    EXPECT_EQ(run_at(chart), ColourRun(-1, -1));
+}
+
 TEST(NoPixels, NeedNoRoom) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(small_chart()), 1);

@@ -114,9 +114,12 @@ TEST(GeoPoint, IsLongitudeLatitudeRowColumn) {
 
 TEST(GeoVertex, IsLatitudeLongitude) {
     const ReadRecord record(
-        "Number of Vertices=99\nVertex9=42.5 -71.0 x\nVertex1=42.5\nVertex1=42.5,-71.0\nvertex9=1 2\n");
+        "Number of Vertices=99\nVertex9=42.5 -71.0 x\nVertex1=42.5\nVertex1=42.5,-71.0\nvertex9=1 2\n"
+        "Vertex=42.5 71.0W\nVertex=42.5 71.0E\nVertex=42.5 71.0east\n");
     const std::vector<CRefPoint*> vertices = elements_of(record.Vertices);
-    ASSERT_EQ(vertices.size(), 2u);
+    ASSERT_EQ(vertices.size(), 5u);
+    for (std::size_t i = 2; i < 5; ++i)
+        EXPECT_EQ(vertices[i]->Longitude, 71.0);
     EXPECT_STREQ(vertices[0]->Name, "Vertex9");
     EXPECT_EQ(vertices[0]->Latitude, 42.5);
     EXPECT_EQ(vertices[0]->Longitude, -71.0);

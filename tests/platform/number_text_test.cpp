@@ -72,13 +72,15 @@ const NumberRow kRealRows[] = {
     {"hexadecimal, no inf",    "0xfi",           true,  15.0,       "i"},
     {"hexadecimal, no nan",    "0xa(",           true,  10.0,       "("},
     {"x breaks off",           "-0x",            false, 0.0,        "-0x"},
-    {"exponent breaks off",    " 42e",           false, 42.0,       " 42e"},
-    {"exponent and its sign",  "1e+",            false, 1.0,        "1e+"},
-    {"point, exponent",        "7.e x",          false, 7.0,        "7.e x"},
-    {"exponent of 2",          "0x8P-",          false, 8.0,        "0x8P-"},
+    {"e without a number",     " 42e",           true,  42.0,       ""},
+    {"e and a sign",           "1e+",            true,  1.0,        ""},
+    {"point, then e",          "7.E x",          true,  7.0,        " x"},
+    {"e and letters",          "71.0east",       true,  71.0,       "ast"},
+    {"p and a sign",           "0x8P-",          true,  8.0,        ""},
     {"infi",                   "+infi 1",        false, HUGE_VAL,   "+infi 1"},
     {"infinit",                "INFINIT",        false, HUGE_VAL,   "INFINIT"},
     {"a point alone",          ".",              false, 0.0,        "."},
+    {"a sign alone",           "-e1",            false, 0.0,        "-e1"},
 };
 // clang-format on
 

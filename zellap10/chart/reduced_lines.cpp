@@ -76,7 +76,7 @@ int reduce(const CZellap& chart, const BlockRow& row, unsigned char* dest) {
         Sums<kWords> before;
         std::uint64_t x = 0;
         reader.read(line, row.first_col, row.count * row.x_factor, [&](const Run& run, std::size_t length) {
-            const std::uint64_t block = block_of(x);
+            const auto block = static_cast<std::size_t>(block_of(x));
             const std::uint64_t into = x - block * width;
             Sums<kWords> change = colours[run.colour];
             change.add(before, UINT64_MAX);

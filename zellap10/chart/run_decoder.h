@@ -114,7 +114,7 @@ inline Runs runs_of(std::uint64_t bytes, const RunCoding& coding) {
     const std::uint64_t low = (tops ^ high) + (bytes & second * kGroupMask) + first;
     const std::uint64_t sums =
         (low & kEven) + (low >> 8 & kEven) + (((high & kEven) + (high >> 8 & kEven)) << kGroupBits);
-    return {8 - cut, static_cast<std::int64_t>(sums * kLanes >> 48)};
+    return {static_cast<std::size_t>(8 - cut), static_cast<std::int64_t>(sums * kLanes >> 48)};
 }
 
 /// Bytes and runs out of pieces. It stands apart from them so that its two pointers can stay in registers.

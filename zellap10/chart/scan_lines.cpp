@@ -42,7 +42,7 @@ void CZellap::seekLine(long line) {
 }
 
 void CZellap::vNextCRL(int* colour, int* runLength) {
-    if (!zellap10::chart::is_open(*this)) return;
+    if (ChartFile == nullptr) return;
     Pieces pieces(ChartFile);
     const Run run = PieceBytes(pieces, pieces.next()).next_run(zellap10::chart::coding_of(*this));
     *colour = run.colour;

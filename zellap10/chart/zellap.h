@@ -42,11 +42,11 @@ public:
     ///                  file are read: the line operations refuse, there is no palette and nothing is fitted.
     ///                  The application may then call solvepoly of the records, for transforms without
     ///                  pixels.
-    /// @return          1, or 0 for a null path, a file that cannot be opened, which a folder, a pipe and a
-    ///                  device never can, and, with infoOnly 0, one whose binary part is unsound: no end of
-    ///                  the text, bits per pixel outside 1 to 7, a line table that is not wholly inside the
-    ///                  file, or that takes more memory than there is. What was open before then stays open,
-    ///                  and every field but Path as it was.
+    /// @return          1, or 0 for a null path, a TextStream that is open already, a file that cannot be
+    ///                  opened, which a folder, a pipe and a device never can, and, with infoOnly 0, one
+    ///                  whose binary part is unsound: no end of the text, bits per pixel outside 1 to 7, a
+    ///                  line table that is not wholly inside the file, or that takes more memory than there
+    ///                  is. What was open before then stays open, and every field but Path as it was.
     ///
     /// Where the lists of the base record still hold the points of an earlier open, an open with infoOnly 0
     /// fits these again before it adds those of the new georeference file and fits all.
@@ -115,7 +115,8 @@ protected:
     /// nothing where there is no line or no open file.
     void seekLine(long line);
 
-    /// Reads the run at which ChartFile stands.
+    /// Reads the run at the current position of ChartFile. Needs only ChartFile and the three masks; does
+    /// nothing without a file.
     ///
     /// @param colour     receives its colour index
     /// @param runLength  receives its length in pixels, 1 or more; held at the largest int

@@ -8,7 +8,7 @@ namespace zellap10::datum {
 // odd spellings, slips included. A row's number is its identity everywhere, so the order is fixed.
 
 // clang-format off
-constexpr EllipsoidRow kEllipsoids[] = {
+const EllipsoidRow kEllipsoids[] = {
     // da (m)   df * 10000       row  ellipsoid                 a (m)        f
     {573.604,   0.11960023},     //  0  Airy 1830                 6377563.396  1/299.3249646
     {-23.0,     -0.00081204},    //  1  Australian National       6378160.000  1/298.2500000
@@ -30,7 +30,7 @@ constexpr EllipsoidRow kEllipsoids[] = {
     {0.0,       0.0},            // 17  WGS-84                    6378137.000  1/298.2572236
 };
 
-constexpr DatumRow kDatums[] = {
+const DatumRow kDatums[] = {
     // row     name                               ellipsoid  dx,  dy,  dz (m)
     {/*   0 */ "AFG",                                     11,  -43,  -163,     45},
     {/*   1 */ "Ain_El_Abd_1970",                         10, -150,  -251,     -2},

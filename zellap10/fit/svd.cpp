@@ -55,7 +55,7 @@ template <class Use>
 inline void products(const double* vector, double* const* columns, int from, int to, int first, int last,
                      Use use) {
     by_fours(first, last, [&](auto width, int j) {
-        double sum[width] = {};
+        double sum[decltype(width)::value] = {};
         for (int k = from; k <= to; ++k) {
             for (int c = 0; c < width; ++c)
                 sum[c] += vector[k] * columns[j + c][k];
@@ -116,7 +116,7 @@ double right_step(const Decomposition& d, int i) {
     for (int k = l; k <= d.n; ++k)
         d.rv[k] = a[k][i] / h;
     by_fours(l, d.m, [&](auto height, int j) {
-        double sum[height] = {};
+        double sum[decltype(height)::value] = {};
         for (int k = l; k <= d.n; ++k) {
             for (int r = 0; r < height; ++r)
                 sum[r] += a[k][j + r] * a[k][i];
@@ -314,7 +314,7 @@ void decompose(double** a, int m, int n, double* w, double** v) {
 void back_substitute(double** u, const double* w, double** v, int m, int n, const double* b, double* x) {
     Vector t(n);
     by_fours(1, n, [&](auto width, int j) {
-        double sum[width] = {};
+        double sum[decltype(width)::value] = {};
         for (int i = 1; i <= m; ++i) {
             for (int c = 0; c < width; ++c)
                 sum[c] += u[i][j + c] * b[i];

@@ -40,8 +40,8 @@ bool is_regular_file(const char* path) {
 }  // namespace
 
 bool zellap10::platform::open_for_reading(std::ifstream& stream, const char* path) {
-    if (!is_regular_file(path)) return false;
+    if (stream.is_open() || !is_regular_file(path)) return false;
     stream.clear();
     stream.open(path, std::ios::in | std::ios::binary);
-    return !stream.fail();  // a stream that was open before still is
+    return stream.is_open();
 }

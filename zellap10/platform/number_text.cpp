@@ -19,21 +19,27 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Whether strtod took less than the text began: it takes the 42 of "42e", the 0 of "0x" and the inf of
-// "infin", but a scan format takes all that may be the front of a number.
+int lower(char letter) {
+    return letter | 0x20;
+}
+
+// Whether what strtod took is the beginning of a longer word that is not complete: the 0 of "0x", the inf of
+// "infin" and the nan of "nan(". A scan format refuses these.
 //
-// @param taken  what strtod took, sign included
-// @param next   the character behind it
-bool breaks_off(std::string_view taken, char next) {
-    if (taken.front() == '-' || taken.front() == '+') taken.remove_prefix(1);
-    const auto has = [taken](const char* any) { return taken.find_first_of(any) != std::string_view::npos; };
-    const auto lower = [](char c) { return c | 0x20; };  // of letters
+// @param taken  what strtod took, without a sign
+// @param next   the character after it
+bool is_incomplete(std::string_view taken, char next) {
     if (lower(next) == 'x') return taken == "0";
-    if (lower(next) == 'e') return !has("xXeEnN");
-    if (lower(next) == 'p') return has("xX") && !has("pP");
-    // All three letters of "inf" or "nan", and no more.
     const int first = taken.size() == 3 ? lower(taken[0]) : 0;
     return (first == 'i' && lower(next) == 'i') || (first == 'n' && next == '(');
+}
+
+// The length of an exponent without digits, such as the "e+" of "42e+", after what strtod took; else 0.
+int incomplete_exponent(std::string_view taken, const char* rest) {
+    const auto has = [taken](const char* any) { return taken.find_first_of(any) != std::string_view::npos; };
+    const bool begins = lower(*rest) == 'e' ? !has("xXeEnN") : lower(*rest) == 'p' && has("xX") && !has("pP");
+    if (!begins) return 0;
+    return rest[1] == '+' || rest[1] == '-' ? 2 : 1;
 }
 
 double number_at(const char* text, const char** end) {
@@ -85,9 +91,12 @@ bool TextScanner::real(double& value) {
     const char* const start = TextScanner(*this).blanks().rest();
     const char* end = nullptr;
     const double number = number_at(start, &end);
-    if (end == start || breaks_off({start, static_cast<std::size_t>(end - start)}, *end)) return false;
+    if (end == start) return false;
+    std::string_view taken(start, static_cast<std::size_t>(end - start));
+    if (taken.front() == '-' || taken.front() == '+') taken.remove_prefix(1);
+    if (is_incomplete(taken, *end)) return false;
     value = number;
-    rest_ = end;
+    rest_ = end + incomplete_exponent(taken, end);
     return true;
 }
 

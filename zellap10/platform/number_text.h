@@ -22,8 +22,8 @@ public:
     bool integer(int& value);
 
     /// %lf: leading white space and a number: decimal, hexadecimal ("0x2A"), "inf", "infinity" or "nan", in
-    /// upper or lower case; too large gives infinity. A number that breaks off, such as "42e", "0x" or
-    /// "infin", is none, whatever follows. `value` is written only on success.
+    /// upper or lower case; too large gives infinity. An exponent without digits is skipped, as in "42e" and
+    /// "42e+". An incomplete "0x", "infin" or "nan(" is no number. `value` is written only on success.
     bool real(double& value);
 
     /// What has not been taken yet.
@@ -33,8 +33,8 @@ private:
     const char* rest_;
 };
 
-/// atof in the "C" locale: the number at the front of the text, 0.0 where there is none. Where a number
-/// breaks off, what is whole of it counts: "42e" is 42 and "0x" is 0.
+/// atof in the "C" locale: the longest number at the start of the text, 0.0 if there is none. "42e" is 42 and
+/// "0x" is 0.
 double number_of(const char* text);
 
 }  // namespace zellap10::platform
