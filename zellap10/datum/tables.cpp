@@ -7,7 +7,9 @@ namespace zellap10::datum {
 // Both tables follow DMA TR 8350.2, Department of Defense World Geodetic System 1984. The names keep their
 // odd spellings, slips included. A row's number is its identity everywhere, so the order is fixed.
 
+// The reference shows what is between the marks.
 // clang-format off
+// [ellipsoids]
 const EllipsoidRow kEllipsoids[] = {
     // da (m)   df * 10000       row  ellipsoid                 a (m)        f
     {573.604,   0.11960023},     //  0  Airy 1830                 6377563.396  1/299.3249646
@@ -29,7 +31,9 @@ const EllipsoidRow kEllipsoids[] = {
     {2.0,       0.0003121057},   // 16  WGS-72                    6378135.000  1/298.2600000
     {0.0,       0.0},            // 17  WGS-84                    6378137.000  1/298.2572236
 };
+// [ellipsoids]
 
+// [datums]
 const DatumRow kDatums[] = {
     // row     name                               ellipsoid  dx,  dy,  dz (m)
     {/*   0 */ "AFG",                                     11,  -43,  -163,     45},
@@ -153,6 +157,7 @@ const DatumRow kDatums[] = {
     {/* 118 */ "Yacare",                                  10, -155,   171,     37},
     {/* 119 */ "Zanderij",                                10, -265,   120,   -358},
 };
+// [datums]
 // clang-format on
 
 static_assert(std::size(kEllipsoids) == kEllipsoidCount, "eighteen ellipsoids");
