@@ -1,7 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <numeric>
 #include <random>
@@ -11,8 +10,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "plain_chart.h"
 #include <samples/chart_writer.h>
+#include <testing/plain_chart.h>
+#include <testing/temp_folder.h>
 
 #if defined(ZELLAP10_BENCH_TIFF)
 #include <tiffio.h>
@@ -27,21 +27,6 @@ constexpr int kSize = 8192;  // pixels along an edge of each chart
 constexpr int kWindowWidth = 1920;
 constexpr int kWindowHeight = 1080;
 constexpr int kRuns[] = {4, 20, 180};  // mean length of a run
-
-// The folder of the charts; gone when the program ends.
-class Folder {
-public:
-    Folder() : path_(std::filesystem::temp_directory_path() / "zellap10_chart_bench") {
-        std::filesystem::create_directories(path_);
-    }
-    ~Folder() { std::filesystem::remove_all(path_); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-
-private:
-    std::filesystem::path path_;
-};
 
 // Runs of geometrically spread lengths, no two neighbours of one colour.
 void draw_runs(int mean, int colours, int width, int line, unsigned char* pixels) {
@@ -83,9 +68,8 @@ struct OpenChart {
     std::vector<unsigned char> pixels = std::vector<unsigned char>(kSize * kWindowHeight);
     std::vector<unsigned char> expected = pixels;
 
-    OpenChart(const Folder& folder, const std::string& name, const samples::Chart& drawn)
-        : path(folder.file(name)) {
-        samples::write_file(path, samples::chart_bytes(drawn));
+    OpenChart(const TempFolder& folder, const std::string& name, const samples::Chart& drawn)
+        : path(folder.write(name, samples::chart_bytes(drawn))) {
         demand(chart.OpenZellap(path.c_str(), 0) == 1, path + " does not open");
     }
     ~OpenChart() { chart.CloseZellap(); }
@@ -191,7 +175,7 @@ void read_view(OpenChart& open, ReducedLine reduced_line, int factor, unsigned c
     }
 }
 
-void register_views(const Folder& folder) {
+void register_views(const TempFolder& folder) {
     const auto open = std::make_shared<OpenChart>(folder, "wide.cht", chart_of_runs(20, 4, 16000, 12000));
     const auto add = [&](const std::string& name, ReducedLine reduced_line, int factor) {
         benchmark::RegisterBenchmark((name + "/by_" + std::to_string(factor)).c_str(),
@@ -284,7 +268,7 @@ struct TiffCloser {
 using Tiff = std::unique_ptr<TIFF, TiffCloser>;
 
 // The same picture in PackBits, one row a strip.
-std::string write_tiff(const Folder& folder, OpenChart& open, int mean) {
+std::string write_tiff(const TempFolder& folder, OpenChart& open, int mean) {
     const std::string path = folder.file("runs" + std::to_string(mean) + ".tif");
     const Tiff tiff(TIFFOpen(path.c_str(), "w"));
     demand(tiff != nullptr, "cannot write " + path);
@@ -320,7 +304,7 @@ int main(int argc, char** argv) {
     // The C library leaves the locks of its files out until a program has had a second thread, as every
     // application with a window has.
     std::thread([] {}).join();
-    const Folder folder;
+    const TempFolder folder;
     for (const int mean : kRuns) {
         const auto open =
             std::make_shared<OpenChart>(folder, std::to_string(mean) + ".cht", chart_of_runs(mean, 4));

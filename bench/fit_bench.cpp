@@ -1,8 +1,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <deque>
-#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
@@ -10,7 +8,8 @@
 #include <benchmark/benchmark.h>
 
 #include "plain_polynomial.h"
-#include <samples/chart_writer.h>
+#include <testing/point_lists.h>
+#include <testing/temp_folder.h>
 #include <zellap10/georef/geo_record.h>
 
 #if defined(ZELLAP10_BENCH_LAPACK)
@@ -29,56 +28,51 @@ constexpr int kTerms = 21;
 constexpr int kTermsOfOrder[] = {1, 3, 6, 10};
 
 // Points of a chart of 9000 by 10500 pixels whose latitude scale bends a little.
-struct Points {
-    std::deque<CRefPoint> points;
-    CRefPointList list;
-
-    explicit Points(int count) {
-        std::mt19937 random(1);
-        std::uniform_int_distribution<int> x(0, 9000);
-        std::uniform_int_distribution<int> y(0, 10500);
-        for (int i = 0; i < count; ++i) {
-            const int column = x(random);
-            const int row = y(random);
-            points.emplace_back("", column, row, -70 + 0.00012 * column,
-                                42 - 0.00009 * row - 1e-10 * row * row);
-            list.AddTail(&points.back());
-        }
+std::vector<PointRow> rows_of_points(int count) {
+    std::mt19937 random(1);
+    std::uniform_int_distribution<int> x(0, 9000);
+    std::uniform_int_distribution<int> y(0, 10500);
+    std::vector<PointRow> rows;
+    for (int i = 0; i < count; ++i) {
+        const int column = x(random);
+        const int row = y(random);
+        rows.push_back({column, row, -70 + 0.00012 * column, 42 - 0.00009 * row - 1e-10 * row * row});
     }
-};
+    return rows;
+}
 
 void fit(benchmark::State& state) {
-    Points points(static_cast<int>(state.range(0)));
+    PointList points(rows_of_points(static_cast<int>(state.range(0))));
     const CGEORec record;
     double first[kTerms] = {};
     double second[kTerms] = {};
     double error = 0.0;
     for (auto _ : state) {
-        record.SolveSVDpw(static_cast<int>(state.range(1)), &points.list, first, second, &error);
+        record.SolveSVDpw(static_cast<int>(state.range(1)), points.list(), first, second, &error);
         benchmark::DoNotOptimize(error);
     }
 }
 
-[[maybe_unused]] double term_at(const CRefPoint& point, int term) {
-    return CGEORec().polyfunc(term, point.X, point.Y);
+[[maybe_unused]] double term_at(const PointRow& point, int term) {
+    return CGEORec().polyfunc(term, point.x, point.y);
 }
 
 #if defined(ZELLAP10_BENCH_LAPACK)
 void fit_lapack(benchmark::State& state) {
-    const Points points(static_cast<int>(state.range(0)));
+    const std::vector<PointRow> points = rows_of_points(static_cast<int>(state.range(0)));
     const int m = static_cast<int>(state.range(0));
     const int n = kTermsOfOrder[state.range(1)];
     std::vector<double> design;
     for (int j = 0; j < n; ++j) {
-        for (const CRefPoint& point : points.points)
+        for (const PointRow& point : points)
             design.push_back(term_at(point, j));
     }
     const int rows = std::max(m, n);
     std::vector<double> results(static_cast<std::size_t>(2 * rows), 0.0);
     for (int i = 0; i < m; ++i) {
-        const CRefPoint& point = points.points[static_cast<std::size_t>(i)];
-        results[static_cast<std::size_t>(i)] = point.Longitude;
-        results[static_cast<std::size_t>(rows + i)] = point.Latitude;
+        const PointRow& point = points[static_cast<std::size_t>(i)];
+        results[static_cast<std::size_t>(i)] = point.longitude;
+        results[static_cast<std::size_t>(rows + i)] = point.latitude;
     }
     std::vector<double> values(static_cast<std::size_t>(std::min(m, n)));
     int rank = 0;
@@ -98,17 +92,17 @@ void fit_lapack(benchmark::State& state) {
 
 #if defined(ZELLAP10_BENCH_EIGEN)
 void fit_eigen(benchmark::State& state) {
-    const Points points(static_cast<int>(state.range(0)));
+    const std::vector<PointRow> points = rows_of_points(static_cast<int>(state.range(0)));
     const auto m = static_cast<Eigen::Index>(state.range(0));
     const Eigen::Index n = kTermsOfOrder[state.range(1)];
     Eigen::MatrixXd design(m, n);
     Eigen::MatrixXd results(m, 2);
     for (Eigen::Index i = 0; i < m; ++i) {
-        const CRefPoint& point = points.points[static_cast<std::size_t>(i)];
+        const PointRow& point = points[static_cast<std::size_t>(i)];
         for (Eigen::Index j = 0; j < n; ++j)
             design(i, j) = term_at(point, static_cast<int>(j));
-        results(i, 0) = point.Longitude;
-        results(i, 1) = point.Latitude;
+        results(i, 0) = point.longitude;
+        results(i, 1) = point.latitude;
     }
     for (auto _ : state) {
         Eigen::JacobiSVD<Eigen::MatrixXd> svd(design, Eigen::ComputeThinU | Eigen::ComputeThinV);
@@ -135,11 +129,9 @@ BENCHMARK(fit_eigen)->Apply(sizes_and_orders);
 
 // A record with points of its own, fitted directly or through a projection.
 void fill(CGEORec& record, int count, const char* projection) {
-    const Points points(count);
-    for (const CRefPoint& point : points.points)
-        record.Points.AddTail(new CRefPoint(point));
-    record.Vertices.AddTail(new CRefPoint("", 0, 0, -70, 42));
-    record.Vertices.AddTail(new CRefPoint("", 0, 0, -69, 41));
+    add_points(record, rows_of_points(count));
+    add_vertex(record, -70, 42);
+    add_vertex(record, -69, 41);
     record.Projection = projection;
     record.solvepoly();
 }
@@ -263,14 +255,13 @@ std::string geo_of_500_lines() {
 }
 
 void read_geo(benchmark::State& state) {
-    const std::string path = (std::filesystem::temp_directory_path() / "zellap10_fit_bench.GEO").string();
-    samples::write_file(path, geo_of_500_lines());
+    const TempFolder folder;
+    const std::string path = folder.write("bench.GEO", geo_of_500_lines());
     for (auto _ : state) {
         CGEORec record;
         record.ReadGEO(path.c_str(), 1);
         delete *record.Insets.begin();
     }
-    std::filesystem::remove(path);
 }
 BENCHMARK(read_geo);
 

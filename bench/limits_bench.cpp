@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
@@ -6,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <samples/chart_writer.h>
+#include <testing/temp_folder.h>
 #include <zellap10/chart/zellap.h>
 
 // What an open of the costliest files of 1 MiB takes, fits included: under a second of processor time each;
@@ -92,16 +92,13 @@ std::vector<CostRow> cost_rows() {
 }
 
 void open_and_close(benchmark::State& state, const CostRow& row) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "zellap10_limits_bench";
-    std::filesystem::create_directories(folder);
-    samples::write_file((folder / "c.GEO").string(), row.geo);
-    const std::string path = (folder / "c.cht").string();
-    samples::write_file(path, row.chart);
+    const TempFolder folder;
+    folder.write("c.GEO", row.geo);
+    const std::string path = folder.write("c.cht", row.chart);
     for (auto _ : state) {
         CZellap chart;
         if (chart.OpenZellap(path.c_str(), 0) != row.result) state.SkipWithError("opens or does not");
     }
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -8,6 +7,9 @@
 
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
+#include <testing/chart_under_test.h>
+#include <testing/point_lists.h>
+#include <testing/temp_folder.h>
 #include <zellap10/plotter/plotter.h>
 
 // What the plotter target costs, on the dynamic library as an application has it.
@@ -26,10 +28,10 @@ using zellap10::plotter::Window;
 void fit(CGEORec& record, const char* projection) {
     for (int x = 0; x <= 9000; x += 3000) {
         for (int y = 0; y <= 9000; y += 3000)
-            record.Points.AddTail(new CRefPoint("", x, y, -70 + x / 4500.0, 42 - y / 4500.0 - 1e-10 * y * y));
+            add_points(record, {{x, y, -70 + x / 4500.0, 42 - y / 4500.0 - 1e-10 * y * y}});
     }
-    record.Vertices.AddTail(new CRefPoint("", 0, 0, -70, 42));
-    record.Vertices.AddTail(new CRefPoint("", 0, 0, -68, 40));
+    add_vertex(record, -70, 42);
+    add_vertex(record, -68, 40);
     record.Projection = projection;
     record.solvepoly();
 }
@@ -71,8 +73,7 @@ constexpr int kFiles = 500;
 // Charts with an inset each, as large as the sample charts, strewn over the oceans.
 class Charts {
 public:
-    Charts() : folder_(std::filesystem::temp_directory_path() / "zellap10_plotter_bench") {
-        std::filesystem::create_directories(folder_);
+    Charts() {
         samples::Chart chart;
         chart.width = 5000;
         chart.height = 4000;
@@ -83,21 +84,16 @@ public:
         };
         const std::string bytes = samples::chart_bytes(chart);
         for (int i = 0; i < kFiles; ++i) {
-            const std::string stem = (folder_ / std::to_string(i)).string();
+            const std::string stem = std::to_string(i);
             const double west = -180.0 + i % 100 * 3.6;
             const double south = -60.0 + i / 100 * 24.0;
-            samples::write_file(stem + ".chart", bytes);
-            samples::write_file(stem + ".GEO", samples::geo_text({section(south, west, 6.0, 4800),
-                                                                  {section(south + 1, west + 1, 0.5, 600)},
-                                                                  "\r\n"}));
-            paths.push_back(stem + ".chart");
+            paths.push_back(folder_.write(stem + ".chart", bytes));
+            folder_.write(stem + ".GEO", samples::geo_text({section(south, west, 6.0, 4800),
+                                                            {section(south + 1, west + 1, 0.5, 600)},
+                                                            "\r\n"}));
         }
     }
-    ~Charts() { std::filesystem::remove_all(folder_); }
-    Charts(const Charts&) = delete;
-    Charts& operator=(const Charts&) = delete;
-
-    std::string folder() const { return folder_.string(); }
+    std::string folder() const { return folder_.file(""); }
     std::vector<std::string> paths;
 
 private:
@@ -121,7 +117,7 @@ private:
         return result;
     }
 
-    std::filesystem::path folder_;
+    TempFolder folder_;
 };
 
 void open_500_files(benchmark::State& state) {
@@ -184,7 +180,7 @@ constexpr int kWindowHeight = 1080;
 constexpr int kMostReduced = 4;
 
 // A chart that fills the window at the largest reduction, by runs of 20 pixels.
-class WindowChart : public CZellap {
+class WindowChart : public ChartUnderTest {
 public:
     WindowChart() {
         samples::Chart chart;
@@ -196,16 +192,8 @@ public:
             for (int x = 0; x < chart.width; ++x)
                 pixels[x] = static_cast<unsigned char>((x / 20 + line / 9) % 15 + 1);
         };
-        samples::write_file(path_, samples::chart_bytes(chart));
-        OpenZellap(path_.c_str(), 0);
+        open(samples::chart_bytes(chart));
     }
-    ~WindowChart() override {
-        CloseZellap();
-        std::filesystem::remove(path_);
-    }
-
-private:
-    std::string path_ = (std::filesystem::temp_directory_path() / "zellap10_window_bench.chart").string();
 };
 
 // The lines of a window, which is what the library alone does of it.

@@ -20,7 +20,7 @@ bool same_counts(const CGEORec& record, const CGEORec& file, int times) {
 
 void open_and_check(const std::string& path, bool info_first, fuzz::Input& arguments, fuzz::Kept& kept) {
     fuzz::Budget budget(kPixelBudget);
-    fuzz::OpenChart chart;
+    PlainChart chart;
     const CGEORec* base = chart.GetBaseGeoRec();
     fuzz::OwnRecord file;
     const std::string geo_path = path.substr(0, path.rfind('.')) + ".GEO";
@@ -59,11 +59,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int way = arguments.take<std::uint8_t>();
     const std::string bytes = input.rest();
     const std::size_t parting = bytes.find(kParting);
-    const std::string path = fuzz::write_file("both.cht", bytes.substr(0, parting));
+    const std::string path = fuzz::folder().write("both.cht", bytes.substr(0, parting));
     if (parting != std::string::npos) {
-        fuzz::write_file("both.GEO", bytes.substr(parting + sizeof kParting - 1));
+        fuzz::folder().write("both.GEO", bytes.substr(parting + sizeof kParting - 1));
     } else {
-        fuzz::remove_file("both.GEO");
+        fuzz::folder().remove("both.GEO");
     }
     fuzz::Kept kept;
     open_and_check(path, (way & 1) != 0, arguments, kept);

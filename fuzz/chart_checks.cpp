@@ -5,7 +5,7 @@
 #include <cstring>
 #include <limits>
 
-#include "guarded_pixels.h"
+#include <testing/guarded_pixels.h>
 
 namespace fuzz {
 
@@ -22,7 +22,7 @@ struct Line {
     std::int64_t whole = 0;  // pixels in front of the first run that passes Width
 };
 
-Line line_by_runs(OpenChart& chart, int line, int columns) {
+Line line_by_runs(PlainChart& chart, int line, int columns) {
     Line told;
     std::int64_t x = 0;
     bool inside = true;
@@ -41,7 +41,7 @@ Line line_by_runs(OpenChart& chart, int line, int columns) {
     return told;
 }
 
-void check_line(OpenChart& chart, int line, Budget& budget, Kept& kept) {
+void check_line(PlainChart& chart, int line, Budget& budget, Kept& kept) {
     const int width = std::max(chart.Width, 0);
     if (width > kWidestLine || !budget.spend(3 * width)) return;
     const Line told = line_by_runs(chart, line, width);
@@ -76,7 +76,7 @@ std::int64_t cost_of(const Rectangle& r) {
     return std::max<std::int64_t>(r.lines, 0) * (static_cast<std::int64_t>(r.column) + r.columns);
 }
 
-void check_rectangle(OpenChart& chart, const Rectangle& r, Budget& budget, Kept& kept) {
+void check_rectangle(PlainChart& chart, const Rectangle& r, Budget& budget, Kept& kept) {
     if (!is_inside(chart, r)) {
         GuardedPixels pixels(16);
         must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 0,
@@ -104,26 +104,7 @@ struct Reduction {
     int x_factor;
 };
 
-// The cell of the mean colour of a block, from the rectangle's pixels.
-unsigned char reduced_pixel(const CZellap& chart, const Reduction& r, const unsigned char* pixels, int o) {
-    std::int64_t red = 0;
-    std::int64_t green = 0;
-    std::int64_t blue = 0;
-    for (int y = 0; y < r.from.lines; ++y) {
-        for (int x = 0; x < r.x_factor; ++x) {
-            const std::int64_t at =
-                static_cast<std::int64_t>(y) * r.from.columns + static_cast<std::int64_t>(o) * r.x_factor + x;
-            const PALETTEENTRY& colour = chart.LogPalette.palPalEntry[pixels[at]];
-            red += colour.peRed;
-            green += colour.peGreen;
-            blue += colour.peBlue;
-        }
-    }
-    const std::int64_t divisor = static_cast<std::int64_t>(r.x_factor) * r.from.lines * 8;
-    return chart.ColourIndex[(red / divisor * 32 + green / divisor) * 32 + blue / divisor];
-}
-
-void check_reduction(OpenChart& chart, const Reduction& r, Budget& budget, Kept& kept) {
+void check_reduction(PlainChart& chart, const Reduction& r, Budget& budget, Kept& kept) {
     const Rectangle& from = r.from;
     if (r.x_factor < 1 || from.lines < 1 || from.columns < 0 || !is_inside(chart, from)) {
         GuardedPixels pixels(16);
@@ -145,7 +126,8 @@ void check_reduction(OpenChart& chart, const Reduction& r, Budget& budget, Kept&
     must(chart.getMultiLines(from.line, from.lines, from.column, from.columns, pixels.data()) == 1,
          "the rectangle of a reduction can be read");
     for (int o = 0; o < count; ++o) {
-        must(reduced.data()[o] == reduced_pixel(chart, r, pixels.data(), o),
+        must(reduced.data()[o] ==
+                 chart.plain_mean(pixels.data(), from.columns, o * r.x_factor, r.x_factor, from.lines),
              "a reduced pixel is the mean of its block");
     }
 }
@@ -164,7 +146,7 @@ Rectangle draw_rectangle(const CZellap& chart, Input& input) {
     return r;
 }
 
-void check_colours(const CZellap& chart, Input& input, Kept& kept) {
+void check_colours(const PlainChart& chart, Input& input, Kept& kept) {
     const int count = chart.LogPalette.palNumEntries;
     const PALETTEENTRY* entries = chart.LogPalette.palPalEntry;
     must(count <= 256 && count >= chart.HeaderColourCount, "a palette holds the chart's colours");
@@ -193,25 +175,14 @@ void check_colours(const CZellap& chart, Input& input, Kept& kept) {
 
     for (int i = 0; i < 8; ++i) {
         const int cell = input.take<std::uint16_t>() & 0x7FFF;
-        const int target[] = {(cell >> 10) * 8, (cell >> 5 & 31) * 8, (cell & 31) * 8};
-        int best = 0;
-        int least = kLargest;
-        for (int k = 1; k < count; ++k) {
-            const int red = entries[k].peRed - target[0];
-            const int green = entries[k].peGreen - target[1];
-            const int blue = entries[k].peBlue - target[2];
-            const int distance = red * red + green * green + blue * blue;
-            if (distance < least) {
-                least = distance;
-                best = k;
-            }
-        }
-        must(chart.ColourIndex[cell] == best, "a cell holds the nearest entry");
+        must(chart.ColourIndex[cell] ==
+                 chart.plain_nearest((cell >> 10) * 8, (cell >> 5 & 31) * 8, (cell & 31) * 8),
+             "a cell holds the nearest entry");
     }
 }
 
 // What begins outside the picture, or ends one line or column behind it.
-void check_edges(OpenChart& chart, Budget& budget, Kept& kept) {
+void check_edges(PlainChart& chart, Budget& budget, Kept& kept) {
     for (const int line : {-1, chart.Height, kSmallest, kLargest}) {
         if (line >= 0 && line < chart.Height) continue;
         GuardedPixels pixels(16);
@@ -246,7 +217,7 @@ void keep_header(const CZellap& chart, Kept& kept) {
     must(!chart.TextStream.is_open(), "the text is closed behind an open");
 }
 
-void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept) {
+void check_open_chart(PlainChart& chart, Input& input, Budget& budget, Kept& kept) {
     keep_header(chart, kept);
     must(chart.BitsPerPixel >= 1 && chart.BitsPerPixel <= 7, "bits per pixel are in range");
     must(chart.LineCount == std::max(chart.Height, 0), "the line table has the picture's lines");
@@ -274,7 +245,7 @@ void check_open_chart(OpenChart& chart, Input& input, Budget& budget, Kept& kept
     kept.add(length);
 }
 
-void check_refusals(OpenChart& chart, Kept& kept) {
+void check_refusals(PlainChart& chart, Kept& kept) {
     keep_header(chart, kept);
     must(chart.ChartFile == nullptr && chart.LineOffsets == nullptr && chart.GetPaletteHandle() == nullptr,
          "what is not open holds no file and no palette");
@@ -290,7 +261,7 @@ void check_refusals(OpenChart& chart, Kept& kept) {
     must(pixels.untouched() && colour == 41 && length == 42, "what is not open writes nothing");
 }
 
-void read_changed_chart(OpenChart& chart, Budget& budget, Kept& kept) {
+void read_changed_chart(PlainChart& chart, Budget& budget, Kept& kept) {
     const int width = std::clamp(chart.Width, 0, kWidestLine);
     for (int line = 0; line < std::min(chart.LineCount, kEndLines); ++line) {
         if (!budget.spend(3 * width)) return;

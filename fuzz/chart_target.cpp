@@ -33,14 +33,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Input arguments = input.part(fuzz::kArguments);
     const int way = arguments.take<std::uint8_t>();
     const std::string bytes = (way & 1) != 0 ? with_line_table(input.rest()) : input.rest();
-    const std::string path = fuzz::write_file("input.cht", bytes);
+    const std::string path = fuzz::folder().write("input.cht", bytes);
     const bool info_only = (way & 14) == 2;
     const bool changes = (way & 48) == 16;
     const bool opens_again = (way & 192) == 64;
 
     fuzz::Kept kept;
     fuzz::Budget budget(kPixelBudget);
-    fuzz::OpenChart chart;
+    PlainChart chart;
     const int opened = chart.OpenZellap(path.c_str(), info_only ? 1 : 0);
     fuzz::must(info_only || zellap10::plotter::trouble_with_chart(path.c_str()).has_value() == (opened == 0),
                "a chart has trouble just where it is refused");

@@ -8,7 +8,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
     fuzz::Input arguments = input.part(fuzz::kArguments);
-    const std::string path = fuzz::write_file("input.GEO", input.rest());
+    const std::string path = fuzz::folder().write("input.GEO", input.rest());
 
     fuzz::Kept kept;
     fuzz::OwnRecord file;

@@ -3,49 +3,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <limits>
-#include <memory>
-#include <random>
-#include <system_error>
 
 namespace fuzz {
 
 namespace {
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-class Folder {
-public:
-    Folder() : path_(std::filesystem::temp_directory_path() / unique_name()) {
-        std::filesystem::create_directories(path_);
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    std::string file(const char* name) const { return (path_ / name).string(); }
-
-private:
-    static std::string unique_name() {
-        std::random_device random;
-        return "zellap10_fuzz_" + std::to_string(random()) + "_" + std::to_string(random());
-    }
-
-    std::filesystem::path path_;
-};
-
 // Written and never read; volatile, so that nothing that leads here can be left out.
 volatile std::uint64_t kept;
-
-const Folder& folder() {
-    static const Folder own;
-    return own;
-}
 
 // Where the ways of arithmetic part: ends of ranges, poles, seams, and the neighbours of a split.
 constexpr double kSpecial[] = {
@@ -127,19 +92,9 @@ void Kept::bytes(const void* data, std::size_t size) {
     }
 }
 
-std::string write_file(const char* name, const std::string& bytes) {
-    const std::string path = folder().file(name);
-    // A new file each time: a file system may put one that is written over on its disk at once.
-    remove_file(name);
-    const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "wb"));
-    must(file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size(),
-         "an input can be written to a file");
-    return path;
-}
-
-void remove_file(const char* name) {
-    std::error_code ignored;
-    std::filesystem::remove(folder().file(name), ignored);
+const TempFolder& folder() {
+    static const TempFolder own;
+    return own;
 }
 
 }  // namespace fuzz

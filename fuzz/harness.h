@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <testing/temp_folder.h>
+
 /// What the fuzz targets share. A target is one function that takes any bytes; it calls the library with them
 /// and aborts with a message where something that must hold does not.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -105,10 +107,7 @@ private:
     std::int64_t left_;
 };
 
-/// Writes a file of this process's own folder, which goes when the process ends, and gives its path.
-std::string write_file(const char* name, const std::string& bytes);
-
-/// Removes one.
-void remove_file(const char* name);
+/// A folder for this process, removed when the process ends.
+const TempFolder& folder();
 
 }  // namespace fuzz

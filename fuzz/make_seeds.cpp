@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "harness.h"
-#include "record_parts.h"
 #include <samples/chart_writer.h>
+#include <testing/record_parts.h>
 
 // Writes the inputs that the fuzz targets start from: a folder for each target.
 
@@ -100,7 +100,7 @@ std::string grid(int side, double west, double north) {
 std::vector<NamedText> georeferences() {
     const std::string vertices = "Number of Vertices=2\r\nVertex1=42.0 -70.0\r\nVertex2=41.2 -68.9\r\n";
     std::string all_texts;
-    for (const fuzz::Field& field : fuzz::kFields)
+    for (const RecordField& field : kRecordFields)
         all_texts += std::string(field.key) + "=1\n";
     const auto copies = [](int count, const std::string& line) {
         std::string text;

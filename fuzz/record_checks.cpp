@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "record_parts.h"
+#include <testing/record_parts.h>
 
 namespace fuzz {
 
@@ -171,7 +171,7 @@ void check_fits(CGEORec& record, Input& input, Kept& kept) {
 }
 
 void check_one(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
-    for (const Field& field : kFields) {
+    for (const RecordField& field : kRecordFields) {
         must(field.text != nullptr ? file.*field.text == fitted.*field.text
                                    : same(file.*field.number, fitted.*field.number),
              "a fit leaves what the file says as it was");
@@ -200,7 +200,7 @@ OwnRecord::~OwnRecord() {
 }
 
 void keep_record(const CGEORec& record, Kept& kept) {
-    for (const Field& field : kFields) {
+    for (const RecordField& field : kRecordFields) {
         if (field.text != nullptr) kept.text(record.*field.text);
         if (field.number != nullptr) kept.add(record.*field.number);
     }

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <bench/plain_numeric.h>
+#include <testing/plain_numeric.h>
 #include <zellap10/zellap10.h>
 
 namespace {

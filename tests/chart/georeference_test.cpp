@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/point_lists.h"
-#include "chart_under_test.h"
+#include <testing/chart_under_test.h>
+#include <testing/point_lists.h>
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "refused_charts.h"
+#include <testing/refused_charts.h>
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/comma_locale.h"
-#include "../support/point_lists.h"
-#include "../support/temp_file.h"
+#include <testing/comma_locale.h>
+#include <testing/point_lists.h>
+#include <testing/temp_folder.h>
 #include <zellap10/georef/geo_record.h>
 #include <zellap10/georef/points.h>
 
@@ -25,7 +25,7 @@ public:
 // All that a record holds of these, as "key=value" each.
 std::string filled(const CGEORec& record) {
     std::string all;
-    for (const fuzz::Field& field : fuzz::kFields) {
+    for (const RecordField& field : kRecordFields) {
         CString value;
         if (field.text != nullptr) {
             value = record.*field.text;
@@ -38,7 +38,7 @@ std::string filled(const CGEORec& record) {
 }
 
 TEST(GeoKey, SetsItsOwnFieldAndNoOther) {
-    for (const fuzz::Field& field : fuzz::kFields) {
+    for (const RecordField& field : kRecordFields) {
         const std::string line = std::string(field.key) + "=7.5";
         EXPECT_EQ(filled(ReadRecord(line + "\n")), line);
     }

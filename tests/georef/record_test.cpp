@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/point_lists.h"
+#include <testing/point_lists.h>
 #include <zellap10/georef/geo_record.h>
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/test_chart.h"
+#include <testing/test_chart.h>
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/catalogue.h>
 

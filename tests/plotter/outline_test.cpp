@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/point_lists.h"
+#include <testing/point_lists.h>
 #include <zellap10/plotter/outline.h>
 
 namespace {

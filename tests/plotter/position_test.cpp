@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/point_lists.h"
+#include <testing/point_lists.h>
 #include <zellap10/plotter/position.h>
 #include <zellap10/plotter/text.h>
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/comma_locale.h"
+#include <testing/comma_locale.h>
 #include <zellap10/plotter/text.h>
 
 namespace {

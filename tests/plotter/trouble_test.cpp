@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../chart/refused_charts.h"
+#include <testing/refused_charts.h>
 #include <zellap10/plotter/trouble.h>
 
 #if !defined(_WIN32)

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../chart/chart_under_test.h"
+#include <testing/chart_under_test.h>
 #include <zellap10/plotter/window.h>
 
 namespace {

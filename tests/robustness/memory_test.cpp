@@ -8,16 +8,14 @@
 
 #include <gtest/gtest.h>
 
-#include "../chart/chart_under_test.h"
-#include "../support/comma_locale.h"
-#include "../support/point_lists.h"
 #include "failing_new.h"
-#include <fuzz/record_parts.h>
+#include <testing/chart_under_test.h>
+#include <testing/comma_locale.h>
+#include <testing/point_lists.h>
+#include <testing/record_parts.h>
 #include <zellap10/georef/points.h>
 
 namespace {
-
-using fuzz::transforms_of;
 
 // Fits two regions, an inset in projection mode, and texts that do not fit into the text object itself.
 std::string georeference_text() {

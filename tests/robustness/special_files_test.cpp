@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "../chart/chart_under_test.h"
+#include <testing/chart_under_test.h>
 
 #if !defined(_WIN32)
 #include <sys/stat.h>

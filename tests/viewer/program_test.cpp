@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/test_chart.h"
 #include "screen.h"
+#include <testing/test_chart.h>
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
-#include "../support/temp_file.h"
-#include "../support/test_chart.h"
+#include <testing/temp_folder.h>
+#include <testing/test_chart.h>
 #include <viewer/status.h>
 #include <viewer/view.h>
 

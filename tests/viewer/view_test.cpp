@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../support/point_lists.h"
 #include "screen.h"
+#include <testing/point_lists.h>
 #include <viewer/grid.h>
 #include <viewer/route_lines.h>
 #include <viewer/scale_bar.h>

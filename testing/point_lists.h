@@ -3,10 +3,8 @@
 #include <deque>
 #include <vector>
 
-#include <fuzz/record_parts.h>
+#include <testing/record_parts.h>
 #include <zellap10/georef/geo_record.h>
-
-using fuzz::elements_of;
 
 /// One reference point, as tables of tests write it.
 struct PointRow {

@@ -4,13 +4,10 @@
 #include <cstddef>
 #include <vector>
 
-/// What fuzz targets and tests give the library to write pixels to.
-namespace fuzz {
-
-/// No pixel has this value: a colour index is below 128. What still has it was not written.
+/// The initial value of every byte. No pixel has it, since a colour index is below 128.
 constexpr unsigned char kUntouched = 0xEE;
 
-/// Room for pixels with a guard on both sides.
+/// A buffer for pixels with a guard on both sides.
 class GuardedPixels {
 public:
     explicit GuardedPixels(std::size_t size) : size_(size), bytes_(size + 2 * kGuard, kUntouched) {}
@@ -21,7 +18,7 @@ public:
     std::vector<int> pixels() const { return {data(), data() + size_}; }
 
     bool guards_untouched() const { return all_untouched(bytes_.data(), data()) && untouched_from(size_); }
-    /// Whether the pixels from `first` on and both guards are as they were.
+    /// Whether the pixels from `first` on and both guards are unchanged.
     bool untouched_from(std::size_t first) const {
         return all_untouched(bytes_.data(), data()) &&
                all_untouched(data() + first, bytes_.data() + bytes_.size());
@@ -37,5 +34,3 @@ private:
     std::size_t size_;
     std::vector<unsigned char> bytes_;
 };
-
-}  // namespace fuzz

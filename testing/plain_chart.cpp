@@ -1,6 +1,8 @@
 #include "plain_chart.h"
 
+#include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -104,25 +106,27 @@ int PlainChart::plain_reduced_line(int first_line, int first_col, int col_count,
     std::vector<unsigned char> pixels(static_cast<std::size_t>(col_count) *
                                       static_cast<std::size_t>(y_factor));
     plain_window(first_line, y_factor, first_col, col_count, pixels.data());
-    const int divisor = x_factor * y_factor * 8;
-    for (int o = 0; o < col_count / x_factor; ++o) {
-        int red = 0;
-        int green = 0;
-        int blue = 0;
-        for (int c = o * x_factor; c < (o + 1) * x_factor; ++c) {
-            for (int y = 0; y < y_factor; ++y) {
-                const PALETTEENTRY& colour =
-                    LogPalette.palPalEntry[pixels[static_cast<std::size_t>(y) *
-                                                      static_cast<std::size_t>(col_count) +
-                                                  static_cast<std::size_t>(c)]];
-                red += colour.peRed;
-                green += colour.peGreen;
-                blue += colour.peBlue;
-            }
-        }
-        dest[o] = ColourIndex[(red / divisor * 32 + green / divisor) * 32 + blue / divisor];
-    }
+    for (int o = 0; o < col_count / x_factor; ++o)
+        dest[o] = plain_mean(pixels.data(), col_count, o * x_factor, x_factor, y_factor);
     return 1;
+}
+
+unsigned char PlainChart::plain_mean(const unsigned char* pixels, int col_count, int first_col, int x_factor,
+                                     int y_factor) const {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    for (int c = first_col; c < first_col + x_factor; ++c) {
+        for (int y = 0; y < y_factor; ++y) {
+            const PALETTEENTRY& colour =
+                LogPalette.palPalEntry[pixels[static_cast<std::ptrdiff_t>(y) * col_count + c]];
+            red += colour.peRed;
+            green += colour.peGreen;
+            blue += colour.peBlue;
+        }
+    }
+    const int divisor = x_factor * y_factor * 8;
+    return ColourIndex[(red / divisor * 32 + green / divisor) * 32 + blue / divisor];
 }
 
 void PlainChart::plain_palette() {
@@ -154,21 +158,20 @@ void PlainChart::plain_palette() {
     LogPalette.palNumEntries = static_cast<unsigned short>(used);
 }
 
-void PlainChart::plain_index() {
-    for (int r = 0; r < 32; ++r) {
-        for (int g = 0; g < 32; ++g) {
-            for (int b = 0; b < 32; ++b) {
-                int best = 0;
-                int best_distance = 0x7FFFFFFF;
-                for (int k = 1; k < LogPalette.palNumEntries; ++k) {
-                    const int d = plain_distance(LogPalette.palPalEntry[k], 8 * r, 8 * g, 8 * b);
-                    if (d < best_distance) {
-                        best_distance = d;
-                        best = k;
-                    }
-                }
-                ColourIndex[(r * 32 + g) * 32 + b] = static_cast<unsigned char>(best);
-            }
+unsigned char PlainChart::plain_nearest(int red, int green, int blue) const {
+    int best = 0;
+    int best_distance = 0x7FFFFFFF;
+    for (int k = 1; k < LogPalette.palNumEntries; ++k) {
+        const int d = plain_distance(LogPalette.palPalEntry[k], red, green, blue);
+        if (d < best_distance) {
+            best_distance = d;
+            best = k;
         }
     }
+    return static_cast<unsigned char>(best);
+}
+
+void PlainChart::plain_index() {
+    for (int cell = 0; cell < 32 * 32 * 32; ++cell)
+        ColourIndex[cell] = plain_nearest((cell >> 10) * 8, (cell >> 5 & 31) * 8, (cell & 31) * 8);
 }

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <string>
 
-#include "temp_file.h"
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
+#include <testing/temp_folder.h>
 #include <zellap10/plotter/position.h>
 
 /// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike, nor are charts.

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "../support/point_lists.h"
-#include "../support/temp_file.h"
-#include <bench/plain_chart.h>
-#include <fuzz/guarded_pixels.h>
+#include <testing/guarded_pixels.h>
+#include <testing/plain_chart.h>
+#include <testing/point_lists.h>
+#include <testing/temp_folder.h>
 #include <zellap10/chart/zellap.h>
 
 /// The folder of a chart's file. A base, so that it goes after the chart: Windows removes no open file.
@@ -18,13 +18,9 @@ protected:
     TempFolder folder_;
 };
 
-/// A chart object with its protected operations in reach, and beside each fast one its plain form.
+/// A chart object in a folder of its own.
 class ChartUnderTest : private ChartFolder, public PlainChart {
 public:
-    using CZellap::ReadHeader;
-    using CZellap::seekLine;
-    using CZellap::vNextCRL;
-
     ChartUnderTest() = default;
 
     /// Opens a chart of these bytes, in a file of its own, which goes with the object.
@@ -62,9 +58,6 @@ inline std::vector<std::string> state_of(const CZellap& chart) {
     }
     return state;
 }
-
-using fuzz::GuardedPixels;
-using fuzz::kUntouched;
 
 /// The text part of a chart of this size, with a red and a blue.
 inline std::string text_of_size(int width, int height) {

@@ -5,18 +5,15 @@
 
 #include <zellap10/georef/geo_record.h>
 
-/// What fuzz targets and tests look at in a record.
-namespace fuzz {
-
-/// What a line of a georeference file sets: a text or a number.
-struct Field {
+/// The member that a line of a georeference file sets: a text or a number.
+struct RecordField {
     const char* key;
     CString CGEORec::*text;
     double CGEORec::*number = nullptr;
 };
 
 // clang-format off
-inline constexpr Field kFields[] = {
+inline constexpr RecordField kRecordFields[] = {
     {"Bitmap",                      &CGEORec::Bitmap},
     {"Name",                        &CGEORec::Name},
     {"Scale",                       &CGEORec::Scale},
@@ -54,14 +51,14 @@ inline constexpr Field kFields[] = {
 };
 // clang-format on
 
-/// The elements of a list, from its head.
+/// The elements of a list in order.
 template <class Element>
 std::vector<Element*> elements_of(const CList<Element*, Element*>& list) {
     return {list.begin(), list.end()};
 }
 
-/// All that a fit sets, in one row of numbers: four that are no coefficients, the polynomials' 168 and the
-/// affine ones' 84.
+/// Everything that a fit sets, as one vector: the wrap, the projection code and the two splits, then the 168
+/// coefficients of the polynomials and the 84 of the affine transforms.
 inline std::vector<double> transforms_of(const CGEORec& record) {
     std::vector<double> all{static_cast<double>(record.Wraps180), static_cast<double>(record.ProjCode),
                             record.pwSplit, record.wpSplit};
@@ -77,5 +74,3 @@ inline std::vector<double> transforms_of(const CGEORec& record) {
     }
     return all;
 }
-
-}  // namespace fuzz

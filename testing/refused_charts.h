@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "chart_under_test.h"
+#include <testing/chart_under_test.h>
 #include <zellap10/plotter/trouble.h>
 
 /// The small chart with another height in its header, and another place of its line table.
