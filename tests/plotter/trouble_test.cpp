@@ -22,8 +22,6 @@ void expect_trouble(const std::optional<Trouble>& trouble, Fault fault, const st
     EXPECT_EQ(trouble->text, text);
 }
 
-// That a chart has trouble just where it is refused, the replay of the fuzz target for charts holds over
-// every seed and its damaged forms.
 TEST(TroubleWithAChart, TellsWhatIsWrong) {
     const TempFolder folder;
     for (const RefusedChart& row : kRefusedCharts) {

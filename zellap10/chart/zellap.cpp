@@ -1,24 +1,13 @@
 #include "zellap10/chart/zellap.h"
 
-#include <cstddef>
-#include <string>
 #include <utility>
 
+#include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/header.h>
+#include <zellap10/chart/layout.h>
 #include <zellap10/chart/line_table.h>
 #include <zellap10/georef/points.h>
 #include <zellap10/platform/file.h>
-
-namespace {
-
-// The chart's path with ".GEO" in the place of its last dot and what follows, a dot in a folder's name
-// included; a dot at the very start is none.
-std::string georeference_path(const std::string& path) {
-    const std::size_t dot = path.rfind('.');
-    return (dot == std::string::npos || dot == 0 ? path : path.substr(0, dot)) + ".GEO";
-}
-
-}  // namespace
 
 CZellap::CZellap() : Version("1.0") {}
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <zellap10/platform/c_locale.h>
+#include <zellap10/platform/text_compare.h>
 
 namespace zellap10::platform {
 
@@ -19,25 +20,22 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-int lower(char letter) {
-    return letter | 0x20;
-}
-
 // Whether what strtod took is the beginning of a longer word that is not complete: the 0 of "0x", the inf of
 // "infin" and the nan of "nan(". A scan format refuses these.
 //
 // @param taken  what strtod took, without a sign
 // @param next   the character after it
 bool is_incomplete(std::string_view taken, char next) {
-    if (lower(next) == 'x') return taken == "0";
-    const int first = taken.size() == 3 ? lower(taken[0]) : 0;
-    return (first == 'i' && lower(next) == 'i') || (first == 'n' && next == '(');
+    if (lower_case(next) == 'x') return taken == "0";
+    const char first = taken.size() == 3 ? lower_case(taken[0]) : '\0';
+    return (first == 'i' && lower_case(next) == 'i') || (first == 'n' && next == '(');
 }
 
 // The length of an exponent without digits, such as the "e+" of "42e+", after what strtod took; else 0.
 int incomplete_exponent(std::string_view taken, const char* rest) {
     const auto has = [taken](const char* any) { return taken.find_first_of(any) != std::string_view::npos; };
-    const bool begins = lower(*rest) == 'e' ? !has("xXeEnN") : lower(*rest) == 'p' && has("xX") && !has("pP");
+    const bool begins =
+        lower_case(*rest) == 'e' ? !has("xXeEnN") : lower_case(*rest) == 'p' && has("xX") && !has("pP");
     if (!begins) return 0;
     return rest[1] == '+' || rest[1] == '-' ? 2 : 1;
 }

@@ -2,12 +2,15 @@
 
 namespace zellap10::platform {
 
-/// Whether a text begins with another, letters A to Z being the same in both cases. Other characters, and
-/// letters of other alphabets, must be equal; no locale takes part.
+/// Folds the letters A to Z only, in every locale.
+inline char lower_case(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// Whether a text begins with another one, ignoring the case of the letters A to Z.
 inline bool begins_with_any_case(const char* text, const char* front) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
     for (; *front != '\0'; ++text, ++front) {
-        if (lower(*text) != lower(*front)) return false;
+        if (lower_case(*text) != lower_case(*front)) return false;
     }
     return true;
 }

@@ -7,8 +7,6 @@ namespace zellap10::platform {
 
 namespace {
 
-constexpr char kEndOfText = 0x1A;
-
 const char* find(const char* begin, const char* end, char character) {
     const void* found = std::memchr(begin, character, static_cast<std::size_t>(end - begin));
     return found != nullptr ? static_cast<const char*>(found) : end;

@@ -6,8 +6,11 @@
 
 namespace zellap10::platform {
 
+/// Ends the text of a chart file or a georeference file.
+constexpr char kEndOfText = 0x1A;
+
 /// Reads a stream that was opened in binary mode by the rules of a text file, the same on every system: CR LF
-/// is one line end, a CR elsewhere is a character like any other, and the first byte 0x1A ends the text as
+/// is one line end, a CR elsewhere is a character like any other, and the first kEndOfText ends the text as
 /// if the file stopped there. A stream that cannot be read on ends the text too. It is read in blocks; where
 /// the text has ended, the stream is at its end.
 class TextReader {

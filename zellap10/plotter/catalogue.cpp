@@ -7,9 +7,9 @@
 #include <system_error>
 #include <utility>
 
+#include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/zellap.h>
 #include <zellap10/navigation/course.h>
-#include <zellap10/plotter/georeference_path.h>
 #include <zellap10/plotter/mile.h>
 
 namespace zellap10::plotter {
@@ -39,7 +39,7 @@ double detail_of(const CRefPointList& points) {
 
 bool is_chart_in_folder(const fs::directory_entry& entry, const std::string& path) {
     std::error_code ignored;
-    const std::string georeference = georeference_path(path);
+    const std::string georeference = chart::georeference_path(path);
     return entry.is_regular_file(ignored) && georeference != path && fs::exists(georeference, ignored);
 }
 

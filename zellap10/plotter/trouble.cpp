@@ -1,24 +1,21 @@
 #include "zellap10/plotter/trouble.h"
 
-#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <system_error>
 
+#include <zellap10/chart/georeference_path.h>
+#include <zellap10/chart/layout.h>
 #include <zellap10/chart/zellap.h>
-#include <zellap10/plotter/georeference_path.h>
+#include <zellap10/platform/text_compare.h>
 
 namespace zellap10::plotter {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int kEndOfText = 0x1A;
-constexpr std::int64_t kOffsetBytes = 4;
-constexpr std::int64_t kLargestFile = std::numeric_limits<std::int32_t>::max();
 
 // A number with a comma between thousands.
 std::string grouped(std::int64_t number) {
@@ -49,57 +46,48 @@ Trouble unreadable() {
     return {Fault::kUnreadable, "The file cannot be read to its end."};
 }
 
-std::optional<Trouble> trouble_with_text_end(std::istream& stream) {
-    stream.ignore(std::numeric_limits<std::streamsize>::max(), kEndOfText);
-    if (!stream) return unreadable();
-    if (stream.eof()) {
-        return Trouble{Fault::kNoEndOfText,
-                       "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."};
+Trouble trouble_with_line_table(const chart::Layout& layout) {
+    const std::string begins = "The line table begins at " + grouped(layout.table);
+    const std::string in_file = " a file of " + grouped(layout.size) + " bytes.";
+    if (layout.table > layout.size) return {Fault::kLineTable, begins + " in" + in_file};
+    return {Fault::kLineTable, begins + " and its " + grouped(layout.lines) + " lines need " +
+                                   grouped(std::int64_t{layout.lines} * chart::kOffsetBytes) + " bytes, in" +
+                                   in_file};
+}
+
+std::optional<Trouble> trouble_in_file(const char* path, int height) {
+    using chart::Refusal;
+
+    const chart::File file(std::fopen(path, "rb"));
+    if (file == nullptr) return unreadable();
+    const chart::Layout layout = chart::read_layout(file.get(), height);
+    switch (layout.refusal) {
+        case Refusal::kNone:
+            break;
+        case Refusal::kUnreadable:
+            return unreadable();
+        case Refusal::kTooLarge: {
+            std::error_code ignored;
+            const auto size = static_cast<std::int64_t>(fs::file_size(path, ignored));
+            return Trouble{Fault::kTooLarge, "The file has " + grouped(size) +
+                                                 " bytes; a chart file has at most " +
+                                                 grouped(chart::kLargestFile) + '.'};
+        }
+        case Refusal::kTooSmall:
+            return Trouble{Fault::kTooSmall,
+                           layout.size == 0 ? "The file is empty." : "The file ends within its first bytes."};
+        case Refusal::kNoEndOfText:
+            return Trouble{Fault::kNoEndOfText,
+                           "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."};
+        case Refusal::kEndsWithText:
+            return Trouble{Fault::kNoEndOfText, "The file ends with its text part."};
+        case Refusal::kBitsPerPixel:
+            return Trouble{Fault::kBitsPerPixel, "The file gives " + std::to_string(layout.bits_per_pixel) +
+                                                     " bits per pixel; there can be 1 to 7."};
+        case Refusal::kLineTable:
+            return trouble_with_line_table(layout);
     }
-    stream.ignore();
-    const int bits_per_pixel = stream.get();
-    if (!stream) return Trouble{Fault::kNoEndOfText, "The file ends with its text part."};
-    if (bits_per_pixel >= 1 && bits_per_pixel <= 7) return {};
-    return Trouble{Fault::kBitsPerPixel, "The file gives " + std::to_string(bits_per_pixel) +
-                                             " bits per pixel; there can be 1 to 7."};
-}
-
-std::optional<Trouble> trouble_with_line_table(std::istream& stream, std::int64_t size, int lines) {
-    unsigned char bytes[kOffsetBytes] = {};
-    stream.seekg(size - kOffsetBytes);
-    if (!stream.read(reinterpret_cast<char*>(bytes), sizeof bytes)) return unreadable();
-    std::int64_t table = 0;
-    for (const unsigned char byte : bytes)
-        table = table * 256 + byte;
-    const std::int64_t table_size = std::max(lines, 0) * kOffsetBytes;
-    if (table_size == 0 || table + table_size <= size) return {};
-    const std::string begins = "The line table begins at " + grouped(table);
-    const std::string in_file = " a file of " + grouped(size) + " bytes.";
-    if (table > size) return Trouble{Fault::kLineTable, begins + " in" + in_file};
-    return Trouble{Fault::kLineTable, begins + " and its " + grouped(lines) + " lines need " +
-                                          grouped(table_size) + " bytes, in" + in_file};
-}
-
-std::optional<Trouble> trouble_in_file(const char* path, int lines) {
-    std::ifstream stream(path, std::ios::binary | std::ios::ate);
-    const std::int64_t size = stream.tellg();
-    if (size < 0) return unreadable();
-    if (size > kLargestFile) {
-        return Trouble{Fault::kTooLarge, "The file has " + grouped(size) +
-                                             " bytes; a chart file has at most " + grouped(kLargestFile) +
-                                             '.'};
-    }
-    if (size == 0) return Trouble{Fault::kTooSmall, "The file is empty."};
-    if (size < kOffsetBytes) return Trouble{Fault::kTooSmall, "The file ends within its first bytes."};
-    stream.seekg(0);
-    if (auto trouble = trouble_with_text_end(stream)) return trouble;
-    return trouble_with_line_table(stream, size, lines);
-}
-
-bool equal_in_any_case(const std::string& a, const std::string& b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [lower](char x, char y) { return lower(x) == lower(y); });
+    return {};
 }
 
 // The first name, by the alphabet, of a file beside the path that differs from it in upper and lower case
@@ -112,7 +100,10 @@ std::string other_spelling(const fs::path& path) {
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename().string();
         std::error_code ignored;
-        if (!equal_in_any_case(name, wanted) || !entry->is_regular_file(ignored)) continue;
+        if (name.size() != wanted.size() || !platform::begins_with_any_case(name.c_str(), wanted.c_str()) ||
+            !entry->is_regular_file(ignored)) {
+            continue;
+        }
         if (found.empty() || name < found) found = name;
     }
     return found;
@@ -157,7 +148,7 @@ std::optional<Trouble> trouble_with_chart(const char* path) {
 
 std::optional<Trouble> trouble_with_georeference(const char* path) {
     return guarded(
-        [path] { return trouble_at_georeference(georeference_path(path != nullptr ? path : "")); });
+        [path] { return trouble_at_georeference(chart::georeference_path(path != nullptr ? path : "")); });
 }
 
 }  // namespace zellap10::plotter
