@@ -6,6 +6,7 @@
 
 #include <zellap10/plotter/catalogue.h>
 #include <zellap10/plotter/colours.h>
+#include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/position.h>
 #include <zellap10/plotter/route.h>

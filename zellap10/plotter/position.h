@@ -20,6 +20,18 @@ struct Pixel {
     double y = 0.0;  ///< row
 };
 
+/// A pixel of the screen or of a bitmap. Whole numbers are the centres of pixels.
+struct ScreenPixel {
+    double x = 0.0;  ///< column
+    double y = 0.0;  ///< row
+};
+
+/// A size on the screen, in pixels.
+struct ScreenSize {
+    int width = 0;
+    int height = 0;
+};
+
 /// Whether a record ties pixels to positions: its chart was opened wholly, with a georeference file whose
 /// points span an area. A chart object that was closed and opened anew for information only still has the
 /// fit of its earlier chart.

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <optional>
+
+#include <zellap10/plotter/outline.h>
+#include <zellap10/plotter/position.h>
+
+/// @file
+///
+/// The view of a moving map: which part of the earth the screen shows, how large, and which course is up.
+
+namespace zellap10::plotter {
+
+/// A view in the spherical Mercator projection of web maps (EPSG:3857), so that a web tile is a view too.
+///
+/// A view is a value. Positions are WGS 84; screen pixel (0, 0) is the centre of the upper left pixel, and
+/// the view's centre lies in the middle of the screen. Where a view is wider than the earth, the earth
+/// repeats.
+///
+/// A position goes to the screen and back to within 1e-6 pixel for latitudes up to 85 degrees, from 0.01
+/// metres per pixel on; below that the digits of a double are the limit.
+class MapView {
+public:
+    /// Values out of range are held at the limits; NaN and infinity count as 0.
+    ///
+    /// @param centre            WGS 84; latitude -85.0511 to 85.0511, where web maps end
+    /// @param metres_per_pixel  on the ground at the centre, 0.0001 to 1e7
+    /// @param size              of the screen, 0 to 32767 each
+    /// @param course_up         the true course that points up, DEGREES, in any turn
+    MapView(Position centre, double metres_per_pixel, ScreenSize size, double course_up = 0.0);
+
+    /// The view of a web tile. `resized` makes a larger view of it with the same pixels.
+    ///
+    /// @param zoom       0 to 24; the earth is 2^zoom tiles wide
+    /// @param x, y       0 to 2^zoom - 1, from the west and from the north
+    /// @param tile_size  pixels along an edge, 1 to 4096
+    /// @return           the view; empty if a number is out of range
+    [[nodiscard]] static std::optional<MapView> of_tile(int zoom, int x, int y, int tile_size = 256);
+
+    /// The screen pixel of a position, inside the screen or outside, in the turn nearest to the centre.
+    ///
+    /// @return  empty beyond 89 degrees of latitude and for NaN
+    [[nodiscard]] std::optional<ScreenPixel> to_screen(Position position) const;
+
+    /// The position at a screen pixel; the longitude is from -180 to 180.
+    ///
+    /// @return  empty beyond 89 degrees of latitude and for NaN
+    [[nodiscard]] std::optional<Position> to_position(ScreenPixel pixel) const;
+
+    /// The smallest extent around the screen, to the outer edges of its pixels; a full turn where the view is
+    /// wider than the earth.
+    [[nodiscard]] Extent extent() const;
+
+    [[nodiscard]] Position centre() const { return centre_; }
+    [[nodiscard]] ScreenSize size() const { return size_; }
+    [[nodiscard]] double course_up() const { return course_up_; }  ///< DEGREES, from 0 up to 360
+
+    /// Metres on the ground at the centre. The same picture has fewer nearer to a pole.
+    [[nodiscard]] double metres_per_pixel() const;
+
+    /// Screen pixels around the equator: the scale of the projection, which a pan does not change.
+    [[nodiscard]] double pixels_around() const { return pixels_around_; }
+
+    /// The view whose centre is so many pixels to the right of and below this centre. The scale of the
+    /// projection stays, so that a move by whole pixels shows the same pixels elsewhere.
+    [[nodiscard]] MapView moved_by(double dx, double dy) const;
+
+    /// The view at another scale, with the same position at a screen pixel.
+    ///
+    /// @param factor  above 1 to enlarge
+    /// @param about   the screen pixel whose position stays
+    [[nodiscard]] MapView zoomed(double factor, ScreenPixel about) const;
+
+    /// The view with another course up, about the same centre.
+    [[nodiscard]] MapView turned_to(double course_up) const;
+
+    /// The view on another screen, about the same centre and at the same scale.
+    [[nodiscard]] MapView resized(ScreenSize size) const;
+
+private:
+    struct Exact {};  // pixels around the equator are given, not metres per pixel
+    MapView(Exact, Position centre, double pixels_around, ScreenSize size, double course_up);
+
+    [[nodiscard]] ScreenPixel middle() const;
+
+    Position centre_;
+    double pixels_around_;
+    ScreenSize size_;
+    double course_up_;
+    double sine_;  // of the course up
+    double cosine_;
+};
+
+}  // namespace zellap10::plotter
