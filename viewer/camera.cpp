@@ -10,8 +10,9 @@ namespace {
 
 // The first block of a window that has its middle on the chart.
 int held(double first, int window, int blocks) {
-    const double least = -(window / 2);
-    const double most = std::max(blocks - 1, 0) - window / 2;
+    const int half = window / 2;
+    const double least = -half;
+    const double most = std::max(blocks - 1, 0) - half;
     return static_cast<int>(std::clamp(std::round(first), least, most));
 }
 

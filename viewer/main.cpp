@@ -30,6 +30,7 @@ struct Arguments {
 
 viewer::Size size_of(const char* text) {
     viewer::Size size;
+    // NOLINTNEXTLINE(cert-err34-c): a number out of range is no size of a window either
     const bool is_size = std::sscanf(text, "%dx%d", &size.width, &size.height) == 2;
     if (!is_size || size.width < viewer::kSmallestWindow.width ||
         size.height < viewer::kSmallestWindow.height)

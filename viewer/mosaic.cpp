@@ -76,7 +76,7 @@ Argb* pixel_at(const Picture& picture, const Camera& camera, int column, int row
 void copy_tile(const Tile& tile, const Area& blocks, const Camera& camera, const Picture& picture) {
     const auto bytes = sizeof(Argb) * static_cast<std::size_t>(blocks.columns.last - blocks.columns.first);
     for (int row = blocks.rows.first; row < blocks.rows.last; ++row) {
-        const Argb* line = tile.get() + row % kTileHeight * kTileWidth;
+        const Argb* line = tile.get() + std::ptrdiff_t{row % kTileHeight} * kTileWidth;
         std::memcpy(pixel_at(picture, camera, blocks.columns.first, row),
                     line + blocks.columns.first % kTileWidth, bytes);
     }
@@ -105,8 +105,8 @@ public:
         const int tile_row = row / kTileHeight - area_.rows.first;
         const int tile_column = column / kTileWidth - area_.columns.first;
         const int columns = area_.columns.last - area_.columns.first;
-        return tiles_[static_cast<std::size_t>(tile_row * columns + tile_column)].get() +
-               row % kTileHeight * kTileWidth;
+        return tiles_[static_cast<std::size_t>(std::ptrdiff_t{tile_row} * columns + tile_column)].get() +
+               std::ptrdiff_t{row % kTileHeight} * kTileWidth;
     }
 
 private:

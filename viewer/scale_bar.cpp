@@ -48,11 +48,11 @@ void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, 
     const Spot corner{std::round(at.x - width), std::round(at.y - kHeight)};
     painter.text({corner.x + width / 2, corner.y - 2}, {text}, style);
     const int whole = static_cast<int>(std::round(width));
+    const int half = whole / 2;
     painter.box({corner.x - 2, corner.y - 2}, {whole + 4, kHeight + 4}, {0, theme.paper.colour, 1});
-    painter.box(corner, {whole / 2, kHeight}, {0, theme.paper.ink, 1});
-    painter.box({corner.x + whole / 2, corner.y + kHeight - 1}, {whole - whole / 2, 1},
-                {0, theme.paper.ink, 1});
-    painter.box({corner.x + whole / 2, corner.y}, {whole - whole / 2, 1}, {0, theme.paper.ink, 1});
+    painter.box(corner, {half, kHeight}, {0, theme.paper.ink, 1});
+    painter.box({corner.x + half, corner.y + kHeight - 1}, {whole - half, 1}, {0, theme.paper.ink, 1});
+    painter.box({corner.x + half, corner.y}, {whole - half, 1}, {0, theme.paper.ink, 1});
     painter.box({corner.x + whole - 1, corner.y}, {1, kHeight}, {0, theme.paper.ink, 1});
 }
 

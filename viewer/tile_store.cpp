@@ -14,10 +14,10 @@ bool overlap(const Strip& a, const Strip& b) {
 
 // Cuts one tile off the picture of a strip.
 Tile tile_of(const Argb* pixels, std::size_t pixels_a_line) {
-    const std::shared_ptr<Argb[]> tile(new Argb[kTileWidth * kTileHeight]);
+    const std::shared_ptr<Argb[]> tile(new Argb[std::size_t{kTileWidth} * kTileHeight]);
     for (int y = 0; y < kTileHeight; ++y)
         std::copy_n(pixels + static_cast<std::size_t>(y) * pixels_a_line, kTileWidth,
-                    tile.get() + y * kTileWidth);
+                    tile.get() + std::ptrdiff_t{y} * kTileWidth);
     return tile;
 }
 
