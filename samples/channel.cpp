@@ -51,7 +51,7 @@ const std::vector<Place> kPlaces = {
     {"Portsmouth",                           -1.090, 50.805, Mark::kTown,       Beside::kBelow},
     {"Brighton",                             -0.137, 50.822, Mark::kTown,       Beside::kAbove},
     {"Hastings",                              0.573, 50.855, Mark::kTown,       Beside::kAbove},
-    {"Dover",                                 1.313, 51.129, Mark::kTown,       Beside::kLeft},
+    {"Dover",                                 1.300, 51.137, Mark::kTown,       Beside::kLeft},
     {"Calais",                                1.858, 50.951, Mark::kTown,       Beside::kRight},
     {"Boulogne",                              1.614, 50.726, Mark::kTown,       Beside::kRight},
     {"Dieppe",                                1.077, 49.922, Mark::kTown,       Beside::kRight},

@@ -23,7 +23,7 @@ Line line_of(const std::vector<Position>& places, const Layout& layout) {
         const int pieces = std::max(1, static_cast<int>(std::ceil(length / kLongestEdge)));
         for (int piece = 1; piece <= pieces; ++piece) {
             const double part = static_cast<double>(piece) / pieces;
-            line.push_back(layout.to_pixel(
+            line.push_back(layout.wgs84_to_pixel(
                 {from.lon + (to.lon - from.lon) * part, from.lat + (to.lat - from.lat) * part}));
         }
     }

@@ -93,7 +93,7 @@ void place_name(const Sheet& sheet, const Place& place, Pixel at, TextStyle& sty
     }
 }
 
-bool is_inside(const Area& area, const Place& place) {
+bool is_inside(const Area& area, Position place) {
     return place.lon > area.west && place.lon < area.east && place.lat > area.south && place.lat < area.north;
 }
 
@@ -101,8 +101,8 @@ bool is_inside(const Area& area, const Place& place) {
 
 void draw_places(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
     for (const Place& place : sheet.places) {
-        if (!is_inside(sheet.area, place)) continue;
-        const Pixel at = layout.to_pixel({place.lon, place.lat});
+        const Pixel at = layout.wgs84_to_pixel({place.lon, place.lat});
+        if (!is_inside(sheet.area, layout.to_position(at))) continue;
         const Lettering lettering = lettering_of(place.mark);
         draw_mark(canvas, sheet, place, at);
         TextStyle style;

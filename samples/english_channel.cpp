@@ -19,20 +19,6 @@ const std::vector<Place> kSolentPlaces = {
 };
 // clang-format on
 
-// The coast file has no harbours, so that this one is drawn freehand.
-const std::vector<std::vector<Position>> kDoverLand = {{{1.3100, 51.1110},
-                                                        {1.3150, 51.1142},
-                                                        {1.3168, 51.1160},
-                                                        {1.3180, 51.1182},
-                                                        {1.3205, 51.1207},
-                                                        {1.3245, 51.1230},
-                                                        {1.3290, 51.1247},
-                                                        {1.3340, 51.1259},
-                                                        {1.3390, 51.1264},
-                                                        {1.3440, 51.1272},
-                                                        {1.3500, 51.1300},
-                                                        {1.3100, 51.1300},
-                                                        {1.3100, 51.1110}}};
 const std::vector<std::vector<Position>> kDoverPiers = {
     {{1.3154, 51.1148}, {1.3190, 51.1132}, {1.3235, 51.1117}, {1.3272, 51.1114}},
     {{1.3174, 51.1178}, {1.3235, 51.1152}},
@@ -44,7 +30,7 @@ const std::vector<std::vector<Position>> kDoverPiers = {
 const std::vector<Place> kDoverPlaces = {
     // name                  lon     lat      mark               name's side
     {"OUTER HARBOUR",        1.3310, 51.1180, Mark::kWater,      Beside::kOn},
-    {"Western Entrance",     1.3305, 51.1105, Mark::kSmallWater, Beside::kOn},
+    {"Western Entrance",     1.3295, 51.1105, Mark::kSmallWater, Beside::kOn},
     {"Eastern Entrance",     1.3386, 51.1201, Mark::kSmallWater, Beside::kOn},
     {"Dover",                1.3170, 51.1222, Mark::kIsland,     Beside::kRight},
     {"Admiralty Pier",       1.3272, 51.1114, Mark::kLight,      Beside::kBelow},
@@ -55,7 +41,7 @@ const std::vector<Place> kDoverPlaces = {
 };
 // clang-format on
 
-// The datum of the paper lies about 130 metres off the one of the projection.
+// From European 1950 to WGS 84, degrees: 138 m.
 constexpr double kLatOffset = -0.000853;
 constexpr double kLonOffset = -0.001392;
 
@@ -89,11 +75,10 @@ Sheet dover_harbour() {
     sheet.projection.central_meridian = 1.33;
     sheet.projection.origin_lat = 51;
     sheet.scale.denominator = 25000;
-    sheet.area = {1.3150, 1.3436, 51.1098, 51.1278};
-    sheet.own_land = kDoverLand;
+    sheet.area = {1.3164, 1.3450, 51.1107, 51.1287};
     sheet.tint_miles = {0.12, 0.06, 0.03};
     sheet.graduation = {5, 5, 1, 1, 600};
-    sheet.title.middle = {1.33755, 51.1123};
+    sheet.title.middle = {1.33749, 51.1130};
     sheet.title.lines = {"DOVER", "Mercator, 1:25 000 at 51°N", "Drawn freehand", "NOT FOR NAVIGATION"};
     sheet.piers = kDoverPiers;
     sheet.places = kDoverPlaces;

@@ -33,10 +33,13 @@ public:
     }
 
     Pixel to_pixel(Position place) const {
+        return wgs84_to_pixel({place.lon + projection_.lon_offset, place.lat + projection_.lat_offset});
+    }
+
+    Pixel wgs84_to_pixel(Position place) const {
         double east = 0;
         double north = 0;
-        project_f(code(), &parms_, place.lat + projection_.lat_offset, place.lon + projection_.lon_offset,
-                  &east, &north);
+        project_f(code(), &parms_, place.lat, place.lon, &east, &north);
         return {left_ + (east * cos_skew_ - north * sin_skew_) / metres_per_pixel_,
                 top_ - (east * sin_skew_ + north * cos_skew_) / metres_per_pixel_};
     }
@@ -102,6 +105,7 @@ Layout projected_layout(const Area& area, const Projection& projection, const Sc
     layout.width = static_cast<int>(std::lround(box.right - box.left)) + 1 + 2 * margin;
     layout.height = static_cast<int>(std::lround(box.bottom - box.top)) + 1 + 2 * margin;
     layout.to_pixel = [=](Position place) { return sheeting.to_pixel(place); };
+    layout.wgs84_to_pixel = [=](Position place) { return sheeting.wgs84_to_pixel(place); };
     layout.to_position = [=](Pixel at) { return sheeting.to_position(at); };
     const Position middle = {(area.west + area.east) / 2, (area.south + area.north) / 2};
     const Pixel low = layout.to_pixel(middle);

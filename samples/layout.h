@@ -38,7 +38,7 @@ struct Projection {
     double origin_lat = 0;        ///< degrees; a Mercator chart has its scale here
     double first_parallel = 0;    ///< of Lambert, degrees
     double second_parallel = 0;
-    double lat_offset = 0;  ///< degrees, from the chart's own frame to that of the projection
+    double lat_offset = 0;  ///< degrees, from the chart's datum to WGS 84, on which the projection is set up
     double lon_offset = 0;
 };
 
@@ -55,8 +55,9 @@ struct Layout {
     int width = 0;   ///< of the area with its margin, pixels
     int height = 0;  ///< likewise
     double pixels_per_mile = 0;
-    std::function<Pixel(Position)> to_pixel;
-    std::function<Position(Pixel)> to_position;
+    std::function<Pixel(Position)> to_pixel;        ///< from the chart's datum
+    std::function<Pixel(Position)> wgs84_to_pixel;  ///< from WGS 84
+    std::function<Position(Pixel)> to_position;     ///< in the chart's datum
 };
 
 /// Lays an area on a sheet.

@@ -18,7 +18,7 @@ int margin_of(const Sheet& sheet, double margin) {
 
 void draw(Canvas& canvas, const Sheet& sheet, const Layout& layout, const Coast& coast) {
     canvas.fill(frame_outline(sheet, layout), sheet.inks.paper);
-    draw_land(canvas, sheet, layout, sheet.own_land.empty() ? coast : Coast{sheet.own_land, sheet.own_land});
+    draw_land(canvas, sheet, layout, coast);
     draw_grid(canvas, sheet, layout);
     draw_piers(canvas, sheet, layout);
     draw_rose(canvas, sheet, layout);

@@ -67,18 +67,16 @@ struct Sheet {
     Scale scale;
     int bits_per_pixel = 4;
     double em = 40;  ///< size of the plain lettering, pixels
-    Area covered;    ///< what the coast file covers
-    Area area;       ///< what the chart shows, a tint's width inside
-    std::vector<std::vector<Position>>
-        own_land;  ///< of a plan, for which the coast file is too coarse; closed rings
+    Area covered;    ///< by the coast file, WGS 84
+    Area area;       ///< of the chart, in its datum; a tint's width inside the coast file's
     std::vector<double> tint_miles;
     std::vector<Colour> colours;  ///< of the colour indexes from 1 upward
     Inks inks;
     Graduation graduation;
     Title title;
     std::optional<Position> rose;
-    std::vector<std::vector<Position>> piers;
-    std::vector<Place> places;
+    std::vector<std::vector<Position>> piers;  ///< WGS 84
+    std::vector<Place> places;                 ///< WGS 84
     Crossings crossings;
     int vertices_a_parallel = 2;  ///< of the outline, on its northern and southern side
     std::vector<GeoEntry> notes;  ///< what the georeference file says besides
