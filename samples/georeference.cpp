@@ -101,8 +101,8 @@ bool is_under(Pixel at, const std::vector<Area>& insets) {
 std::vector<GeoPoint> points_of(const Sheet& sheet, const Layout& layout, const std::vector<Area>& insets) {
     std::vector<GeoPoint> points;
     for (const Position place : point_places(sheet)) {
-        const Pixel near = layout.to_pixel(place);
-        const Pixel whole = {std::round(near.x), std::round(near.y)};
+        const Pixel exact = layout.to_pixel(place);
+        const Pixel whole = {std::round(exact.x), std::round(exact.y)};
         if (is_under(whole, insets)) continue;
         const Position there = layout.to_position(whole);
         points.push_back(
