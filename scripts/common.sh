@@ -13,6 +13,12 @@ TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographicli
 # Of what the viewer needs besides the first ones.
 VIEWER_PACKAGES=(libsdl2-dev)
 
+# Of what the Python package and its tests need besides, and of what those of its tests need that .ci/run does not
+# let be skipped.
+PYTHON_PACKAGES=(python3-dev python3-venv pybind11-dev libdeflate-dev python3-numpy python3-tqdm python3-pytest)
+PYTHON_TEST_PACKAGES=(python3-distributed python3-tifffile python3-pil python3-matplotlib mypy geotiff-bin
+                      libjs-leaflet chromium chromium-driver python3-selenium)
+
 # And of what builds and runs the tests for another system.
 CROSS_PACKAGES=(cmake ninja-build googletest locales pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
@@ -69,4 +75,17 @@ build() {
     cmake --preset "$preset" "$@"
     say "building build/$preset"
     cmake --build --preset "$preset" --parallel "$JOBS"
+}
+
+# test_python [OPTION...]: installs the Python package in build/venv, with further options of cmake, and tests it. Debian's
+# packages belong to Debian's own interpreter.
+test_python() {
+    local python=/usr/bin/python3
+    [ -x "$python" ] || python=python3
+    cd "$ROOT"
+    say "installing the Python package in build/venv"
+    "$python" -m venv --clear --system-site-packages build/venv
+    CMAKE_ARGS="$*" build/venv/bin/pip install --quiet --no-index ./python
+    say "testing the Python package"
+    build/venv/bin/python -m pytest python
 }

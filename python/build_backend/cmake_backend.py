@@ -1,12 +1,14 @@
 """Builds the wheel by CMake, so that `pip install .` needs no other Python package and no network.
 
 pip calls the functions below (PEP 517). The package is compiled together with the library, which is linked statically.
+The environment variable CMAKE_ARGS may hold further options of CMake.
 """
 
 import base64
 import hashlib
 import os
 import re
+import shlex
 import subprocess
 import sys
 import sysconfig
@@ -60,6 +62,7 @@ def build_sdist(sdist_directory, config_settings=None):
 def compile_package(build, content):
     """Configures, builds and installs the package into the folder `content`."""
     options = [f"-D{key}={value}" for key, value in OPTIONS.items()]
+    options += shlex.split(os.environ.get("CMAKE_ARGS", ""))
     jobs = str(os.cpu_count() or 1)
     for command in (
         ["cmake", "-S", SOURCE_DIR, "-B", build, "-G", "Ninja", *options],
