@@ -1,11 +1,11 @@
 #include "png.h"
 
-#include <libdeflate.h>
-
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <new>
+
+#include <libdeflate.h>
 
 namespace zellap10::python {
 
@@ -44,7 +44,8 @@ private:
 };
 
 void append_number(std::string& bytes, std::uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(static_cast<char>(value >> shift));
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<char>(value >> shift));
 }
 
 void append_chunk(std::string& bytes, const char* type, const void* data, std::size_t size) {
@@ -55,19 +56,25 @@ void append_chunk(std::string& bytes, const char* type, const void* data, std::s
     append_number(bytes, libdeflate_crc32(0, bytes.data() + start, bytes.size() - start));
 }
 
-unsigned char part(Argb colour, int shift) { return static_cast<unsigned char>(colour >> shift); }
+unsigned char part(Argb colour, int shift) {
+    return static_cast<unsigned char>(colour >> shift);
+}
 
 }  // namespace
 
 PngEncoder::PngEncoder(int width, int height, int level)
-    : width_(static_cast<std::size_t>(width)), height_(static_cast<std::size_t>(height)),
-      compressor_(libdeflate_alloc_compressor(level)), indexes_(width_ * height_),
+    : width_(static_cast<std::size_t>(width)),
+      height_(static_cast<std::size_t>(height)),
+      compressor_(libdeflate_alloc_compressor(level)),
+      indexes_(width_ * height_),
       rows_((width_ * 4 + 1) * height_) {
     if (compressor_ == nullptr) throw std::bad_alloc();
     compressed_.resize(libdeflate_zlib_compress_bound(compressor_, rows_.size()));
 }
 
-PngEncoder::~PngEncoder() { libdeflate_free_compressor(compressor_); }
+PngEncoder::~PngEncoder() {
+    libdeflate_free_compressor(compressor_);
+}
 
 std::string PngEncoder::encode(const Argb* pixels, std::size_t stride) {
     if (find_palette(pixels, stride)) {
@@ -150,13 +157,15 @@ std::string PngEncoder::file(int bits, int colour_type) {
     std::string header;
     append_number(header, static_cast<std::uint32_t>(width_));
     append_number(header, static_cast<std::uint32_t>(height_));
-    for (const int value : {bits, colour_type, 0, 0, 0}) header.push_back(static_cast<char>(value));
+    for (const int value : {bits, colour_type, 0, 0, 0})
+        header.push_back(static_cast<char>(value));
     append_chunk(bytes, "IHDR", header.data(), header.size());
     if (colour_type == kPalette) {
         std::string colours;
         std::string alphas;
         for (const Argb colour : palette_) {
-            for (const int shift : {16, 8, 0}) colours.push_back(static_cast<char>(part(colour, shift)));
+            for (const int shift : {16, 8, 0})
+                colours.push_back(static_cast<char>(part(colour, shift)));
             alphas.push_back(static_cast<char>(part(colour, 24)));
         }
         append_chunk(bytes, "PLTE", colours.data(), colours.size());

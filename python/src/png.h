@@ -17,8 +17,8 @@ namespace zellap10::python {
 
 /// Writes PNG files of one size. An object is for one thread at a time.
 ///
-/// Up to 256 colours become a palette, with 1, 2, 4 or 8 bits per pixel; more become RGB, or RGBA if a pixel is
-/// not opaque.
+/// Up to 256 colours become a palette, with 1, 2, 4 or 8 bits per pixel; more become RGB, or RGBA if a pixel
+/// is not opaque.
 class PngEncoder {
 public:
     /// @param level  of libdeflate, 0 to 12; a larger one is slower and makes smaller files
