@@ -6,10 +6,9 @@ namespace samples {
 
 namespace {
 
-constexpr double kSlant = 0.2;  // of italics, sideways by upward
+constexpr double kSlant = 0.2;  // of italics: pixels to the right per pixel up
 
-// An index is drawn as the "alpha" of a surface that has nothing else, in place of what was there, so the
-// surface's bytes are the indexes themselves.
+// The surface has an alpha channel only and the operator replaces it, so its bytes are the colour indexes.
 void set_colour(cairo_t* cairo, int colour) {
     cairo_set_source_rgba(cairo, 0, 0, 0, colour / 255.0);
 }
@@ -27,8 +26,8 @@ void set_up(cairo_t* cairo) {
     cairo_font_options_destroy(options);
 }
 
-// Italics are the upright letters slanted here, since few machines have the font's own; a sheet then looks
-// the same on all.
+// Few machines have the italic font, so italics are slanted upright letters: a sheet then looks the same
+// everywhere.
 void set_face(cairo_t* cairo, const TextStyle& style) {
     cairo_select_font_face(cairo, "DejaVu Serif", CAIRO_FONT_SLANT_NORMAL,
                            style.face == Typeface::kBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
@@ -44,7 +43,7 @@ Canvas::Canvas(int width, int height, int background)
     : surface_(cairo_image_surface_create(CAIRO_FORMAT_A8, width, height), cairo_surface_destroy),
       cairo_(cairo_create(surface_.get()), cairo_destroy) {
     if (cairo_status(cairo_.get()) != CAIRO_STATUS_SUCCESS) {
-        throw std::runtime_error(std::string("no picture to draw on: ") +
+        throw std::runtime_error(std::string("cannot create the raster: ") +
                                  cairo_status_to_string(cairo_status(cairo_.get())));
     }
     set_up(cairo_.get());
@@ -53,7 +52,7 @@ Canvas::Canvas(int width, int height, int background)
 }
 
 void Canvas::path(const Line& line, bool closed) {
-    // The middle of a pixel is a whole number here and half past one there.
+    // Pixel centres are whole numbers here; in cairo they are at 0.5.
     for (const Pixel& p : line)
         cairo_line_to(cairo_.get(), p.x + 0.5, p.y + 0.5);
     if (closed)

@@ -8,7 +8,7 @@
 
 #include <samples/layout.h>
 
-/// A picture of colour indexes to draw on. Nothing is anti-aliased: each pixel has one of the colours drawn.
+/// A raster of colour indexes to draw on, without anti-aliasing.
 namespace samples {
 
 using Line = std::vector<Pixel>;
@@ -16,9 +16,9 @@ using Line = std::vector<Pixel>;
 enum class Typeface { kUpright, kBold, kItalic };
 enum class Align { kLeft, kCentre, kRight };
 
-/// Where and how a text stands; `at` lies on half the height of its capitals.
+/// The place and the look of a text.
 struct TextStyle {
-    Pixel at;
+    Pixel at;         ///< half the height of the capitals; left, middle or right by `align`
     double size = 0;  ///< of the typeface, pixels
     int colour = 0;
     Typeface face = Typeface::kUpright;
@@ -27,18 +27,18 @@ struct TextStyle {
 
 class Canvas {
 public:
-    /// Throws std::runtime_error where the picture cannot be made.
+    /// Throws std::runtime_error if cairo cannot create the raster.
     Canvas(int width, int height, int background);
 
     void fill(const Line& outline, int colour);
-    void fill(const std::vector<Line>& outlines, int colour);  ///< islands of lakes stay unfilled: even-odd
+    void fill(const std::vector<Line>& outlines, int colour);  ///< even-odd
     void stroke(const Line& line, int colour, double width);
     void stroke_closed(const Line& line, int colour, double width);
     void circle(Pixel middle, double radius, int colour, double width);
     void text(const std::string& text, const TextStyle& style);
     double text_width(const std::string& text, const TextStyle& style);
 
-    /// From here to the end of the clip, only what lies inside the outline is drawn.
+    /// Restricts drawing to the inside of an outline, until end_clip.
     void clip(const Line& outline);
     void end_clip();
 

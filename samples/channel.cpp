@@ -19,9 +19,9 @@ const std::vector<Colour> kColours = {
     { 40,  90, 150},  // 10 name of a water
     {180,  30, 120},  // 11 magenta
     {226, 110, 180},  // 12 flare
-    {212, 214, 218},  // 13 half a grid line on paper, as reduced lines mix it
-    {234, 235, 236},  // 14 a quarter of one
-    {206, 202, 181},  // 15 half a grid line on land
+    {212, 214, 218},  // 13 half grid line, half paper: for reduced lines
+    {234, 235, 236},  // 14 a quarter grid line, the rest paper
+    {206, 202, 181},  // 15 half grid line, half land
 };
 
 const std::vector<Place> kPlaces = {

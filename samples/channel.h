@@ -4,10 +4,10 @@
 
 #include <samples/sheet.h>
 
-/// What the charts of the English Channel share.
+/// The parts common to the charts of the English Channel.
 namespace samples {
 
-/// A sheet with the coast file, the colours and the places of the Channel, all else still to be set.
+/// A sheet with the coast file, the colours and the places of the Channel. The caller sets the rest.
 Sheet channel_sheet();
 
 }  // namespace samples

@@ -6,7 +6,7 @@ Sheet channel_lambert() {
     Sheet sheet = channel_sheet();
     sheet.file = "channel_lambert";
     sheet.name = "CHANNEL LAMBERT";
-    sheet.projection.kind = Projecting::kLambert;
+    sheet.projection.kind = ProjectionKind::kLambert;
     sheet.projection.central_meridian = -2;
     sheet.projection.origin_lat = 49.75;
     sheet.projection.first_parallel = 48.75;
@@ -25,12 +25,12 @@ Sheet channel_lambert() {
                          "NOT FOR NAVIGATION"};
     sheet.rose = Position{-5.6, 49.2};
     sheet.crossings = {120, 60};
-    sheet.vertices_a_parallel = 9;
-    sheet.notes = {{"Id", "SAMPLE-3"},
-                   {"Source", "Natural Earth 1:10m land"},
-                   {"Country", "GB, FR"},
-                   {"Depth Units", "NONE"},
-                   {"Datum", "WGS 84"}};
+    sheet.vertices_per_parallel = 9;
+    sheet.extra_entries = {{"Id", "SAMPLE-3"},
+                           {"Source", "Natural Earth 1:10m land"},
+                           {"Country", "GB, FR"},
+                           {"Depth Units", "NONE"},
+                           {"Datum", "WGS 84"}};
     return sheet;
 }
 

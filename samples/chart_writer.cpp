@@ -12,7 +12,7 @@ constexpr char kEndOfText = 0x1A;
 constexpr std::uint32_t kContinued = 0x80;
 constexpr int kGroupBits = 7;
 
-// The groups of 7 bits that a number needs, most significant first, 0 taking none.
+// The fewest groups of 7 bits that hold a number, most significant first; none for 0.
 std::string groups_of(std::uint32_t number) {
     std::string groups;
     for (; number > 0; number >>= kGroupBits)
@@ -21,7 +21,7 @@ std::string groups_of(std::uint32_t number) {
     return groups;
 }
 
-// Sets bit 7 in every byte from `first` on but the last.
+// Sets bit 7 of every byte from `first` on, except the last.
 void mark_continued(std::string& bytes, std::size_t first) {
     for (std::size_t i = first; i + 1 < bytes.size(); ++i) {
         bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) | kContinued);
@@ -63,7 +63,8 @@ void append_run(std::string& bytes, int bits_per_pixel, int colour, int length, 
     const int value_bits = kGroupBits - bits_per_pixel;
     const std::uint32_t value = static_cast<std::uint32_t>(length) - 1;
     std::string groups = groups_of(value);
-    // The first byte has room for a few value bits only; what does not fit there needs a byte of its own.
+    // The first byte has room for a few bits of the value. If the first group needs more, it gets its own
+    // byte.
     if (groups.empty() || (static_cast<unsigned char>(groups[0]) >> value_bits) != 0 || padding_bytes > 0) {
         groups.insert(0, static_cast<std::size_t>(padding_bytes) + 1, '\0');
     }

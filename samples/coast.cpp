@@ -22,7 +22,7 @@ bool is_cut(Position a, Position b, const Area& covered) {
            both_at(a.lat, b.lat, {covered.south, covered.north});
 }
 
-// A ring that has no cut comes back as one closed line.
+// A ring without a cut becomes one closed line.
 void append_shores(const std::vector<Position>& ring, const Area& covered,
                    std::vector<std::vector<Position>>& shores) {
     std::vector<Position> line;
@@ -63,7 +63,7 @@ Coast read_coast(const std::string& path, const Area& covered) {
         if (line.empty()) {
             end_ring();
         } else if (line[0] != '#') {
-            if (!read_position(line, place)) throw std::runtime_error(path + " has a line: " + line);
+            if (!read_position(line, place)) throw std::runtime_error(path + ": not a vertex: " + line);
             ring.push_back(place);
         }
     }

@@ -5,21 +5,21 @@
 
 #include <samples/layout.h>
 
-/// Coast lines from the files of samples/coast.
+/// Coast lines from the files of samples/coast, in WGS 84.
 namespace samples {
 
 struct Coast {
-    std::vector<std::vector<Position>> land;    ///< closed rings, cut off at the edge of what the file covers
-    std::vector<std::vector<Position>> shores;  ///< the same without the cuts, so lines from cut to cut
+    std::vector<std::vector<Position>> land;    ///< closed rings, clipped to the area of the file
+    std::vector<std::vector<Position>> shores;  ///< their edges without the cuts: lines from cut to cut
 };
 
-/// Reads a file of rings: one vertex a line, longitude and latitude; an empty line ends a ring; lines that
-/// begin with "#" are notes.
+/// Reads a file of rings. A line has the longitude and latitude of a vertex, an empty line ends a ring, and
+/// "#" starts a comment line.
 ///
-/// @param covered  what the file covers. An edge along its sides, or along the 180th meridian where the data
-///                 cut the islands in two, is no shore.
+/// @param covered  the area that the file covers. An edge along its sides is a cut, not a shore; so is one
+///                 along the 180th meridian, at which the data divide islands.
 ///
-/// Throws std::runtime_error, with the path, for a file that cannot be read or a line that is neither.
+/// Throws std::runtime_error with the path if the file cannot be read or has any other line.
 Coast read_coast(const std::string& path, const Area& covered);
 
 }  // namespace samples

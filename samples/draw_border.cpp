@@ -10,14 +10,14 @@ namespace {
 
 enum class Side { kSouth, kEast, kNorth, kWest };
 
-constexpr int kPiecesPerSide = 64;    // of a side or a line across, which may be curves
-constexpr double kStepInside = 0.01;  // degrees, to find which way is out
+constexpr int kPiecesPerSide = 64;    // of a side or a grid line, which may be curved
+constexpr double kStepInside = 0.01;  // degrees, to find the outward direction
 constexpr double kLineWidth = 2;
 
-// Of the border, in sizes of the lettering, counted outward from the area.
+// Distances from the area outward, in sizes of the lettering.
 constexpr double kBarsFrom = 0.35;
 constexpr double kBarsTo = 0.65;
-constexpr double kFiguresAbove = 1.9;  // of the sides that run east
+constexpr double kFiguresAbove = 1.9;  // northern and southern side
 constexpr double kFiguresAside = 2.5;
 constexpr double kEdge = 4.2;
 constexpr double kEdgeWidth = 0.2;
@@ -26,8 +26,8 @@ bool runs_east(Side side) {
     return side == Side::kSouth || side == Side::kNorth;
 }
 
-// The position on a side at a longitude or latitude, whichever changes along that side, and so many degrees
-// inside the area.
+// The position on a side, moved `inside` degrees into the area. `along` is a longitude on the northern and
+// southern side, else a latitude.
 Position on_side(const Area& area, Side side, double along, double inside) {
     switch (side) {
         case Side::kSouth:
@@ -41,7 +41,7 @@ Position on_side(const Area& area, Side side, double along, double inside) {
     }
 }
 
-// One pixel straight out of a side.
+// The unit vector perpendicular to a side, outward, in pixels.
 Pixel outward_of(const Layout& layout, Side side, double along) {
     const Pixel edge = layout.to_pixel(on_side(layout.area, side, along, 0));
     const Pixel inside = layout.to_pixel(on_side(layout.area, side, along, kStepInside));
@@ -55,7 +55,7 @@ Pixel outside(const Layout& layout, Side side, double along, double distance) {
     return {edge.x + distance * out.x, edge.y + distance * out.y};
 }
 
-// From `from` to `to` along a side, moved outward, the ends included.
+// A line along a side, moved outward, both ends included.
 Line along_side(const Layout& layout, Side side, double from, double to, double distance, int pieces) {
     Line line;
     for (int i = 0; i <= pieces; ++i) {
@@ -64,7 +64,7 @@ Line along_side(const Layout& layout, Side side, double from, double to, double 
     return line;
 }
 
-// The corner in which one side ends and the next begins, moved out of both.
+// The corner between two sides, moved outward from both.
 Pixel corner(const Layout& layout, Side side, double along, Side next, double next_along, double distance) {
     const Pixel on_first = outside(layout, side, along, distance);
     const Pixel out = outward_of(layout, next, next_along);
@@ -75,7 +75,7 @@ std::string degrees_text(int degrees) {
     return std::to_string(degrees) + "°";
 }
 
-// A number of steps below a degree, in minutes.
+// Steps of less than a degree, in minutes.
 std::string minutes_text(int steps, int per_degree) {
     const int tenths = steps * 600 / per_degree;
     std::string text = std::to_string(tenths / 10);
@@ -83,8 +83,8 @@ std::string minutes_text(int steps, int per_degree) {
     return text + "'";
 }
 
-// The figure of a longitude or latitude: whole degrees with their hemisphere, else the minutes alone unless
-// the degrees stand nowhere on the side.
+// The figure of a longitude or latitude: full degrees with their hemisphere, else the minutes. `in_full`
+// adds the degrees, for a side without a full degree.
 std::string figure_text(bool longitude, int steps, int per_degree, bool in_full) {
     if (longitude && steps > 180 * per_degree) steps -= 360 * per_degree;
     const int degrees = std::abs(steps) / per_degree;
@@ -96,7 +96,7 @@ std::string figure_text(bool longitude, int steps, int per_degree, bool in_full)
     return text + (steps > 0 ? "N" : "S");
 }
 
-// The first whole step at or above a number of degrees, counted in the graduation's steps.
+// The first multiple of a step at or above a number of degrees, in parts of a degree.
 int first_step(double degrees, int step, int per_degree) {
     return static_cast<int>(std::ceil(degrees * per_degree / step - 1e-9)) * step;
 }
@@ -161,21 +161,21 @@ void draw_figures(Canvas& canvas, const Sheet& sheet, const Layout& layout, Side
 
 Line area_outline(const Layout& layout, double outward) {
     const Area& area = layout.area;
-    struct Course {
+    struct Edge {
         Side side, next;
         double from, to, next_from;
     };
-    const Course courses[] = {
+    const Edge edges[] = {
         {Side::kSouth, Side::kEast, area.west, area.east, area.south},
         {Side::kEast, Side::kNorth, area.south, area.north, area.east},
         {Side::kNorth, Side::kWest, area.east, area.west, area.north},
         {Side::kWest, Side::kSouth, area.north, area.south, area.west},
     };
     Line outline;
-    for (const Course& c : courses) {
-        Line side = along_side(layout, c.side, c.from, c.to, outward, kPiecesPerSide);
+    for (const Edge& e : edges) {
+        Line side = along_side(layout, e.side, e.from, e.to, outward, kPiecesPerSide);
         outline.insert(outline.end(), side.begin() + 1, side.end() - 1);
-        outline.push_back(corner(layout, c.side, c.to, c.next, c.next_from, outward));
+        outline.push_back(corner(layout, e.side, e.to, e.next, e.next_from, outward));
     }
     return outline;
 }

@@ -13,7 +13,7 @@ constexpr double kShoreWidth = 3;
 constexpr double kPierWidth = 14;
 constexpr double kPierEdge = 3;
 
-// Long edges, which are cuts along meridians and parallels, become curves.
+// Long edges are cuts along meridians and parallels. They are divided, because they may be curves.
 Line line_of(const std::vector<Position>& places, const Layout& layout) {
     Line line;
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -47,7 +47,7 @@ void stroke_all(Canvas& canvas, const std::vector<Line>& lines, int colour, doub
 void draw_land(Canvas& canvas, const Sheet& sheet, const Layout& layout, const Coast& coast) {
     const std::vector<Line> shores = lines_of(coast.shores, layout);
     canvas.clip(area_outline(layout, 0));
-    // A tint is what lies within its distance of the shore: a stroke of twice the width, under the next one.
+    // A tint covers its distance on both sides of the shore. The next one and the land are drawn over it.
     for (std::size_t i = 0; i < sheet.tint_miles.size(); ++i) {
         const double width = 2 * sheet.tint_miles[i] * layout.pixels_per_mile;
         if (sheet.inks.contour != 0) {

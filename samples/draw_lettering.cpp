@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kLineWidth = 2;
 
-// A star of five points, one of them up.
+// A star with five points, one up.
 Line star(Pixel middle, double radius) {
     Line points;
     for (int i = 0; i < 10; ++i) {
@@ -22,7 +22,7 @@ Line star(Pixel middle, double radius) {
     return points;
 }
 
-// A drop with its tip at the light, hanging down to the right.
+// A drop from the light down to the right.
 Line flare(Pixel tip, double length) {
     Line points = {tip};
     for (int i = 0; i <= 12; ++i) {
@@ -68,8 +68,7 @@ void draw_mark(Canvas& canvas, const Sheet& sheet, const Place& place, Pixel at)
     }
 }
 
-// Where the name stands.
-void place_name(const Sheet& sheet, const Place& place, Pixel at, TextStyle& style) {
+void align_name(const Sheet& sheet, const Place& place, Pixel at, TextStyle& style) {
     const double aside = 0.5 * sheet.em;
     const double apart = 0.85 * sheet.em;
     style.at = at;
@@ -109,7 +108,7 @@ void draw_places(Canvas& canvas, const Sheet& sheet, const Layout& layout) {
         style.size = lettering.size * sheet.em;
         style.face = lettering.face;
         style.colour = lettering.water ? sheet.inks.water_name : sheet.inks.black;
-        place_name(sheet, place, at, style);
+        align_name(sheet, place, at, style);
         canvas.text(place.name, style);
     }
 }

@@ -63,12 +63,12 @@ Sheet solent() {
                          "NOT FOR NAVIGATION"};
     sheet.places = kSolentPlaces;
     sheet.crossings = {10, 10};
-    sheet.notes = {{"Id", "SAMPLE-1A"}, {"Type", "Inset"}, {"Datum", "European 1950"}};
+    sheet.extra_entries = {{"Id", "SAMPLE-1A"}, {"Type", "Inset"}, {"Datum", "European 1950"}};
     sheet.corner = {-1.25, 49.14};
     return sheet;
 }
 
-// A plan 2 km across: the pixel is 2.5 m, far too small for wpxy.
+// A plan 2 km across with pixels of 2.5 m, too small for the accuracy of wpxy.
 Sheet dover_harbour() {
     Sheet sheet = solent();
     sheet.name = "DOVER HARBOUR";
@@ -83,7 +83,7 @@ Sheet dover_harbour() {
     sheet.piers = kDoverPiers;
     sheet.places = kDoverPlaces;
     sheet.crossings = {0.5, 0.5};
-    sheet.notes = {{"Id", "SAMPLE-1B"}, {"Type", "Inset"}, {"Datum", "European 1950"}};
+    sheet.extra_entries = {{"Id", "SAMPLE-1B"}, {"Type", "Inset"}, {"Datum", "European 1950"}};
     sheet.corner = {0.49, 49.12};
     return sheet;
 }
@@ -111,9 +111,10 @@ Sheet english_channel() {
                          "NOT FOR NAVIGATION"};
     sheet.rose = Position{-5.6, 49.2};
     sheet.crossings = {120, 60};
-    sheet.notes = {{"Id", "SAMPLE-1"},        {"Type", "General"},   {"Source", "Natural Earth 1:10m land"},
-                   {"Source Edition", "1"},   {"Country", "GB, FR"}, {"Depth Units", "NONE"},
-                   {"Datum", "European 1950"}};
+    sheet.extra_entries = {
+        {"Id", "SAMPLE-1"},        {"Type", "General"},   {"Source", "Natural Earth 1:10m land"},
+        {"Source Edition", "1"},   {"Country", "GB, FR"}, {"Depth Units", "NONE"},
+        {"Datum", "European 1950"}};
     sheet.insets = {solent(), dover_harbour()};
     return sheet;
 }

@@ -4,7 +4,7 @@ namespace samples {
 
 namespace {
 
-constexpr int kTints = 24;  // as many as make the shelf look smooth
+constexpr int kTints = 24;  // enough for a smooth ramp
 constexpr double kTintMiles = 0.4;
 
 // clang-format off
@@ -32,8 +32,8 @@ const std::vector<Place> kPlaces = {
 };
 // clang-format on
 
-// From the deep side to the shore: a ramp between two blues. The palest is still far enough from white that
-// white stays white in a reduced line.
+// A ramp between two blues, from the deep side to the shore. The palest differs enough from white that a
+// reduced line keeps white as white.
 std::vector<Colour> tints() {
     std::vector<Colour> colours;
     for (int i = 0; i < kTints; ++i) {
@@ -49,7 +49,8 @@ Sheet fiji() {
     sheet.file = "fiji";
     sheet.coast = sheet.file;
     sheet.name = "FIJI ISLANDS";
-    // Across the 180th meridian no projection serves a record: the file names none, its points say it all.
+    // Projection mode does not work across the 180th meridian. The file names no projection, so the points
+    // are fitted by polynomials.
     sheet.projection.named = false;
     sheet.projection.central_meridian = 179;
     sheet.projection.origin_lat = -17.5;
@@ -69,8 +70,8 @@ Sheet fiji() {
         { 40,  90, 150},  //  6 name of a water
         {180,  30, 120},  //  7 magenta
         {226, 110, 180},  //  8 flare
-        {212, 214, 218},  //  9 half a grid line on paper, as reduced lines mix it
-        {206, 202, 181},  // 10 half a grid line on land
+        {212, 214, 218},  //  9 half grid line, half paper: for reduced lines
+        {206, 202, 181},  // 10 half grid line, half land
     };
     // clang-format on
     sheet.inks = {1, {}, 0, 2, 3, 4, 5, 6, 7, 8};
@@ -92,11 +93,11 @@ Sheet fiji() {
     sheet.rose = Position{177.1, -18.9};
     sheet.places = kPlaces;
     sheet.crossings = {60, 60};
-    sheet.notes = {{"Id", "SAMPLE-5"},
-                   {"Source", "Natural Earth 1:10m land"},
-                   {"Country", "FJ"},
-                   {"Depth Units", "NONE"},
-                   {"Datum", "WGS 84"}};
+    sheet.extra_entries = {{"Id", "SAMPLE-5"},
+                           {"Source", "Natural Earth 1:10m land"},
+                           {"Country", "FJ"},
+                           {"Depth Units", "NONE"},
+                           {"Datum", "WGS 84"}};
     return sheet;
 }
 

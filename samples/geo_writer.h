@@ -3,23 +3,23 @@
 #include <string>
 #include <vector>
 
-/// Writes the text of georeference files. Samples, tests, benchmarks and fuzz targets share it; the library
-/// does not hold it.
+/// Writes the text of georeference files, for samples, tests, benchmarks and fuzz targets. It is not part of
+/// the library.
 namespace samples {
 
-/// A line of a key and its value, as they stand in the file.
+/// A line of the file: key=value.
 struct GeoEntry {
     std::string key;
     std::string value;
 };
 
-/// A position of the picture's outline. The file has the latitude first.
+/// A vertex of the chart's outline. The file has the latitude first.
 struct GeoVertex {
     double lat = 0;  ///< degrees, north positive
     double lon = 0;  ///< degrees, east positive
 };
 
-/// A pixel and its position. The file has the longitude first, and the row ahead of the column.
+/// A reference point. The file has the longitude first, and the row before the column.
 struct GeoPoint {
     double lon = 0;
     double lat = 0;
@@ -29,7 +29,7 @@ struct GeoPoint {
 
 /// The entries of a chart or of an inset.
 struct GeoSection {
-    std::vector<GeoEntry> entries;  ///< in front of the vertices and points
+    std::vector<GeoEntry> entries;  ///< before the vertices and points
     std::vector<GeoVertex> vertices;
     std::vector<GeoPoint> points;
 };
@@ -40,11 +40,10 @@ struct GeoFile {
     std::string line_end = "\r\n";
 };
 
-/// A number with a fixed count of decimals and a point, whatever locale is set. Twelve decimals of a degree
-/// are a ten-thousandth of a millimetre on the ground.
+/// A number with a decimal point in every locale. Twelve decimals of a degree are 0.0001 mm on the ground.
 std::string decimal_text(double value, int decimals = 12);
 
-/// The text of the file. Vertices and points are numbered from 1, insets likewise.
+/// The text of the file. Vertices, points and insets are numbered from 1.
 std::string geo_text(const GeoFile& file);
 
 }  // namespace samples

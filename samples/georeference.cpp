@@ -6,22 +6,22 @@ namespace samples {
 
 namespace {
 
-constexpr double kNearEdge = 1e-9;  // degrees, by which a crossing lies on the edge of the area
+constexpr double kNearEdge = 1e-9;  // degrees, within which a crossing is on the edge of the area
 
-const char* name_of(Projecting kind) {
+const char* name_of(ProjectionKind kind) {
     switch (kind) {
-        case Projecting::kMercator:
+        case ProjectionKind::kMercator:
             return "MERCATOR";
-        case Projecting::kPolyconic:
+        case ProjectionKind::kPolyconic:
             return "POLYCONIC";
-        case Projecting::kTransverseMercator:
+        case ProjectionKind::kTransverseMercator:
             return "TRANSVERSE MERCATOR";
         default:
             return "LAMBERT CONFORMAL CONIC";
     }
 }
 
-// A longitude as the file has it, from -180 to 180.
+// The longitude for the file, from -180 to 180.
 double file_longitude(double lon) {
     return lon > 180 ? lon - 360 : lon;
 }
@@ -34,13 +34,13 @@ std::vector<GeoEntry> entries_of(const Sheet& sheet) {
         {"Resolution", std::to_string(sheet.scale.du)},
         {"Skew Angle", decimal_text(sheet.scale.skew_degrees, 1)},
     };
-    entries.insert(entries.end(), sheet.notes.begin(), sheet.notes.end());
+    entries.insert(entries.end(), sheet.extra_entries.begin(), sheet.extra_entries.end());
     if (projection.named) {
         entries.push_back({"Projection", name_of(projection.kind)});
         entries.push_back({"PP", decimal_text(projection.central_meridian, 6)});
         entries.push_back({"P1", decimal_text(projection.origin_lat, 6)});
     }
-    if (projection.named && projection.kind == Projecting::kLambert) {
+    if (projection.named && projection.kind == ProjectionKind::kLambert) {
         entries.push_back({"P5", decimal_text(projection.first_parallel, 6)});
         entries.push_back({"P6", decimal_text(projection.second_parallel, 6)});
     }
@@ -53,10 +53,10 @@ std::vector<GeoEntry> entries_of(const Sheet& sheet) {
     return entries;
 }
 
-// Around the area from its north-western corner, first along the north.
+// Clockwise around the area, from its north-western corner.
 std::vector<GeoVertex> vertices_of(const Sheet& sheet) {
     const Area& area = sheet.area;
-    const int pieces = sheet.vertices_a_parallel - 1;
+    const int pieces = sheet.vertices_per_parallel - 1;
     std::vector<GeoVertex> vertices;
     for (int i = 0; i <= pieces; ++i) {
         vertices.push_back({area.north, file_longitude(area.west + (area.east - area.west) * i / pieces)});
@@ -67,7 +67,7 @@ std::vector<GeoVertex> vertices_of(const Sheet& sheet) {
     return vertices;
 }
 
-// The whole multiples of a step inside two ends, degrees.
+// The multiples of a step between two ends, both excluded, in degrees.
 std::vector<double> steps_inside(double from, double to, double step_minutes) {
     std::vector<double> steps;
     const double step = step_minutes / 60.0;
@@ -97,7 +97,7 @@ bool is_under(Pixel at, const std::vector<Area>& insets) {
     return false;
 }
 
-// The position of a whole pixel comes from the pixel, not the other way round, so that it has no rounding.
+// A point is a whole pixel with the exact position of its centre.
 std::vector<GeoPoint> points_of(const Sheet& sheet, const Layout& layout, const std::vector<Area>& insets) {
     std::vector<GeoPoint> points;
     for (const Position place : point_places(sheet)) {

@@ -48,7 +48,7 @@ Sheet gulf_of_maine() {
     sheet.file = "gulf_of_maine";
     sheet.coast = sheet.file;
     sheet.name = "GULF OF MAINE";
-    sheet.projection.kind = Projecting::kPolyconic;
+    sheet.projection.kind = ProjectionKind::kPolyconic;
     sheet.projection.central_meridian = -68.5;
     sheet.projection.lat_offset = 0.000061;
     sheet.projection.lon_offset = 0.000524;
@@ -69,10 +69,10 @@ Sheet gulf_of_maine() {
     sheet.rose = Position{-67.2, 42.2};
     sheet.places = kPlaces;
     sheet.crossings = {60, 60};
-    sheet.vertices_a_parallel = 9;
-    sheet.notes = {{"Id", "SAMPLE-4"},      {"Source", "Natural Earth 1:10m land"},
-                   {"Country", "US, CA"},   {"Province/State", "ME, NH, MA, NB, NS"},
-                   {"Depth Units", "NONE"}, {"Datum", "NAD 1927"}};
+    sheet.vertices_per_parallel = 9;
+    sheet.extra_entries = {{"Id", "SAMPLE-4"},      {"Source", "Natural Earth 1:10m land"},
+                           {"Country", "US, CA"},   {"Province/State", "ME, NH, MA, NB, NS"},
+                           {"Depth Units", "NONE"}, {"Datum", "NAD 1927"}};
     return sheet;
 }
 

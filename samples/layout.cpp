@@ -10,19 +10,19 @@ namespace samples {
 
 namespace {
 
-constexpr int kDatum = 17;  // the row of the datum table on which every record is set up
+constexpr int kDatum = 17;  // the row of the datum table that every record of a chart uses
 constexpr int kPiecesPerSide = 64;
 constexpr double kMetresPerInch = 0.0254;
 constexpr double kDegreesPerMile = 1.0 / 60;
 
-// The plane of the projection turned, scaled and moved onto the sheet, and back.
-class Sheeting {
+// Converts between positions and pixels: projects, turns, scales and moves.
+class SheetTransform {
 public:
-    Sheeting(const Projection& projection, const Scale& scale) : projection_(projection) {
+    SheetTransform(const Projection& projection, const Scale& scale) : projection_(projection) {
         project_init2(code(), projection.origin_lat, projection.central_meridian, projection.first_parallel,
                       projection.second_parallel, kDatum, &parms_);
         metres_per_pixel_ = scale.denominator * kMetresPerInch / scale.du;
-        if (projection.kind == Projecting::kMercator) metres_per_pixel_ /= parms_.merc_k;
+        if (projection.kind == ProjectionKind::kMercator) metres_per_pixel_ /= parms_.merc_k;
         cos_skew_ = std::cos(scale.skew_degrees * kPi / 180);
         sin_skew_ = std::sin(scale.skew_degrees * kPi / 180);
     }
@@ -71,7 +71,7 @@ struct Box {
     double right = std::numeric_limits<double>::lowest();
     double bottom = std::numeric_limits<double>::lowest();
 
-    void take_in(Pixel at) {
+    void include(Pixel at) {
         left = std::min(left, at.x);
         top = std::min(top, at.y);
         right = std::max(right, at.x);
@@ -79,7 +79,7 @@ struct Box {
     }
 };
 
-Box box_of(const Area& area, const Sheeting& sheeting) {
+Box box_of(const Area& area, const SheetTransform& transform) {
     Box box;
     for (int i = 0; i <= kPiecesPerSide; ++i) {
         const double part = static_cast<double>(i) / kPiecesPerSide;
@@ -87,7 +87,7 @@ Box box_of(const Area& area, const Sheeting& sheeting) {
         const double lat = area.south + (area.north - area.south) * part;
         for (const Position place : {Position{lon, area.south}, Position{lon, area.north},
                                      Position{area.west, lat}, Position{area.east, lat}}) {
-            box.take_in(sheeting.to_pixel(place));
+            box.include(transform.to_pixel(place));
         }
     }
     return box;
@@ -97,16 +97,16 @@ Box box_of(const Area& area, const Sheeting& sheeting) {
 
 Layout projected_layout(const Area& area, const Projection& projection, const Scale& scale, Pixel corner,
                         int margin) {
-    Sheeting sheeting(projection, scale);
-    const Box box = box_of(area, sheeting);
-    sheeting.move(corner.x + margin - box.left, corner.y + margin - box.top);
+    SheetTransform transform(projection, scale);
+    const Box box = box_of(area, transform);
+    transform.move(corner.x + margin - box.left, corner.y + margin - box.top);
     Layout layout;
     layout.area = area;
     layout.width = static_cast<int>(std::lround(box.right - box.left)) + 1 + 2 * margin;
     layout.height = static_cast<int>(std::lround(box.bottom - box.top)) + 1 + 2 * margin;
-    layout.to_pixel = [=](Position place) { return sheeting.to_pixel(place); };
-    layout.wgs84_to_pixel = [=](Position place) { return sheeting.wgs84_to_pixel(place); };
-    layout.to_position = [=](Pixel at) { return sheeting.to_position(at); };
+    layout.to_pixel = [=](Position place) { return transform.to_pixel(place); };
+    layout.wgs84_to_pixel = [=](Position place) { return transform.wgs84_to_pixel(place); };
+    layout.to_position = [=](Pixel at) { return transform.to_position(at); };
     const Position middle = {(area.west + area.east) / 2, (area.south + area.north) / 2};
     const Pixel low = layout.to_pixel(middle);
     const Pixel high = layout.to_pixel({middle.lon, middle.lat + kDegreesPerMile});

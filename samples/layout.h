@@ -3,12 +3,12 @@
 #include <functional>
 #include <string>
 
-/// Where on the sheet a position lies.
+/// The layout of an area on a sheet.
 namespace samples {
 
 constexpr double kPi = 3.14159265359;
 
-/// Decimal degrees, north and east positive. Across the 180th meridian longitudes run on above 180.
+/// Decimal degrees, north and east positive. On a sheet across the 180th meridian, longitudes exceed 180.
 struct Position {
     double lon = 0;
     double lat = 0;
@@ -22,34 +22,34 @@ struct Area {
     double north = 0;
 };
 
-/// A place on the sheet; whole numbers are the middles of pixels, x the column and y the row.
+/// A place on the sheet: x is the column, y the row, and whole numbers are pixel centres.
 struct Pixel {
     double x = 0;
     double y = 0;
 };
 
-enum class Projecting { kMercator = 1, kPolyconic, kTransverseMercator, kLambert };
+enum class ProjectionKind { kMercator = 1, kPolyconic, kTransverseMercator, kLambert };
 
-/// The projection that a sheet is drawn on, as a record of a georeference file sets it up.
+/// The projection of a sheet, with the parameters of a georeference file.
 struct Projection {
-    Projecting kind = Projecting::kMercator;
-    bool named = true;            ///< in the georeference file
+    ProjectionKind kind = ProjectionKind::kMercator;
+    bool named = true;            ///< whether the georeference file names it
     double central_meridian = 0;  ///< degrees
-    double origin_lat = 0;        ///< degrees; a Mercator chart has its scale here
+    double origin_lat = 0;        ///< degrees; the latitude of the scale of a Mercator chart
     double first_parallel = 0;    ///< of Lambert, degrees
     double second_parallel = 0;
-    double lat_offset = 0;  ///< degrees, from the chart's datum to WGS 84, on which the projection is set up
+    double lat_offset = 0;  ///< degrees, from the chart's datum to WGS 84, which is projected
     double lon_offset = 0;
 };
 
-/// How the plane of the projection lies on the sheet.
+/// The scale and the turn of a sheet.
 struct Scale {
     int denominator = 1;
-    int du = 254;             ///< pixels an inch
-    double skew_degrees = 0;  ///< by which the sheet lies askew, counter-clockwise
+    int du = 254;             ///< pixels per inch
+    double skew_degrees = 0;  ///< counter-clockwise
 };
 
-/// How an area lies on a sheet.
+/// An area on a sheet.
 struct Layout {
     Area area;
     int width = 0;   ///< of the area with its margin, pixels
@@ -60,10 +60,10 @@ struct Layout {
     std::function<Position(Pixel)> to_position;     ///< in the chart's datum
 };
 
-/// Lays an area on a sheet.
+/// The layout of an area with a margin around it.
 ///
 /// @param corner  the upper left of the area with its margin
-/// @param margin  pixels around the area
+/// @param margin  pixels
 Layout projected_layout(const Area& area, const Projection& projection, const Scale& scale, Pixel corner,
                         int margin);
 

@@ -1,4 +1,4 @@
-// Draws the sample charts and writes them as chart files, each with its georeference file.
+// Draws the sample charts and writes their chart files and georeference files.
 
 #include <cstdio>
 #include <cstring>

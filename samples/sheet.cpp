@@ -10,7 +10,7 @@ namespace samples {
 namespace {
 
 constexpr double kMargin = 5.5;       // around the area, in sizes of the lettering
-constexpr double kInsetMargin = 4.3;  // likewise: an inset ends with its frame
+constexpr double kInsetMargin = 4.3;  // likewise; an inset ends at its frame
 
 int margin_of(const Sheet& sheet, double margin) {
     return static_cast<int>(std::lround(margin * sheet.em));

@@ -9,7 +9,7 @@
 #include <samples/geo_writer.h>
 #include <samples/layout.h>
 
-/// What stands on each of the sample charts.
+/// The contents of the sample charts.
 namespace samples {
 
 /// The colour index of each thing drawn.
@@ -26,14 +26,13 @@ struct Inks {
     int flare = 0;  ///< of a light
 };
 
-/// How the border is divided; steps of a part of a degree, minutes of arc or smaller ones, each a whole part
-/// of the one before.
+/// The graduation of the border, in parts of a degree. Each is a divisor of the one before.
 struct Graduation {
-    int figure = 60;  ///< a figure in the border
-    int line = 30;    ///< a meridian or parallel across the chart
-    int bar = 10;     ///< a black or white bar of the border
+    int figure = 60;  ///< between two figures in the border
+    int line = 30;    ///< between two meridians or parallels of the grid
+    int bar = 10;     ///< length of a black or white bar
     int tick = 2;
-    int per_degree = 60;  ///< the steps in a degree
+    int per_degree = 60;  ///< parts in a degree
 };
 
 enum class Mark { kTown, kLight, kIsland, kSmallWater, kWater, kWideWater };
@@ -43,17 +42,17 @@ struct Place {
     const char* name;
     double lon, lat;
     Mark mark;
-    Beside side;  ///< of the mark, on which the name stands
+    Beside side;  ///< of the mark, on which its name is
 };
 
 struct Title {
     Position middle;     ///< of the first line
-    int background = 0;  ///< colour index of what the block covers
+    int background = 0;  ///< colour index of the block under the lines
     std::vector<std::string> lines;
 };
 
-/// Where the reference points stand: in the four corners of the area and at crossings of meridians and
-/// parallels, each moved to the nearest whole pixel.
+/// The reference points: the four corners of the area and crossings of meridians and parallels, each moved to
+/// the nearest whole pixel.
 struct Crossings {
     double lon_step = 60;  ///< minutes of arc
     double lat_step = 60;
@@ -70,7 +69,7 @@ struct Sheet {
     Area covered;    ///< by the coast file, WGS 84
     Area area;       ///< of the chart, in its datum; a tint's width inside the coast file's
     std::vector<double> tint_miles;
-    std::vector<Colour> colours;  ///< of the colour indexes from 1 upward
+    std::vector<Colour> colours;  ///< of the colour indexes from 1 on
     Inks inks;
     Graduation graduation;
     Title title;
@@ -78,8 +77,8 @@ struct Sheet {
     std::vector<std::vector<Position>> piers;  ///< WGS 84
     std::vector<Place> places;                 ///< WGS 84
     Crossings crossings;
-    int vertices_a_parallel = 2;  ///< of the outline, on its northern and southern side
-    std::vector<GeoEntry> notes;  ///< what the georeference file says besides
+    int vertices_per_parallel = 2;        ///< of the outline, on each of its northern and southern sides
+    std::vector<GeoEntry> extra_entries;  ///< more lines of the georeference file
     std::vector<Sheet> insets;
     Position corner;  ///< of an inset: the upper left of its frame on the chart
 };
@@ -90,14 +89,14 @@ Sheet channel_lambert();
 Sheet gulf_of_maine();
 Sheet fiji();
 
-/// Where everything lies on a sheet, and on each of its insets.
+/// The layouts of a sheet and of its insets.
 Layout layout_of(const Sheet& sheet);
 std::vector<Layout> inset_layouts_of(const Sheet& sheet, const Layout& layout);
 
-/// The sheet's picture.
+/// Draws the sheet with its insets.
 Canvas draw_sheet(const Sheet& sheet, const std::string& coast_dir);
 
-/// What the sheet's georeference file says.
+/// The contents of the sheet's georeference file.
 GeoFile georeference_of(const Sheet& sheet);
 
 }  // namespace samples

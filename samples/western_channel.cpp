@@ -6,7 +6,7 @@ namespace samples {
 
 namespace {
 
-// The Channel's own names stand further east.
+// The Channel's names are east of this sheet.
 void name_the_waters(Sheet& sheet) {
     std::vector<Place>& places = sheet.places;
     const auto is_wide = [](const Place& place) {
@@ -24,10 +24,10 @@ Sheet western_channel() {
     name_the_waters(sheet);
     sheet.file = "western_channel";
     sheet.name = "WESTERN CHANNEL";
-    sheet.projection.kind = Projecting::kTransverseMercator;
+    sheet.projection.kind = ProjectionKind::kTransverseMercator;
     sheet.projection.central_meridian = -4.5;
     sheet.projection.origin_lat = 49;
-    sheet.scale = {1000000, 254, 1.2};  // as a sheet that lay askew under the scanner
+    sheet.scale = {1000000, 254, 1.2};  // a sheet askew under the scanner
     sheet.bits_per_pixel = 5;
     sheet.em = 30;
     sheet.area = {-6.3, -2.6, 48.2, 50.6};
@@ -41,12 +41,12 @@ Sheet western_channel() {
                          "NOT FOR NAVIGATION"};
     sheet.rose = Position{-5.7, 49.3};
     sheet.crossings = {60, 30};
-    sheet.vertices_a_parallel = 9;
-    sheet.notes = {{"Id", "SAMPLE-2"},
-                   {"Source", "Natural Earth 1:10m land"},
-                   {"Country", "GB, FR"},
-                   {"Depth Units", "NONE"},
-                   {"Datum", "WGS 84"}};
+    sheet.vertices_per_parallel = 9;
+    sheet.extra_entries = {{"Id", "SAMPLE-2"},
+                           {"Source", "Natural Earth 1:10m land"},
+                           {"Country", "GB, FR"},
+                           {"Depth Units", "NONE"},
+                           {"Datum", "WGS 84"}};
     return sheet;
 }
 
