@@ -15,6 +15,11 @@ struct Multiples {
     double cos_6 = cos_4 * cos_2 - sin_4 * sin_2;
 };
 
+/// The multiples of an angle whose sine and cosine are known.
+inline Multiples multiples_of(double angle, double sine, double cosine) {
+    return {angle, 2.0 * sine * cosine, 1.0 - 2.0 * (sine * sine)};
+}
+
 /// Coefficients of the meridian arc's series, as parts of the semi-major axis.
 struct MeridianArc {
     double c0, c2, c4, c6;

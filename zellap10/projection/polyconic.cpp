@@ -32,14 +32,9 @@ constexpr double kPolyconicTolRad = 0.0000001;
 // All points of a chart settle in a few passes; some of the plane never do, and have no position then.
 constexpr int kPolyconicPasses = 100;
 
-// The inverse multiplies what rounding leaves of the arc, so that here the sine of 4 phi is taken itself too.
-Multiples multiples_of(double phi) {
-    return {phi, std::sin(2.0 * phi), std::cos(2.0 * phi), std::sin(4.0 * phi)};
-}
-
-// Arc from the equator to a latitude, metres.
-double arc_to(const tagPPARMS* parms, const Multiples& phi) {
-    return meridian_arc(meridian_arc_of(parms->e2, parms->e4, parms->e6), phi) * parms->a;
+// Arc from the equator to phi, radians, with its sine s and its cosine c; metres.
+double polyconic_arc(const tagPPARMS* parms, double phi, double s, double c) {
+    return meridian_arc(meridian_arc_of(parms->e2, parms->e4, parms->e6), multiples_of(phi, s, c)) * parms->a;
 }
 
 }  // namespace
@@ -50,7 +45,7 @@ using namespace zellap10::projection;
 void polyconic_init(double lat, double lon, tagPPARMS* parms) {
     parms->lat0 = lat * DEG_TO_RAD;
     parms->lon0 = lon * DEG_TO_RAD;
-    parms->poly_m0 = arc_to(parms, {parms->lat0});
+    parms->poly_m0 = polyconic_arc(parms, parms->lat0, std::sin(parms->lat0), std::cos(parms->lat0));
 }
 
 void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y) {
@@ -62,10 +57,11 @@ void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, doub
         return;
     }
     const double s = std::sin(phi);
-    const double M = arc_to(parms, {phi});
+    const double c = std::cos(phi);
+    const double M = polyconic_arc(parms, phi, s, c);
     const double n = parms->a / std::sqrt(1.0 - s * s * parms->e2);
     const double E = (lam - parms->lon0) * s;
-    const double w = 1.0 / std::tan(phi);
+    const double w = c / s;
     *x = w * std::sin(E) * n;
     *y = w * (1.0 - std::cos(E)) * n + (M - parms->poly_m0);
 }
@@ -83,7 +79,8 @@ void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double
     double phi = A;
     for (int pass = 0; pass < kPolyconicPasses; ++pass) {
         const double before = phi;
-        const Multiples at = multiples_of(phi);
+        // K and Q magnify the rounding of the arc, so sin 4 phi is not derived from sin 2 phi.
+        const Multiples at = {phi, std::sin(2.0 * phi), std::cos(2.0 * phi), std::sin(4.0 * phi)};
         const double s = std::sin(phi);
         const double K = std::sqrt(1.0 - s * s * parms->e2) * std::tan(phi);
         const double G = arc.c0 - 2.0 * arc.c2 * at.cos_2 + 4.0 * arc.c4 * at.cos_4 - 6.0 * arc.c6 * at.cos_6;

@@ -29,7 +29,7 @@ constexpr double kOver720 = 0.001388888888888889;
 // Arc from the equator to phi, radians, with its sine s and its cosine c; metres.
 double arc_to(const tagPPARMS* parms, double phi, double s, double c) {
     return meridian_arc({parms->utm_c0, parms->utm_c2, parms->utm_c4, parms->utm_c6},
-                        {phi, 2.0 * s * c, 1.0 - 2.0 * (s * s)});
+                        multiples_of(phi, s, c));
 }
 
 // The latitude on the central meridian whose arc takes mu radians of a sphere of the same arc; (3-26).
