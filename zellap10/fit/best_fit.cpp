@@ -1,77 +1,61 @@
 #include <algorithm>
-#include <cfloat>
-#include <cstdint>
+#include <cstddef>
 
 #include <zellap10/fit/fits.h>
-#include <zellap10/fit/polynomial.h>
-#include <zellap10/georef/geo_record.h>
 
 namespace zellap10::fit {
 
 namespace {
 
-// Each half reaches this part of the range past the middle.
-constexpr double kOverlap = 0.1;
+constexpr double kOverlap = 0.1;  // of the range
 
-// The fewest points with which an order is tried.
+// The fewest samples with which an order is tried.
 struct Trial {
     int order;
-    std::intptr_t points;
+    std::size_t samples;
 };
 constexpr Trial kTrials[] = {{1, 3}, {2, 6}, {3, 10}};
 
+// Samples that each of two regions needs.
+constexpr std::size_t kSamplesOfRegion = 6;
+
 }  // namespace
 
-void split(Direction direction, const CRefPointList& source, CRefPointList& low, CRefPointList& high,
-           double* split_value) {
-    double smallest = DBL_MAX;
-    double largest = -DBL_MAX;
-    for (const CRefPoint* point : source) {
-        smallest = std::min(smallest, direction(*point).b);
-        largest = std::max(largest, direction(*point).b);
+Fitted find_best(const Samples& samples) {
+    Fitted best;
+    for (const Trial& trial : kTrials) {
+        if (samples.size() < trial.samples) break;
+        const Fitted fitted = solve(trial.order, samples);
+        // An equal error of a higher order does not win, nor does NaN.
+        if (fitted.error < best.error) best = fitted;
     }
-    const double middle = (largest + smallest) * 0.5;
-    const double margin = (largest - smallest) * kOverlap;
-    *split_value = middle;
-    for (CRefPoint* point : source) {
-        if (direction(*point).b < middle + margin) low.AddTail(point);
-        if (direction(*point).b > middle - margin) high.AddTail(point);
-    }
+    return best;
 }
 
-void find_best(Direction direction, const CRefPointList& points, double* first, double* second,
-               double* error) {
-    double best = kNoFit;
-    for (const Trial& trial : kTrials) {
-        if (points.GetCount() < trial.points) break;
-        double trial_first[kTerms] = {};
-        double trial_second[kTerms] = {};
-        double trial_error = kNoFit;
-        solve(direction, trial.order, points, trial_first, trial_second, &trial_error);
-        // Only a smaller error wins: not an equal one of a higher order, and not one that is no number.
-        if (!(trial_error < best)) continue;
-        best = *error = trial_error;
-        std::copy_n(trial_first, kTerms, first);
-        std::copy_n(trial_second, kTerms, second);
+Division divide(const Samples& samples) {
+    double smallest = DBL_MAX;
+    double largest = -DBL_MAX;
+    for (const Sample& sample : samples) {
+        smallest = std::min(smallest, sample.b);
+        largest = std::max(largest, sample.b);
     }
+    return {(largest + smallest) * 0.5, (largest - smallest) * kOverlap};
+}
+
+Regions find_regions(const Samples& samples) {
+    Regions one;
+    one.fitted[0] = find_best(samples);
+
+    const Division division = divide(samples);
+    Samples low;
+    Samples high;
+    for (const Sample& sample : samples) {
+        if (division.is_low(sample)) low.push_back(sample);
+        if (division.is_high(sample)) high.push_back(sample);
+    }
+    if (low.size() < kSamplesOfRegion || high.size() < kSamplesOfRegion) return one;
+    const Regions two{{find_best(low), find_best(high)}, 2, division.middle};
+    return two.fitted[0].error + two.fitted[1].error < one.fitted[0].error ? two : one;
 }
 
 }  // namespace zellap10::fit
-
-void CGEORec::SplitListNSpw(CRefPointList* source, CRefPointList* low, CRefPointList* high,
-                            double* split) const {
-    zellap10::fit::split(zellap10::fit::pixel_to_world, *source, *low, *high, split);
-}
-
-void CGEORec::SplitListNSwp(CRefPointList* source, CRefPointList* low, CRefPointList* high,
-                            double* split) const {
-    zellap10::fit::split(zellap10::fit::world_to_pixel, *source, *low, *high, split);
-}
-
-void CGEORec::FindBestPolyPW(CRefPointList* points, double* first, double* second, double* error) const {
-    zellap10::fit::find_best(zellap10::fit::pixel_to_world, *points, first, second, error);
-}
-
-void CGEORec::FindBestPolyWP(CRefPointList* points, double* first, double* second, double* error) const {
-    zellap10::fit::find_best(zellap10::fit::world_to_pixel, *points, first, second, error);
-}

@@ -3,17 +3,15 @@
 #include <cstddef>
 #include <memory>
 
-#include <zellap10/georef/geo_record.h>
-
-// A vector is one block with a spare element ahead of its first index. A matrix is a block of row pointers
-// and a block of elements, row after row, each with a spare ahead; the spare row pointer keeps the elements'
-// block, which a matrix without rows has nowhere else to keep.
+// A vector is one block with a spare element before its first index. A matrix is a block of row pointers and
+// a block of elements, row after row, each with a spare before it. The spare row pointer keeps the elements'
+// block, also for a matrix without rows.
 
 namespace zellap10::fit {
 
 namespace {
 
-// Indices from lower to upper, none where upper is below lower.
+// Indices from lower to upper; none if upper is below lower.
 std::size_t count_of(long lower, long upper) {
     return upper < lower ? 0 : static_cast<std::size_t>(upper) - static_cast<std::size_t>(lower) + 1;
 }
@@ -47,19 +45,3 @@ void delete_matrix(double** matrix, long first_row) {
 }
 
 }  // namespace zellap10::fit
-
-double* CGEORec::dvector(long lower, long upper) const {
-    return zellap10::fit::new_vector(lower, upper);
-}
-
-double** CGEORec::dmatrix(long first_row, long last_row, long first_column, long last_column) const {
-    return zellap10::fit::new_matrix(first_row, last_row, first_column, last_column);
-}
-
-void CGEORec::free_dvector(double* vector, long lower, long) const {
-    zellap10::fit::delete_vector(vector, lower);
-}
-
-void CGEORec::free_dmatrix(double** matrix, long first_row, long, long, long) const {
-    zellap10::fit::delete_matrix(matrix, first_row);
-}

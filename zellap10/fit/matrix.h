@@ -4,7 +4,7 @@
 
 namespace zellap10::fit {
 
-/// See CGEORec::dvector and its three companions.
+/// Vectors and matrices with any first index, not initialised. A matrix may have no rows.
 double* new_vector(long lower, long upper);
 double** new_matrix(long first_row, long last_row, long first_column, long last_column);
 void delete_vector(double* vector, long lower);

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <zellap10/fit/matrix.h>
-#include <zellap10/georef/geo_record.h>
 
 // The algorithm of Golub and Reinsch (1970): Householder steps from the left and from the right bring A to
 // bidiagonal form, the steps are gathered into U (in the place of A) and V, and QR passes with an implicit
@@ -340,15 +339,3 @@ double pythag(double a, double b) {
 }
 
 }  // namespace zellap10::fit
-
-void CGEORec::svdcmp(double** a, int m, int n, double* w, double** v) const {
-    zellap10::fit::decompose(a, m, n, w, v);
-}
-
-void CGEORec::svbksb(double** u, double* w, double** v, int m, int n, double* b, double* x) const {
-    zellap10::fit::back_substitute(u, w, v, m, n, b, x);
-}
-
-double CGEORec::pythag(double a, double b) const {
-    return zellap10::fit::pythag(a, b);
-}

@@ -1,12 +1,15 @@
 #include <algorithm>
 #include <cfloat>
-#include <vector>
 
+#include <zellap10/fit/fits.h>
 #include <zellap10/georef/conversions.h>
+#include <zellap10/georef/samples.h>
 #include <zellap10/platform/number_text.h>
 #include <zellap10/platform/text_compare.h>
 
 namespace {
+
+namespace fit = zellap10::fit;
 
 // The datum row whose ellipsoid every chart's record is set up on.
 constexpr int kRecordDatum = 17;
@@ -58,29 +61,20 @@ void CGEORec::ProjectionInit() {
     project_init2(code, number_or(P1, MeanLat), number_or(PP, MeanLon), number_or(P5, MeanLat),
                   number_or(P6, MeanLat), kRecordDatum, &parms);
 
-    // The points on the projected plane: easting stands for longitude and northing for latitude.
-    std::vector<CRefPoint> projected;
-    for (const CRefPoint* point : Points) {
-        double easting = 0.0;
-        double northing = 0.0;
-        zellap10::georef::to_plane(*this, code, parms, point->Longitude, point->Latitude, &easting,
-                                   &northing);
-        projected.emplace_back("", point->X, point->Y, easting, northing);
+    fit::Samples samples = zellap10::georef::pixel_to_world(Points);
+    for (fit::Sample& sample : samples) {
+        const double longitude = sample.first;
+        const double latitude = sample.second;
+        zellap10::georef::to_plane(*this, code, parms, longitude, latitude, &sample.first, &sample.second);
     }
-    CRefPointList list;
-    for (CRefPoint& point : projected)
-        list.AddTail(&point);
-
-    double coefficients[4][21] = {};
-    double error = 0.0;
-    SolveSVDpw(1, &list, coefficients[0], coefficients[1], &error);
-    SolveSVDwp(1, &list, coefficients[2], coefficients[3], &error);
+    const fit::Fitted pixel_to_plane = fit::solve(1, samples);
+    const fit::Fitted plane_to_pixel = fit::solve(1, fit::inverse(samples));
 
     // Nothing can fail from here on.
     ProjCode = code;
     ProjParms = parms;
-    std::copy_n(coefficients[0], 21, pwxAffine);
-    std::copy_n(coefficients[1], 21, pwyAffine);
-    std::copy_n(coefficients[2], 21, wpxAffine);
-    std::copy_n(coefficients[3], 21, wpyAffine);
+    std::copy_n(pixel_to_plane.first, fit::kTerms, pwxAffine);
+    std::copy_n(pixel_to_plane.second, fit::kTerms, pwyAffine);
+    std::copy_n(plane_to_pixel.first, fit::kTerms, wpxAffine);
+    std::copy_n(plane_to_pixel.second, fit::kTerms, wpyAffine);
 }

@@ -28,7 +28,7 @@ PixelRect rect_of(const CRefPointList& points) {
 }
 
 // Fits a record and gives its vertices their pixels.
-void fit(CGEORec& record) {
+void fit_record(CGEORec& record) {
     record.solvepoly();
     for (CRefPoint* vertex : record.Vertices) {
         double x = 0.0;
@@ -50,9 +50,9 @@ void CGEORec::ReadGEO(CString path, int infoOnly) {
     if (infoOnly != 0) return;
 
     InsetRect = {};
-    fit(*this);
+    fit_record(*this);
     for (CGEORec* inset : Insets) {
-        fit(*inset);
+        fit_record(*inset);
         inset->InsetRect = rect_of(inset->Points);
     }
 }

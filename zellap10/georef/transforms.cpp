@@ -1,5 +1,4 @@
 #include "zellap10/fit/polynomial.h"
-
 #include <zellap10/georef/geo_record.h>
 
 using zellap10::fit::with_terms;
