@@ -69,6 +69,7 @@ const EdgeRow kEdgeRows[] = {
     {"lambert without a cone",                      forward, {4, 117,   0.0,    0.0,   0.0,   0.0},  {45.0,  10.0},        {kNan,          kNan}, 0.0},
     {"mercator, the north pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, 1.9e8},                          {90.0, 0.0},            1e-10},
     {"mercator, the south pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, -kInf},                          {-90.0, 0.0},           1e-10},
+    {"polyconic, the iteration does not settle",     inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {2e6, 1e7},                           {kNan, kNan},           0.0},
     {"polyconic comes back late at 0.01 N",         inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {111319.48910896621, 1105.9123076056203}, {0.01, -99.0000428},    1e-7},
 };
 // clang-format on
@@ -79,6 +80,16 @@ TEST(ProjectionEdges, GiveWhatTheArithmeticGives) {
         const PPARMS parms = record_of(row.setup);
         expect_near(row.way(row.setup.code, &parms, row.from), row.to, row.tolerance);
     }
+}
+
+// Ellipsoids that are not of the earth let the iterations go on.
+TEST(PassLimits, EndInNoLatitudeOrTheLastOne) {
+    PPARMS parms = record_of({1, kWgs84, 0.0, 0.0, 0.0, 0.0});
+    parms.e = 0.9999;
+    EXPECT_TRUE(std::isnan(inverse(1, &parms, {0.0, 1e3})[0]));
+    parms = record_of({4, kWgs84, 40.0, 0.0, 33.0, 45.0});
+    parms.e = 0.9;
+    EXPECT_TRUE(std::isfinite(inverse(4, &parms, {0.0, -4e6})[0]));
 }
 
 TEST(PolyconicOrigin, ServesWhenCalledDirectly) {
