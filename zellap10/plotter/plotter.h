@@ -8,6 +8,7 @@
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/outline.h>
+#include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/position.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>

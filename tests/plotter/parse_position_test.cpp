@@ -1,0 +1,111 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <testing/comma_locale.h>
+#include <zellap10/plotter/parse_position.h>
+#include <zellap10/plotter/text.h>
+
+namespace {
+
+using namespace zellap10::plotter;
+
+struct Row {
+    const char* text;
+    double latitude, longitude;
+};
+
+constexpr double kLatitude = 50.0 + 41.11 / 60.0;
+constexpr double kLongitude = -(1.0 + 17.87 / 60.0);
+
+// clang-format off
+const Row kRows[] = {
+    {"50 41.11N 1 17.87W",                  kLatitude, kLongitude},
+    {"n50 41.11 w001 17.87",                kLatitude, kLongitude},
+    {"1 17.87W, 50 41.11N",                 kLatitude, kLongitude},
+    {"50-41.11N 001-17.87W",                kLatitude, kLongitude},
+    {"50:41.11 N; 1:17.87 W",               kLatitude, kLongitude},
+    {u8"50° 41.11′ N 001° 17.87’ W",        kLatitude, kLongitude},
+    {"50 41.11, -1 17.87",                  kLatitude, kLongitude},
+    {"50 41.11 -1 17.87",                   kLatitude, kLongitude},
+    {u8"50°41'06\"N 001°17'52\"W",          50.0 + 41.0 / 60.0 + 6.0 / 3600.0, -(1.0 + 17.0 / 60.0 + 52.0 / 3600.0)},
+    {"50 41 6 1 17 52",                     50.0 + 41.0 / 60.0 + 6.0 / 3600.0, 1.0 + 17.0 / 60.0 + 52.0 / 3600.0},
+    {"50.6852,-1.2978",                     50.6852, -1.2978},
+    {"50.6852 -1.2978",                     50.6852, -1.2978},
+    {"+50.6852-001.2978",                   50.6852, -1.2978},
+    {u8"−33.5° +151.25°",                   -33.5, 151.25},
+    {"S33.5E151.25",                        -33.5, 151.25},
+    {"-0 30, -0 0 36",                      -0.5, -0.01},
+    {"90 180",                              90.0, 180.0},
+    {"90 00.00N 180 00.00W",                90.0, -180.0},
+    {" .5 , 1. ",                           0.5, 1.0},
+};
+// clang-format on
+
+struct RefusedRow {
+    const char* text;
+    const char* reason;
+};
+
+const RefusedRow kRefusedRows[] = {
+    {"", "there is no position"},
+    {"  ", "there is no position"},
+    {"50 60.0N 1 17W", "minutes must be below 60"},
+    {"50 41 60N 1 17W", "seconds must be below 60"},
+    {"90 00.01N 1W", "the latitude must be at most 90 degrees"},
+    {"50, 180.01", "the longitude must be at most 180 degrees"},
+    {"1 17.87W, 91N", "the latitude must be at most 90 degrees"},
+    {"1e3 5", "only one of latitude and longitude has a letter"},
+    {"50.5 30N 1W", "degrees with a fraction must be the last number"},
+    {"50 1 2 3N 1W", "the latitude has more than three numbers"},
+    {"50N", "the longitude is missing"},
+    {"1W", "the latitude is missing"},
+    {"50.5", "the longitude is missing"},
+    {"50 41 1", "put a comma between the latitude and the longitude"},
+    {"50N 1", "only one of latitude and longitude has a letter"},
+    {"50N 1S", "there are two latitudes"},
+    {"1E 50W", "there are two longitudes"},
+    {"50N 1W 2", "a letter must be before or after the numbers"},
+    {"N50N 1W", "there are too many of the letters N, S, E and W"},
+    {"-50N 1W", "use a sign or a letter, not both"},
+    {"50 -41N, 1W", "a sign is only allowed before the degrees"},
+    {"50,685 -1,298", "there is more than one comma; the decimal sign is a point"},
+    {"50'N 1W", "degrees, minutes and seconds must be in this order"},
+    {"5.0.1N 1W", "\"5.0.1\" is not a number"},
+    {". 1", "\".\" is not a number"},
+    {u8"50ö", u8"\"ö\" has no meaning in a position"},
+    {"---", "a sign is only allowed before the degrees"},
+};
+
+TEST(ParsePosition, ReadsUsualNotations) {
+    const CommaLocale comma;
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.text);
+        const ParsedPosition parsed = parse_position(row.text);
+        ASSERT_TRUE(parsed.position) << parsed.reason;
+        EXPECT_NEAR(parsed.position->latitude, row.latitude, 1e-12);
+        EXPECT_NEAR(parsed.position->longitude, row.longitude, 1e-12);
+    }
+}
+
+TEST(ParsePosition, GivesAReason) {
+    for (const RefusedRow& row : kRefusedRows) {
+        const ParsedPosition parsed = parse_position(row.text);
+        EXPECT_FALSE(parsed.position) << row.text;
+        EXPECT_EQ(parsed.reason, row.reason) << row.text;
+    }
+    EXPECT_FALSE(parse_position(std::string(100000, '9') + ",1").position);
+    EXPECT_FALSE(parse_position(std::string("1\0,1", 4)).position);
+}
+
+TEST(ParsePosition, ReadsTheTextsOfPositions) {
+    for (int i = -900; i <= 900; ++i) {
+        const Position position{i / 10.0, i * 0.19999};
+        const std::string text = position_text(position);
+        const ParsedPosition parsed = parse_position(text);
+        ASSERT_TRUE(parsed.position) << text << ": " << parsed.reason;
+        EXPECT_EQ(position_text(*parsed.position), text);
+    }
+}
+
+}  // namespace
