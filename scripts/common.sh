@@ -8,10 +8,10 @@ CMAKE_AT_LEAST=3.25
 # benchmarks need besides.
 BUILD_PACKAGES=(g++ cmake ninja-build libcairo2-dev fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
-               libeigen3-dev libtiff-dev pkgconf)
+               libeigen3-dev libtiff-dev pkgconf gpsd gpsd-clients)
 
 # Of what the viewer needs besides the first ones.
-VIEWER_PACKAGES=(libsdl2-dev)
+VIEWER_PACKAGES=(libsdl2-dev libgps-dev)
 
 # Of what the Python package and its tests need besides, and of what those of its tests need that .ci/run does not
 # let be skipped.

@@ -1,0 +1,184 @@
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <testing/temp_folder.h>
+#include <viewer/gpsd.h>
+#include <viewer/nmea_source.h>
+
+namespace {
+
+using namespace viewer;
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kEnd = 300ms;  // 0.2 s, and what a loaded machine adds
+
+// 12:35:19, 12:35:20 and 12:37:20; a broken line in between.
+const char kLog[] =
+    "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W*6A\r\n"
+    "$GPRMC,123520,A,4807.040,N,01131.000,E,022.4,084.4,230394,003.1,W*6F\r\n"
+    "$GPRMC,broken\r\n"
+    "$GPRMC,123720,A,4807.042,N,01131.000,E,022.4,084.4,230394,003.1,W*6F\r\n";
+
+// What came until the condition is met or 15 seconds have passed.
+FixNews wait_for(FixSource& source, const std::function<bool(const FixNews&)>& is_met) {
+    FixNews all;
+    const auto deadline = Clock::now() + 15s;
+    do {
+        const FixNews news = source.take();
+        all.fixes.insert(all.fixes.end(), news.fixes.begin(), news.fixes.end());
+        all.status = news.status;
+        all.broken_lines = news.broken_lines;
+        if (is_met(all)) return all;
+        std::this_thread::sleep_for(10ms);
+    } while (Clock::now() < deadline);
+    ADD_FAILURE() << "nothing but " << all.fixes.size() << " fixes, status: " << all.status;
+    return all;
+}
+
+void expect_end_in_time(std::unique_ptr<FixSource>& source) {
+    const auto start = Clock::now();
+    source.reset();
+    EXPECT_LT(Clock::now() - start, kEnd);
+}
+
+bool has_status(const FixNews& news, const char* part) {
+    return news.status.find(part) != std::string::npos;
+}
+
+TEST(NmeaSource, ReplaysALogByItsTimes) {
+    const TempFolder folder;
+    const std::string path = folder.write("log", kLog);
+    auto source = read_nmea(path, 100.0, {});
+    const auto start = Clock::now();
+    const FixNews news = wait_for(*source, [](const FixNews& all) { return has_status(all, "ended"); });
+    EXPECT_EQ(news.fixes.size(), 3u);
+    EXPECT_EQ(news.broken_lines, 1);
+    EXPECT_GT(Clock::now() - start, 600ms);  // 1 s, and 60 s of the gap of two minutes
+    EXPECT_LT(Clock::now() - start, 1100ms);
+
+    source = read_nmea(path, 1.0, {});
+    wait_for(*source, [](const FixNews& all) { return all.fixes.size() == 2; });
+    expect_end_in_time(source);
+
+    source = read_nmea(folder.file("none"), 1.0, {});
+    wait_for(*source, [](const FixNews& all) { return has_status(all, "No such file"); });
+}
+
+TEST(NmeaSource, ReadsAPipeAsItComes) {
+    const TempFolder folder;
+    const std::string path = folder.file("pipe");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    auto source = read_nmea(path, 1.0, {});
+    expect_end_in_time(source);  // without a writer
+
+    source = read_nmea(path, 1.0, {});
+    const int pipe = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    const auto write_part = [&](std::size_t from, std::size_t to) {
+        ASSERT_EQ(write(pipe, kLog + from, to - from), static_cast<ssize_t>(to - from));
+    };
+    write_part(0, 80);
+    wait_for(*source, [](const FixNews& all) { return all.fixes.size() == 1; });
+    write_part(80, sizeof kLog - 1);
+    wait_for(*source, [](const FixNews& all) { return all.fixes.size() == 2; });
+    close(pipe);
+    wait_for(*source, [](const FixNews& all) { return has_status(all, "ended"); });
+}
+
+TEST(FixSource, EndsInTimeAndCallsNothingAfterThat) {
+    std::atomic<int> calls{0};
+    auto source = std::make_unique<FixSource>(
+        [](FixFeed& feed) {
+            std::this_thread::sleep_for(600ms);
+            feed.set_status("late");
+        },
+        [&calls] { ++calls; });
+    expect_end_in_time(source);
+    std::this_thread::sleep_for(700ms);
+    EXPECT_EQ(calls, 0);
+}
+
+TEST(FixSource, KeepsTheNewestFixes) {
+    FixFeed feed({});
+    for (int i = 0; i < 1500; ++i)
+        feed.put({Fix{static_cast<double>(i), {}, {}, {}, {}}});
+    const std::vector<Fix> fixes = feed.take().fixes;
+    ASSERT_EQ(fixes.size(), 1000u);
+    EXPECT_EQ(fixes.back().time, 1499.0);
+    EXPECT_TRUE(feed.take().fixes.empty());
+}
+
+// A port that nobody uses.
+std::string free_port() {
+    const int socket_number = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    bind(socket_number, reinterpret_cast<sockaddr*>(&address), size);
+    getsockname(socket_number, reinterpret_cast<sockaddr*>(&address), &size);
+    close(socket_number);
+    return std::to_string(ntohs(address.sin_port));
+}
+
+// A real gpsd that replays a log again and again.
+class FakeReceiver {
+public:
+    FakeReceiver(const std::string& log, const std::string& port) : process_(fork()) {
+        if (process_ != 0) return;
+        const int nowhere = open("/dev/null", O_WRONLY);
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
+        execlp("gpsfake", "gpsfake", "-q", "-c", "0.1", "-P", port.c_str(), log.c_str(), nullptr);
+        _exit(127);
+    }
+    ~FakeReceiver() {
+        kill(process_, SIGINT);
+        waitpid(process_, nullptr, 0);
+    }
+    FakeReceiver(const FakeReceiver&) = delete;
+    FakeReceiver& operator=(const FakeReceiver&) = delete;
+
+private:
+    pid_t process_;
+};
+
+TEST(Gpsd, ConnectsAgain) {
+    if (std::system("command -v gpsfake >/dev/null") != 0) GTEST_SKIP() << "gpsfake is not installed";
+    const TempFolder folder;
+    const std::string log = folder.write("log", kLog);
+    const std::string port = free_port();
+    auto source = read_gpsd("localhost:" + port, {});
+    if (source == nullptr) GTEST_SKIP() << "built without libgps";
+    wait_for(*source, [](const FixNews& all) { return has_status(all, "can't connect"); });
+    for (int round = 0; round < 2; ++round) {
+        {
+            const FakeReceiver receiver(log, port);
+            const FixNews news = wait_for(*source, [](const FixNews& all) { return all.fixes.size() > 2; });
+            EXPECT_EQ(news.status, "");
+            const Fix& fix = news.fixes.back();
+            EXPECT_NEAR(fix.position.latitude, 48.1173, 1e-4);
+            EXPECT_NEAR(fix.position.longitude, 11.5167, 1e-4);
+            EXPECT_NEAR(fix.speed.value_or(0.0), 22.4, 0.01);
+            EXPECT_NEAR(fix.course.value_or(0.0), 84.4, 0.01);
+            EXPECT_TRUE(fix.time.has_value());
+        }
+        wait_for(*source, [](const FixNews& all) { return !all.status.empty(); });
+    }
+    expect_end_in_time(source);
+}
+
+}  // namespace

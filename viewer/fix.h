@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+
+#include <zellap10/plotter/position.h>
+
+namespace viewer {
+
+/// What a receiver measures at one time.
+struct Fix {
+    std::optional<double> time;            ///< seconds since 1970, UTC
+    zellap10::plotter::Position position;  ///< WGS 84
+    std::optional<double> speed;           ///< over the ground, knots
+    std::optional<double> course;          ///< over the ground, DEGREES clockwise from true north
+    std::optional<double> heading;         ///< DEGREES clockwise from true north
+};
+
+}  // namespace viewer
