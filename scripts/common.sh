@@ -11,7 +11,7 @@ TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographicli
                libeigen3-dev libtiff-dev pkgconf gpsd gpsd-clients)
 
 # Of what the viewer needs besides the first ones.
-VIEWER_PACKAGES=(libsdl2-dev libgps-dev)
+VIEWER_PACKAGES=(libsdl2-dev libxml2-dev libgps-dev)
 
 # Of what the Python package and its tests need besides, and of what those of its tests need that .ci/run does not
 # let be skipped.
