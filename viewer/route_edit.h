@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <vector>
+
+#include <viewer/waypoint.h>
+
+namespace viewer {
+
+/// A route that is edited, with undo. An index or leg outside the route changes nothing.
+class RouteEdit {
+public:
+    const std::vector<Waypoint>& waypoints() const { return waypoints_; }
+
+    void add(const Waypoint& waypoint);
+    void insert(std::size_t leg, const Waypoint& waypoint);  ///< leg 0 starts at waypoint 0
+    void remove(std::size_t index);
+    void clear() { replace({}); }
+    void replace(std::vector<Waypoint> waypoints);  ///< with a loaded route, for example
+
+    /// A drag moves one waypoint in many steps, and one undo takes all of them back. Another change ends it.
+    void begin_drag(std::size_t index);
+    void drag_to(zellap10::plotter::Position position);
+    void end_drag() { dragged_ = kNone; }
+
+    /// Takes the last change back; 200 changes are kept.
+    ///
+    /// @return  false if there is none
+    bool undo();
+
+private:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    void keep();
+
+    std::vector<Waypoint> waypoints_;
+    std::deque<std::vector<Waypoint>> earlier_;
+    std::size_t dragged_ = kNone;
+    bool drag_has_moved_ = false;
+};
+
+}  // namespace viewer

@@ -1,0 +1,55 @@
+#include "viewer/track.h"
+
+#include <cmath>
+#include <utility>
+
+#include <zellap10/navigation/dead_reckoning.h>
+
+namespace viewer {
+
+using zellap10::plotter::Position;
+
+void Track::add(const Fix& fix, Clock::time_point now) {
+    const bool starts_line = is_lost(now);
+    const bool replaces = !starts_line && fix.time && last_fix_->time == fix.time;
+    last_fix_ = fix;
+    received_ = now;
+    if (replaces) {
+        points_.back().position = fix.position;
+        return;
+    }
+    if (points_.size() == kMostPoints) thin();
+    points_.push_back({fix.position, starts_line});
+}
+
+bool Track::is_lost(Clock::time_point now) const {
+    return !last_fix_ || now - received_ > kLostAfter;
+}
+
+// The start of a line is passed on from a point that is discarded to the next one.
+void Track::thin() {
+    std::vector<Point> kept;
+    kept.reserve(kMostPoints);
+    bool starts_line = false;
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+        Point point = points_[i];
+        point.starts_line = point.starts_line || starts_line;
+        starts_line = point.starts_line;
+        if (i % 2 == 1 && i < kMostPoints / 2) continue;
+        starts_line = false;
+        kept.push_back(point);
+    }
+    points_ = std::move(kept);
+}
+
+std::optional<Position> predict(const Fix& fix, double minutes) {
+    if (!fix.course || !fix.speed) return std::nullopt;
+    Position end = fix.position;
+    const double course = *fix.course < 360.0 ? *fix.course : 0.0;
+    m_advance_d(&end.latitude, &end.longitude, *fix.speed * minutes / 60.0, course);
+    if (!(std::fabs(end.latitude) < 90.0) || !std::isfinite(end.longitude)) return std::nullopt;
+    end.longitude = std::remainder(end.longitude, 360.0);
+    return end;
+}
+
+}  // namespace viewer
