@@ -31,3 +31,8 @@ foreach(name IN ITEMS zellap10 zellap10-plotter)
 endforeach()
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zellap10.pc ${CMAKE_CURRENT_BINARY_DIR}/zellap10-plotter.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The documents, with the reference if it has been built.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
+install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/docs/html DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)

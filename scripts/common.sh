@@ -1,7 +1,7 @@
 # What the scripts share; they source it.
 
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-JOBS=$(nproc 2>/dev/null || echo 2)
+JOBS=${JOBS:-$(nproc 2>/dev/null || echo 2)}
 CMAKE_AT_LEAST=3.25
 
 # Debian's names of what the library, the sample charts and the example need, and of what the tests and
@@ -65,12 +65,26 @@ need_cmake() {
         fail "please install CMake $CMAKE_AT_LEAST or later, this one is $version"
 }
 
+# need_build_folder FOLDER: fails if FOLDER cannot be written or was copied. Waits until no other script builds, and
+# keeps the others waiting until this one ends or closes descriptor 9.
+need_build_folder() {
+    local made_in
+    mkdir -p "$1" 2>/dev/null && [ -w "$1" ] ||
+        fail "cannot write to $1: copy the sources to a folder that you may write to"
+    made_in=$(sed -n 's/^CMAKE_CACHEFILE_DIR:INTERNAL=//p' "$1/CMakeCache.txt" 2>/dev/null || true)
+    [ -z "$made_in" ] || [ "$made_in" -ef "$1" ] || fail "$1 was copied from $made_in: delete it"
+    has flock || return 0
+    exec 9>>"$ROOT/build/lock"
+    flock --nonblock 9 || { say "waiting for another script in $ROOT" && flock 9; }
+}
+
 # build PRESET [OPTION...]: configures a preset, with further options of cmake, and builds it.
 build() {
     local preset=$1
     shift
     need_cmake
     cd "$ROOT"
+    need_build_folder "$ROOT/build/$preset"
     say "configuring build/$preset"
     cmake --preset "$preset" "$@"
     say "building build/$preset"
