@@ -69,7 +69,6 @@ const EdgeRow kEdgeRows[] = {
     {"lambert without a cone",                      forward, {4, 117,   0.0,    0.0,   0.0,   0.0},  {45.0,  10.0},        {kNan,          kNan}, 0.0},
     {"mercator, the north pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, 1.9e8},                          {90.0, 0.0},            1e-10},
     {"mercator, the south pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, -kInf},                          {-90.0, 0.0},           1e-10},
-    {"polyconic, the iteration does not settle",     inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {2e6, 1e7},                           {kNan, kNan},           0.0},
     {"polyconic comes back late at 0.01 N",         inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {111319.48910896621, 1105.9123076056203}, {0.01, -99.0000428},    1e-7},
 };
 // clang-format on
@@ -82,14 +81,42 @@ TEST(ProjectionEdges, GiveWhatTheArithmeticGives) {
     }
 }
 
-// Ellipsoids that are not of the earth let the iterations go on.
-TEST(PassLimits, EndInNoLatitudeOrTheLastOne) {
-    PPARMS parms = record_of({1, kWgs84, 0.0, 0.0, 0.0, 0.0});
-    parms.e = 0.9999;
-    EXPECT_TRUE(std::isnan(inverse(1, &parms, {0.0, 1e3})[0]));
-    parms = record_of({4, kWgs84, 40.0, 0.0, 33.0, 45.0});
-    parms.e = 0.9;
-    EXPECT_TRUE(std::isfinite(inverse(4, &parms, {0.0, -4e6})[0]));
+struct PassRow {
+    const char* name;
+    Setup setup;
+    double e2;
+    Pair plane;
+    double lat;
+};
+
+// The limits are 1000, 100 and 20 passes; only eccentric ellipsoids and places far out come near them.
+// Latitudes are those of the formulas in long double after as many passes.
+// clang-format off
+const PassRow kPassRows[] = {
+    // name                          setup                       e2          plane       lat
+    {"mercator settles in pass 992", {1, 117,  0,   0,  0,  0}, 0.98925,    {0, 500},    0.417800920594},
+    {"mercator needs 1010",          {1, 117,  0,   0,  0,  0}, 0.98945,    {0, 500},    kNan},
+    {"lambert needs 22, ends at 20", {4, 117, 40,   0, 33, 45}, 0.53,       {0, -4e6},   11.582365225818},
+};
+// clang-format on
+
+TEST(PassLimits, EndAnInverseInNoPositionOrTheLastLatitude) {
+    for (const PassRow& row : kPassRows) {
+        SCOPED_TRACE(row.name);
+        PPARMS parms = record_of(row.setup);
+        parms.e2 = row.e2;
+        parms.e = std::sqrt(row.e2);
+        expect_near({inverse(row.setup.code, &parms, row.plane)[0], 0.0}, {row.lat, 0.0}, 1e-9);
+    }
+}
+
+// Far from the chart the iteration of the polyconic wanders. Rounding decides which of these places settle.
+TEST(PassLimits, LeaveMostFarPlacesOfThePolyconicWithoutAPosition) {
+    const PPARMS parms = record_of({2, 117, 0, 100, 0, 0});
+    int none = 0;
+    for (int i = 0; i < 100; ++i)
+        none += std::isnan(inverse(2, &parms, {9e6 + i % 10 * 3e5, 3e6 + i / 10 * 9e5})[0]) ? 1 : 0;
+    EXPECT_GT(none, 66);  // 73 without rounding differences, 63 after 1000 passes
 }
 
 TEST(PolyconicOrigin, ServesWhenCalledDirectly) {
