@@ -5,25 +5,24 @@
 #include <zellap10/chart/colour.h>
 #include <zellap10/chart/zellap.h>
 
-// Every cell gets the nearest entry, but most entries are far from most cells. The cube of cells is therefore
-// halved in each direction, down to boxes of four cells an edge, and each box hands down to its eighths only
-// the entries that can win somewhere in it. One entry stands for all that might beat the others: the one
-// nearest to the box's centre. The difference of two squared distances is linear in the place, so that what
-// an entry gains on that one from the centre to the best corner is the box's edge times the sum of the
-// channels' differences. An entry that is still behind there wins nowhere. The rule is exact, ties included.
+// Each cell gets the nearest entry. An octree of boxes, down to four cells per edge, discards the entries
+// that can win nowhere in a box. Each entry is compared with the one nearest to the box's centre: the
+// difference of two squared distances is linear in the position, so from the centre to the best corner an
+// entry gains the box's edge times the sum of the channels' differences. If that is too little, the entry
+// wins nowhere in the box. The rule is exact, ties included.
 
 namespace {
 
 using zellap10::chart::distance;
 
 constexpr int kCells = 32;       // along an edge of the cube
-constexpr int kCellStep = 8;     // of a channel's value from cell to cell
-constexpr int kSmallestBox = 4;  // cells along the edge of a box that is not halved any more
+constexpr int kCellStep = 8;     // difference of a channel's value between cells
+constexpr int kSmallestBox = 4;  // cells along an edge
 
-// Entries in rising order of their index, which stands in peFlags.
+// Entries in ascending order of their index, which is in peFlags.
 struct Candidates {
     int count = 0;
-    PALETTEENTRY entries[255];  // all but the first, which is never searched
+    PALETTEENTRY entries[255];  // all except entry 0, which is never searched
 };
 
 struct Box {
@@ -31,12 +30,11 @@ struct Box {
     int size;              // cells along an edge
 };
 
-// Sum of the differences of the channels.
 int apart(const PALETTEENTRY& a, const PALETTEENTRY& b) {
     return std::abs(a.peRed - b.peRed) + std::abs(a.peGreen - b.peGreen) + std::abs(a.peBlue - b.peBlue);
 }
 
-// Those of the candidates that can win in the box.
+// The candidates that can win in the box.
 Candidates winners_in(const Box& box, const Candidates& candidates) {
     const int edge = (box.size - 1) * kCellStep;
     const auto middle = [&](int cell) { return static_cast<unsigned char>(cell * kCellStep + edge / 2); };
@@ -57,8 +55,8 @@ Candidates winners_in(const Box& box, const Candidates& candidates) {
     return winners;
 }
 
-// The nearest candidate of each cell of a smallest box, a row of cells at a time. Distances stand above
-// indexes in one number, so that the lower index wins where two are equal.
+// The nearest candidate of each cell of a smallest box, one row of cells at a time. A number holds the
+// distance above the index, so that the lower index wins a tie.
 void fill_cells(const Box& box, const Candidates& candidates, unsigned char* cells) {
     const auto square = [](int cell, int channel) {
         return (cell * kCellStep - channel) * (cell * kCellStep - channel) * 256;

@@ -10,14 +10,13 @@
 #include <zellap10/platform/text_reader.h>
 #include <zellap10/platform/whole_number.h>
 
-// The text part is lines. A line that begins with a blank continues the one before, and a line with all its
-// continuations is a record:
+// A line that begins with a blank continues the line before it. A line and its continuations are a record:
 //
 //     NOS/NA=HARBOUR,RA=0,0,640,480     the chart: name, size in the third and fourth number of RA,
 //         DU=254                        and a number; keys in any order
 //     RGB/1,255,0,0                     a colour: index, red, green, blue
 //
-// All other records are passed over.
+// All other records are ignored.
 
 namespace zellap10::chart {
 
@@ -30,7 +29,7 @@ using platform::whole_number;
 constexpr std::size_t kLongestRecord = 1023;
 constexpr std::size_t kLongestContinuation = 127;
 
-// Columns of a continuation line: the text begins at 4, and an "=" at 6 makes it a new key of two letters.
+// Columns of a continuation line: its text begins at 4; an "=" at 6 means that it begins with a new key.
 constexpr std::size_t kTextColumn = 4;
 constexpr std::size_t kEqualsColumn = 6;
 
@@ -44,7 +43,7 @@ void join(std::string& record, const std::string& continuation) {
     if (record.size() > kLongestRecord) record.resize(kLongestRecord);
 }
 
-// The next record; false where the text ends before a line end has ended its first line.
+// The next record; false if the text ends before the first line end.
 bool read_record(TextReader& reader, std::string& record) {
     if (!reader.read_line(record, kLongestRecord).ended) return false;
     while (reader.next_is(' ')) {
@@ -55,7 +54,7 @@ bool read_record(TextReader& reader, std::string& record) {
     return true;
 }
 
-// Up to `count` numbers with commas between, blanks anywhere; the rest of `numbers` stays as it is.
+// Up to `count` numbers, separated by commas, blanks anywhere. Numbers that are missing do not change.
 void scan_numbers(TextScanner& scanner, int* numbers, int count) {
     for (int i = 0; i < count; ++i) {
         if (i > 0 && !scanner.blanks().literal(',')) return;
@@ -99,7 +98,8 @@ void read_colour(const std::string& record, Header& header) {
     header.colour_count = std::max(header.colour_count, index + 1);
 }
 
-// Fits a record to the points that it holds, and rounds the pixels of its vertices.
+// Fits a record to its points and rounds the pixels of its vertices with 0.5. ReadGEO truncates the same
+// pixels (read_geo.cpp); the interface defines both.
 void refit(CGEORec& record) {
     record.solvepoly();
     for (CRefPoint* vertex : record.Vertices) {
@@ -135,7 +135,7 @@ void take_header(const Header& header, int infoOnly, CZellap& chart) {
     std::copy(std::begin(header.colours), std::end(header.colours), chart.HeaderColours);
     chart.HeaderColourCount = header.colour_count;
     chart.BaseRec.InsetRect = {0, 0, header.width, header.height};
-    // Points are only here where an earlier open was not followed by a close.
+    // Points exist here only if no close followed an earlier open.
     if (!chart.BaseRec.Points.IsEmpty() && infoOnly == 0) refit(chart.BaseRec);
 }
 

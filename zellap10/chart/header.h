@@ -4,7 +4,7 @@
 
 namespace zellap10::chart {
 
-/// What the text part of a chart file says; each is a field of the chart object.
+/// The text part of a chart file; the fields are those of the chart object.
 struct Header {
     char name[sizeof CZellap::ChartName];
     int du;
@@ -14,12 +14,12 @@ struct Header {
     int colour_count;
 };
 
-/// Reads the text part at whose start the chart's TextStream stands, to the stream's end. What the text does
-/// not name is as the chart has it; the chart itself stays as it is.
+/// Reads the text part from the chart's TextStream, to its end. Fields that the text does not name are those
+/// of the chart, which does not change.
 Header read_header(CZellap& chart);
 
-/// Gives a chart its header, and the base record what comes of it: InsetRect and, with infoOnly 0, a new fit
-/// where it has points of an earlier open.
+/// Copies a header to the chart and sets InsetRect of the base record. If that record has points of an
+/// earlier open and infoOnly is 0, it is fitted again.
 void take_header(const Header& header, int infoOnly, CZellap& chart);
 
 }  // namespace zellap10::chart

@@ -11,7 +11,7 @@ using zellap10::chart::distance;
 
 constexpr int kLargestPalette = 256;
 
-// The passes add what is farther from every entry than the threshold, which a pass halves before it starts.
+// A pass halves the threshold, then adds colours that are farther than that from every entry.
 constexpr int kFirstThreshold = 195075;  // black to white
 constexpr int kLastThreshold = 768;
 
@@ -23,9 +23,8 @@ PALETTEENTRY between(const PALETTEENTRY& a, const PALETTEENTRY& b) {
     return {mean(a.peRed, b.peRed), mean(a.peGreen, b.peGreen), mean(a.peBlue, b.peBlue), 0};
 }
 
-// The entries that a candidate is measured against, channel by channel: a compiler then measures eight at
-// once, which takes a third of the time of one by one. Places without an entry hold a colour that is far from
-// all.
+// The entries that a candidate is compared with, one array per channel. Compilers then compare eight at once,
+// in a third of the time. Unused elements hold a colour that is far from all.
 class Measured {
 public:
     Measured() {
@@ -40,8 +39,8 @@ public:
         blue_[index] = colour.peBlue;
     }
 
-    // Whether a colour is farther than the threshold from each entry below `count`. Looks at whole groups,
-    // and no farther than the first that has an entry within the threshold.
+    // Whether a colour is farther than the threshold from each entry below `count`. Stops after the first
+    // group that has an entry within the threshold.
     bool all_far(const PALETTEENTRY& colour, int count, int threshold) const {
         for (int first = 0; first < count; first += kGroup) {
             int least = std::numeric_limits<int>::max();
@@ -58,7 +57,7 @@ public:
 
 private:
     static constexpr int kGroup = 16;
-    static_assert(kLargestPalette % kGroup == 0, "the last group is whole");
+    static_assert(kLargestPalette % kGroup == 0, "the last group is complete");
     static constexpr std::int16_t kFar = 1024;
 
     std::int16_t red_[kLargestPalette];
@@ -66,7 +65,7 @@ private:
     std::int16_t blue_[kLargestPalette];
 };
 
-// One pass over the pairs of entries that it finds; false once the palette is full.
+// One pass over the pairs of the entries at its start; false once the palette is full.
 bool add_between_pairs(LOGPALETTE256& palette, Measured& measured, int threshold) {
     const int count = palette.palNumEntries;
     for (int i = 1; i < count; ++i) {
@@ -85,15 +84,15 @@ bool add_between_pairs(LOGPALETTE256& palette, Measured& measured, int threshold
 }  // namespace
 
 void CZellap::BuildPal() {
-    // The count can be reached from outside; the tables end at 256.
+    // HeaderColourCount is public; the tables end at 256.
     const int count = std::clamp(HeaderColourCount, 0, kLargestPalette);
-    // A copy, so that memory that runs out leaves the palette in use; entries beyond the new ones stay.
+    // A copy: if memory runs out, LogPalette does not change. Entries after the new ones keep their values.
     LOGPALETTE256 palette = LogPalette;
     Measured measured;
     for (int i = 0; i < count; ++i) {
         const PALETTEENTRY& colour = HeaderColours[i];
         palette.palPalEntry[i] = {colour.peRed, colour.peGreen, colour.peBlue, 0};
-        // Entry 0 stays in the palette but is never measured against.
+        // Entry 0 stays in the palette but is never compared with.
         if (i > 0) measured.set(i, colour);
     }
     palette.palNumEntries = static_cast<unsigned short>(count);

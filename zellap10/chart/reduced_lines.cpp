@@ -10,8 +10,8 @@ namespace {
 using zellap10::chart::LineReader;
 using zellap10::chart::Run;
 
-// Sums of red, green and blue over pixels: in three lanes of one word, 21 bits each, or in a word each. What
-// is taken away before it was added passes below zero on the way, and comes back.
+// Sums of red, green and blue over pixels: in three lanes of one word, 21 bits each, or in one word each. A
+// subtraction may come before its addition; the sum then passes below zero and returns.
 template <int kWords>
 struct Sums {
     static constexpr int kLaneBits = kWords == 1 ? 21 : 64;
@@ -32,13 +32,13 @@ struct Sums {
     std::uint64_t channel(int i) const { return words[i % kWords] >> i / kWords * kLaneBits & kLaneMask; }
 };
 
-// Blocks of as many pixels and lines of as many columns are summed in lanes.
+// Larger blocks, and wider lines, are not summed in lanes.
 constexpr int kLanePixels = 8224;
 constexpr int kLaneColumns = 1 << 24;
 static_assert(std::uint64_t{kLanePixels} * 255 <= Sums<1>::kLaneMask, "a lane holds the sum of its pixels");
 
-// Divides; in lanes by a multiplication, which passes the quotient by less than number / 2^40, too little to
-// reach the next whole number as long as the number times the divisor is no more than 2^40.
+// Divides; in lanes by a multiplication. That exceeds the quotient by less than number / 2^40, which does not
+// reach the next integer as long as the number times the divisor is at most 2^40.
 template <int kWords>
 struct Divider {
     explicit Divider(std::uint64_t number) : divisor(number), reciprocal((UINT64_C(1) << 40) / number + 1) {}
@@ -57,13 +57,13 @@ struct BlockRow {
     int count;  // blocks, 1 or more
 };
 
-// Where the colour changes, what the change adds to the sum of its block over that of the block in front, and
-// to the next over that, is noted: two notes a run, however long it is. Adding up the notes gives the sums.
+// A difference array of block sums: each change of colour adds to the difference of its block and to that of
+// the next, so a run costs two additions, whatever its length. The running sum gives the block sums.
 template <int kWords>
 int reduce(const CZellap& chart, const BlockRow& row, unsigned char* dest) {
     const auto count = static_cast<std::size_t>(row.count);
-    const std::unique_ptr<Sums<kWords>[]> notes(new (std::nothrow) Sums<kWords>[count + 1]);
-    if (notes == nullptr) return 0;
+    const std::unique_ptr<Sums<kWords>[]> differences(new (std::nothrow) Sums<kWords>[count + 1]);
+    if (differences == nullptr) return 0;
     Sums<kWords> colours[256];
     for (int i = 0; i < 256; ++i)
         colours[i] = Sums<kWords>(chart.LogPalette.palPalEntry[i]);
@@ -80,17 +80,17 @@ int reduce(const CZellap& chart, const BlockRow& row, unsigned char* dest) {
             const std::uint64_t into = x - block * width;
             Sums<kWords> change = colours[run.colour];
             change.add(before, UINT64_MAX);
-            notes[block].add(change, width - into);
-            notes[block + 1].add(change, into);
+            differences[block].add(change, width - into);
+            differences[block + 1].add(change, into);
             before = colours[run.colour];
             x += length;
         });
     }
-    // The factor 8 takes the mean to the upper 5 bits of a channel.
+    // The factor 8 reduces the mean to the upper 5 bits of a channel.
     const Divider<kWords> mean_of(width * static_cast<std::uint64_t>(row.y_factor) * 8);
     Sums<kWords> sum;
     for (std::size_t i = 0; i < count; ++i) {
-        sum.add(notes[i], 1);
+        sum.add(differences[i], 1);
         dest[i] = chart.ColourIndex[(mean_of(sum.channel(0)) * 32 + mean_of(sum.channel(1))) * 32 +
                                     mean_of(sum.channel(2))];
     }

@@ -6,12 +6,12 @@
 #include <cstdio>
 #include <cstring>
 
-/// The decoder of a scan line. With n bits per pixel a scan line is
+/// The decoder of a scan line. With n bits per pixel, a scan line is
 ///
-///     line number    one byte or more, bit 7 set in all but the last; its value does not matter
+///     line number    one byte or more, bit 7 set in all but the last; its value is ignored
 ///     runs           colour and length of each run, left to right, until the line is full
 ///
-/// and a run, its length being one above its value, is
+/// and a run, whose length is its value plus one, is
 ///
 ///     first byte     bit 7          another byte follows
 ///                    next n bits    colour index                           ColourMask, ColourShift
@@ -24,8 +24,8 @@ constexpr unsigned kContinued = 0x80;
 constexpr unsigned kGroupMask = 0x7F;
 constexpr int kGroupBits = 7;
 
-/// What every read past the end of the file gives: all bits of colour and value, and no continuation.
-constexpr unsigned char kByteBehindEnd = 0x7F;
+/// Every byte past the end of the file: all bits of colour and value, and no continuation.
+constexpr unsigned char kBytePastEnd = 0x7F;
 
 /// How colour and value share the first byte of a run.
 struct RunCoding {
@@ -36,12 +36,12 @@ struct RunCoding {
 
 struct Run {
     unsigned char colour;
-    std::uint32_t length;  ///< pixels, 1 to 2147483648; a longer one is held there
+    std::uint32_t length;  ///< pixels, 1 to 2147483648; longer runs are cut to that
 };
 
-/// The bytes of a file in pieces, so that a byte costs neither a call nor a lock, and a line that begins
-/// where the one before it ended no seek. Two bytes that begin a long run stand behind each piece, so that
-/// looking ahead asks for no end.
+/// Reads a file in pieces, so that a byte costs no call and no lock, and a line that begins at the end of the
+/// previous one costs no seek. Two bytes that begin a long run follow each piece, so that looking ahead needs
+/// no test for its end.
 class Pieces {
 public:
     struct Span {
@@ -49,14 +49,14 @@ public:
         const unsigned char* end;
     };
 
-    /// @param end    offset at which the next reader will begin; reading ends there where it can, so that
-    ///               going on needs no seek
-    /// @param ahead  bytes to read at once where that offset does not lie ahead
-    // cppcheck-suppress uninitMemberVar ; scratch, of which only what was written is read
+    /// @param end    offset at which the next reader will begin; reading stops there if possible, so that the
+    ///               next reader needs no seek
+    /// @param ahead  bytes to read at once if that offset is not ahead
+    // cppcheck-suppress uninitMemberVar ; scratch, read only after it was written
     explicit Pieces(std::FILE* file, std::int32_t end = 0, std::int64_t ahead = 1)
         : file_(file), end_(end), ahead_(ahead) {}
 
-    /// What is at hand from an offset on. An offset that no file has is its end.
+    /// The bytes in memory from an offset on. An offset outside the file counts as its end.
     Span at(std::int32_t offset) {
         if (offset >= begin_ && offset < begin_ + count_)
             return {bytes_ + (offset - begin_), bytes_ + count_};
@@ -69,12 +69,12 @@ public:
         return next();
     }
 
-    /// What follows, from where the file stands; never ends.
+    /// The next bytes, from the current position of the file; without an end.
     Span next() {
         begin_ += count_;
         const std::int64_t size = end_ > begin_ ? std::min(end_ - begin_, kLargest) : ahead_;
         count_ = static_cast<std::int64_t>(std::fread(bytes_, 1, static_cast<std::size_t>(size), file_));
-        if (count_ == 0) std::memset(bytes_, kByteBehindEnd, static_cast<std::size_t>(size));
+        if (count_ == 0) std::memset(bytes_, kBytePastEnd, static_cast<std::size_t>(size));
         const std::int64_t count = count_ > 0 ? count_ : size;
         bytes_[count] = bytes_[count + 1] = kContinued;
         return {bytes_, bytes_ + count};
@@ -91,15 +91,15 @@ private:
     unsigned char bytes_[kLargest + 2];
 };
 
-/// Runs that stand side by side.
+/// Consecutive runs.
 struct Runs {
     std::size_t bytes;
-    std::int64_t length;  ///< pixels of all
+    std::int64_t length;  ///< pixels of all runs
 };
 
-/// The whole runs in the next eight bytes, the first of them lowest; none where one of them has three bytes
-/// or more. Masks tell which bytes begin a run and which are the second of one; what they add to the length
-/// is summed in lanes of 16 bits, and a multiplication adds up the lanes.
+/// The complete runs in the next eight bytes, the first byte lowest; none if one of them has three bytes or
+/// more. Masks select the first and the second bytes of runs; their parts of the length are added in lanes of
+/// 16 bits, and a multiplication adds the lanes.
 inline Runs runs_of(std::uint64_t bytes, const RunCoding& coding) {
     constexpr std::uint64_t kEach = UINT64_C(0x0101010101010101);
     constexpr std::uint64_t kEven = UINT64_C(0x00FF00FF00FF00FF);
@@ -107,7 +107,7 @@ inline Runs runs_of(std::uint64_t bytes, const RunCoding& coding) {
     const std::uint64_t more = bytes >> kGroupBits & kEach;
     const std::uint64_t second = more << 8;
     if ((more & second) != 0) return {0, 0};
-    const std::uint64_t cut = more >> 56;  // the last byte begins a run that ends behind it
+    const std::uint64_t cut = more >> 56;  // the last byte begins a run that ends after it
     const std::uint64_t first = kEach ^ second ^ cut << 56;
     const std::uint64_t tops = bytes & first * coding.run_mask;
     const std::uint64_t high = tops & more * 0xFF;  // of two bytes
@@ -117,7 +117,7 @@ inline Runs runs_of(std::uint64_t bytes, const RunCoding& coding) {
     return {static_cast<std::size_t>(8 - cut), static_cast<std::int64_t>(sums * kLanes >> 48)};
 }
 
-/// Bytes and runs out of pieces. It stands apart from them so that its two pointers can stay in registers.
+/// Bytes and runs from pieces. A class of its own, so that its two pointers stay in registers.
 class PieceBytes {
 public:
     PieceBytes(Pieces& pieces, Pieces::Span span) : pieces_(pieces), span_(span) {}
@@ -132,9 +132,8 @@ public:
         }
     }
 
-    /// Most runs are one byte or two, as good as at random, so that a branch between the two would be guessed
-    /// wrong a third of the time: it is arithmetic instead, which takes lines with runs of 20 pixels from 10
-    /// to 4 ns a run.
+    /// Most runs have one byte or two, almost at random, so a branch between the two would be mispredicted in
+    /// a third of the cases. Arithmetic instead takes lines with runs of 20 pixels from 10 to 4 ns per run.
     Run next_run(const RunCoding& coding) {
         const unsigned first = span_.begin[0];
         const unsigned second = span_.begin[1];
@@ -146,8 +145,8 @@ public:
             return {static_cast<unsigned char>((first & coding.colour_mask) >> coding.colour_shift),
                     value + 1};
         }
-        // A longer run, or one that the piece does not hold whole. Beyond this another group would pass 31
-        // bits.
+        // A longer run, or one that is not completely in the piece. Above this limit, one more group would
+        // need over 31 bits.
         constexpr std::uint32_t kLongestToGrow = 0x7FFFFFFF >> kGroupBits;
 
         unsigned byte = next();
@@ -160,8 +159,9 @@ public:
         return {static_cast<unsigned char>(colour), value + 1};
     }
 
-    /// Passes runs that hold fewer pixels than this together, as many as eight bytes at a time can tell, and
-    /// gives how many pixels they hold.
+    /// Skips runs in steps of eight bytes, as long as their sum stays below `pixels`.
+    ///
+    /// @return  their pixels
     std::int64_t pass_runs(std::int64_t pixels, const RunCoding& coding) {
         std::int64_t passed = 0;
         while (span_.end - span_.begin >= 8) {

@@ -13,12 +13,12 @@ using zellap10::chart::PieceBytes;
 using zellap10::chart::Pieces;
 using zellap10::chart::Run;
 
-// Pixels that may change behind a run. A short run, as nearly all are, is stores of a fixed size then, and so
-// is one of medium length: what guesses about lengths cost is more than what the stores cost.
+// Pixels after a run that may change. Short runs, which are most, and medium ones are then stores of a fixed
+// size, which cost less than mispredicted branches on the length.
 constexpr std::size_t kShortRun = 64;
 constexpr std::size_t kSpare = 256;
 
-// Sets `length` pixels. Where there is room for kSpare, all of these may change.
+// Sets `length` pixels. If there is room for kSpare pixels, all of these may change.
 void fill_run(unsigned char* dest, std::size_t length, std::size_t room, unsigned char colour) {
     std::size_t filled = 0;
     if (room >= kSpare) {
@@ -52,14 +52,15 @@ void CZellap::vNextCRL(int* colour, int* runLength) {
 int CZellap::getLine(int line, unsigned char* dest) {
     if (!zellap10::chart::is_inside(*this, line, 1, 0, 0)) return 0;
     if (Width <= 0) return 1;
-    // The caller must see no pixels but those of whole runs: they wait here, where there is room behind them,
-    // and are handed on in large pieces.
+    // If a run goes past Width, dest must not change after the runs before it. So fill_run, which writes past
+    // the end of a run, writes to this buffer, which is copied to dest in large pieces. The copy takes a
+    // fifth of the time of a line with runs of 180 pixels, and a twelfth with runs of 20.
     constexpr std::size_t kSize = 2048;
     unsigned char pixels[kSize + kSpare];
     std::size_t used = 0;
     unsigned char* next = dest;
-    const auto hand_on = [&] {
-        std::memcpy(next, pixels, used);  // cppcheck-suppress legacyUninitvar ; what was written
+    const auto flush = [&] {
+        std::memcpy(next, pixels, used);  // cppcheck-suppress legacyUninitvar ; only what was written
         next += used;
         used = 0;
     };
@@ -68,7 +69,7 @@ int CZellap::getLine(int line, unsigned char* dest) {
         whole = run.length == count;
         if (!whole) return;
         if (count > kSize - used) {
-            hand_on();
+            flush();
             if (count > kSize) {
                 std::memset(next, run.colour, count);
                 next += count;
@@ -78,7 +79,7 @@ int CZellap::getLine(int line, unsigned char* dest) {
         fill_run(pixels + used, count, kSpare, run.colour);
         used += count;
     });
-    hand_on();
+    flush();
     return whole;
 }
 
@@ -86,7 +87,7 @@ int CZellap::getMultiLines(int firstLine, int lineCount, int firstCol, int colCo
     if (!zellap10::chart::is_inside(*this, firstLine, lineCount, firstCol, colCount)) return 0;
     if (lineCount <= 0 || colCount <= 0) return 1;
     LineReader reader(*this, firstLine + lineCount);
-    // A line may spill into those behind it, which are still to come.
+    // A fill may write into the next lines, which are decoded later.
     std::size_t room = static_cast<std::size_t>(colCount) * static_cast<std::size_t>(lineCount);
     for (int line = firstLine; line < firstLine + lineCount; ++line) {
         reader.read(line, firstCol, colCount, [&](const Run& run, std::size_t count) {

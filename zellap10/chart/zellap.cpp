@@ -20,7 +20,7 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
 
     if (path == nullptr) return 0;
     Path = path;
-    path = Path;  // what was given may be a text of this object, which goes
+    path = Path;  // the argument may be a text of this object, which may change below
     try {
         if (!zellap10::platform::open_for_reading(TextStream, path)) return 0;
         const Header header = read_header(*this);
@@ -31,7 +31,7 @@ int CZellap::OpenZellap(const char* path, int infoOnly) {
             file.reset(std::fopen(path, "rb"));
             if (file == nullptr || !read_binary_part(file.get(), header.height, part)) return 0;
         }
-        // Nothing was changed up to here, and nothing is refused from here on.
+        // Only Path has changed so far. From here on, the open cannot return 0.
         take_header(header, infoOnly, *this);
         BaseRec.ReadGEO(georeference_path(path).c_str(), infoOnly);
         if (infoOnly != 0) return 1;

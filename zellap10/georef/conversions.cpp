@@ -1,7 +1,6 @@
 #include "zellap10/georef/conversions.h"
 
-// The record names longitude first and the projections latitude first; the order changes here and nowhere
-// else.
+// Records take longitude first, projections latitude first. The order changes only in this file.
 
 void zellap10::georef::to_plane(const CGEORec& record, int code, const PPARMS& parms, double lon, double lat,
                                 double* x, double* y) {

@@ -4,8 +4,7 @@
 
 namespace zellap10::georef {
 
-/// A position in a record's own frame to the plane of a projection: the record's offsets are added, and the
-/// order changes from longitude first to latitude first.
+/// Converts a position in the chart's own datum, plus the record's offsets, to the plane of a projection.
 void to_plane(const CGEORec& record, int code, const PPARMS& parms, double lon, double lat, double* x,
               double* y);
 

@@ -8,17 +8,16 @@
 #include <zellap10/platform/text_compare.h>
 #include <zellap10/platform/text_reader.h>
 
-// A georeference file is text, an entry a line:
+// A georeference file is text, one entry per line:
 //
-//     Name=Example Bay                  text, all that stands behind the first "="
+//     Name=Example Bay                  text, everything after the first "="
 //     Latitude Offset=0.0002            a number
 //     Vertex1=42.5 -71.0                latitude and longitude
 //     Point1=-71.0 42.5 100 200         longitude, latitude, pixel row, pixel column
-//     [Inset 1]                         what follows is of a new inset
+//     [Inset 1]                         a new inset, to which the next entries belong
 //
-// A line counts for the first key of the table that it begins with, whatever stands between the key and the
-// "=". All other lines, and entries without an "=", are passed over. A last line without a line end is
-// dropped.
+// A line is an entry for the first key of the table that it begins with, whatever is between the key and the
+// "=". Other lines, entries without an "=" and a last line without a line end are ignored.
 
 namespace {
 
@@ -29,7 +28,7 @@ using zellap10::platform::TextScanner;
 constexpr std::size_t kLongestLine = 511;
 constexpr char kInset[] = "[Inset";
 
-// Far more than a picture has room for. A record takes over 3 KiB, and seven bytes of a file make one.
+// Far more than a chart has room for. Seven bytes of a file are enough for a record, which takes over 3 KiB.
 constexpr int kMostInsets = 10000;
 
 template <class Element>
@@ -38,7 +37,7 @@ Element& append(CList<Element*, Element*>& list, std::unique_ptr<Element> elemen
     return *element.release();
 }
 
-// An entry taken apart at its first "=".
+// An entry, split at its first "=".
 struct Entry {
     std::string label;
     const char* value;
@@ -78,7 +77,7 @@ struct Key {
     void (*read)(CGEORec& record, const Entry& entry);
 };
 
-// In the order of comparison: a longer key stands in front of one that it begins with.
+// In the order of comparison: a longer key comes before a key that is its prefix.
 // clang-format off
 constexpr Key kKeys[] = {
     {"Bitmap",                      set_text<&CGEORec::Bitmap>},

@@ -1,7 +1,7 @@
 #include <zellap10/georef/geo_record.h>
 
-// A chart over the 180th meridian is fitted with its positive longitudes moved down by a turn, so that
-// longitudes grow from its left edge to its right.
+// On a chart across the 180th meridian, the fit uses positive longitudes reduced by 360, so that longitudes
+// increase from the left edge to the right edge.
 
 namespace {
 

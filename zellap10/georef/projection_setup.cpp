@@ -11,11 +11,11 @@ namespace {
 
 namespace fit = zellap10::fit;
 
-// The datum row whose ellipsoid every chart's record is set up on.
+// The datum row whose ellipsoid every record uses.
 constexpr int kRecordDatum = 17;
 
 struct ProjectionName {
-    const char* front;  // of the text that names it
+    const char* front;  // of the entry
     int code;
 };
 
@@ -30,7 +30,7 @@ int code_of(const char* name) {
     return 0;
 }
 
-// The number of a text; the other value for an empty text, but not for a blank one.
+// The number of a text, or the other value if the text is empty. A blank text is 0.
 double number_or(const CString& text, double otherwise) {
     return text.IsEmpty() ? otherwise : zellap10::platform::number_of(text);
 }

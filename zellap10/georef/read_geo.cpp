@@ -10,10 +10,10 @@ namespace {
 
 using zellap10::platform::whole_number;
 
-// Pixels around the points of an inset that belong to it.
+// Pixels around the points of an inset that belong to it as well.
 constexpr int kInsetMargin = 80;
 
-// The pixels of the points and a margin around them, not clipped to the picture; zeros without a point.
+// See CGEORec::InsetRect.
 PixelRect rect_of(const CRefPointList& points) {
     if (points.IsEmpty()) return {};
     using Limits = std::numeric_limits<int>;
@@ -27,7 +27,8 @@ PixelRect rect_of(const CRefPointList& points) {
             moved(rect.bottom, kInsetMargin)};
 }
 
-// Fits a record and gives its vertices their pixels.
+// Fits a record and sets the pixels of its vertices. They are truncated here, but ReadHeader adds 0.5 first
+// (header.cpp). The interface defines both. After an open, the truncated pixels remain.
 void fit_record(CGEORec& record) {
     record.solvepoly();
     for (CRefPoint* vertex : record.Vertices) {

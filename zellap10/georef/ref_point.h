@@ -5,7 +5,7 @@
 /// A point of a georeference record: a pixel, a position and a name.
 class ZELLAP10_API CRefPoint {
 public:
-    /// No name, all else 0.
+    /// No name; all numbers are 0.
     CRefPoint();
 
     /// @param name                 a text, or null for an empty one
@@ -16,18 +16,17 @@ public:
     /// Copies all five fields.
     CRefPoint(const CRefPoint& other);
 
-    /// Copies all five fields; a point assigned to itself stays as it is.
+    /// Copies all five fields; a point may be assigned to itself.
     CRefPoint& operator=(const CRefPoint& other);
 
-    /// An object of a derived class may be deleted through a pointer to its CRefPoint.
     virtual ~CRefPoint();
 
-    CString Name;            ///< the text of the file's line in front of its "="
+    CString Name;            ///< the text before the "=" of its line
     int X = 0;               ///< pixel column
     int Y = 0;               ///< pixel row
     double Longitude = 0.0;  ///< DEGREES, east positive
     double Latitude = 0.0;   ///< DEGREES, north positive
 };
 
-/// Pointers to points, which the list does not own.
+/// Pointers to points; the list does not own them.
 using CRefPointList = CList<CRefPoint*, CRefPoint*>;
