@@ -19,10 +19,9 @@ namespace {
 using zellap10::plotter::Argb;
 using zellap10::plotter::Catalogue;
 using zellap10::plotter::colours_of;
-using zellap10::plotter::pixel_of;
+using zellap10::plotter::Georeference;
 using zellap10::plotter::Position;
-using zellap10::plotter::position_of;
-using zellap10::plotter::Window;
+using zellap10::plotter::Viewport;
 
 // A chart of two degrees by two with 16 points.
 void fit(CGEORec& record, const char* projection) {
@@ -40,15 +39,16 @@ template <class Use>
 void at_positions(benchmark::State& state, const char* projection, Use use) {
     CGEORec record;
     fit(record, projection);
+    const Georeference georeference = Georeference::from(record).value();
     double step = 0.0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(use(record, Position{42 - step, -70 + step}));
+        benchmark::DoNotOptimize(use(record, georeference, Position{42 - step, -70 + step}));
         step = step < 2 ? step + 1e-4 : 0;
     }
 }
 
 void wpxy(benchmark::State& state, const char* projection) {
-    at_positions(state, projection, [](const CGEORec& record, Position position) {
+    at_positions(state, projection, [](const CGEORec& record, const Georeference&, Position position) {
         double x = 0.0;
         double y = 0.0;
         record.wpxy(position.longitude, position.latitude, &x, &y);
@@ -57,13 +57,14 @@ void wpxy(benchmark::State& state, const char* projection) {
 }
 
 void plotter_pixel_of(benchmark::State& state, const char* projection) {
-    at_positions(state, projection,
-                 [](const CGEORec& record, Position position) { return pixel_of(record, position)->x; });
+    at_positions(state, projection, [](const CGEORec&, const Georeference& georeference, Position position) {
+        return georeference.pixel_of(position)->x;
+    });
 }
 
 void plotter_position_of(benchmark::State& state, const char* projection) {
-    at_positions(state, projection, [](const CGEORec& record, Position position) {
-        return position_of(record, {1e4 * (position.longitude + 70), 1e4 * (42 - position.latitude)})
+    at_positions(state, projection, [](const CGEORec&, const Georeference& georeference, Position position) {
+        return georeference.position_of({1e4 * (position.longitude + 70), 1e4 * (42 - position.latitude)})
             ->latitude;
     });
 }
@@ -135,7 +136,7 @@ void catalogue_500_files(benchmark::State& state) {
     const Charts charts;
     for (auto _ : state) {
         Catalogue catalogue;
-        if (catalogue.add_folder(charts.folder()) != kFiles) state.SkipWithError("charts are missing");
+        if (catalogue.add_folder(charts.folder()).added != kFiles) state.SkipWithError("charts are missing");
     }
 }
 BENCHMARK(catalogue_500_files)->Unit(benchmark::kMillisecond);
@@ -214,12 +215,12 @@ BENCHMARK(window_lines)->Arg(1)->Arg(2)->Arg(kMostReduced)->Unit(benchmark::kMil
 
 void window_drawn(benchmark::State& state) {
     WindowChart chart;
-    const Window window{0, 0, static_cast<int>(state.range(0))};
+    const Viewport viewport{0, 0, static_cast<int>(state.range(0)), kWindowWidth, kWindowHeight};
     const auto colours = colours_of(chart);
     std::vector<Argb> pixels(kWindowWidth * kWindowHeight);
     for (auto _ : state) {
-        if (!draw_window(chart, window, colours, 0,
-                         {pixels.data(), kWindowWidth, kWindowHeight, kWindowWidth * 4}))
+        if (!draw_viewport(chart, viewport, colours, 0,
+                           {pixels.data(), kWindowWidth, kWindowHeight, kWindowWidth * 4}))
             state.SkipWithError("the chart cannot be read");
     }
 }

@@ -26,9 +26,9 @@ using viewer::Camera;
 using viewer::Command;
 using viewer::View;
 
-constexpr viewer::Size kChart{16000, 12000};
-constexpr viewer::Size kWindow{1920, 1080};
-constexpr viewer::Spot kMiddle{kWindow.width / 2.0, kWindow.height / 2.0};
+constexpr viewer::ScreenSize kChart{16000, 12000};
+constexpr viewer::ScreenSize kWindow{1920, 1080};
+constexpr viewer::ScreenPixel kMiddle{kWindow.width / 2.0, kWindow.height / 2.0};
 constexpr int kPan = 40;         // pixels a frame
 constexpr int kFramesAWay = 60;  // right, down, left and up again
 constexpr int kRounds = 3;       // of which the best counts: other programs take their share of the others
@@ -138,7 +138,7 @@ Frames pan(const std::string& path, int step) {
     go_to_step(view, step);
     view.do_command(Command::kGrid);
     view.do_command(Command::kPoints);
-    for (const viewer::Spot spot : {viewer::Spot{300, 300}, {900, 700}, {1500, 400}}) {
+    for (const viewer::ScreenPixel spot : {viewer::ScreenPixel{300, 300}, {900, 700}, {1500, 400}}) {
         view.press(viewer::Button::kLeft, spot);
         view.release(viewer::Button::kLeft, spot);
     }
@@ -147,8 +147,8 @@ Frames pan(const std::string& path, int step) {
     std::vector<double> times;
     int incomplete = 0;
     Clock::time_point next = Clock::now();
-    for (const viewer::Spot way : {viewer::Spot{-kPan, 0}, {0, -kPan}, {kPan, 0}, {0, kPan}}) {
-        viewer::Spot pointer = kMiddle;
+    for (const viewer::ScreenPixel way : {viewer::ScreenPixel{-kPan, 0}, {0, -kPan}, {kPan, 0}, {0, kPan}}) {
+        viewer::ScreenPixel pointer = kMiddle;
         view.press(viewer::Button::kLeft, pointer);
         for (int i = 0; i < kFramesAWay; ++i) {
             pointer = {pointer.x + way.x, pointer.y + way.y};

@@ -6,7 +6,7 @@
 
 using namespace zellap10::plotter;
 
-// Fills a picture of 800 by 600 pixels with a chart at half its size, and tells where its middle lies.
+// Draws a chart at half its size into a bitmap of 800 by 600 pixels, and prints the position of its centre.
 int main(int argc, char** argv) {
     if (argc != 2) return 2;
     CZellap chart;
@@ -16,13 +16,14 @@ int main(int argc, char** argv) {
         return 1;
     }
     std::vector<Argb> pixels(800 * 600);
-    const Window window{100, 100, 2};  // 100 of its pixels right of and below the chart's corner
-    draw_window(chart, window, colours_of(chart, Light::kDusk), 0xFF000000,
-                {pixels.data(), 800, 600, 800 * 4});
+    const Viewport viewport{100, 100, 2, 800, 600};  // from chart pixel 200, 200 on
+    const Bitmap bitmap{pixels.data(), 800, 600, 800 * 4};
+    draw_viewport(chart, viewport, colours_of(chart, ColourScheme::kDusk), 0xFF000000, bitmap);
 
-    const Pixel middle = window.on_chart({399.5, 299.5});
-    const CGEORec& record = record_at(*chart.GetBaseGeoRec(), middle);  // that of an inset where there is one
-    const auto position = position_of(record, middle);
-    if (position) std::printf("%s in WGS 84\n", position_text(to_wgs84(record, *position)).c_str());
+    const Sheet sheet(*chart.GetBaseGeoRec(), chart.GetDocumentSize());
+    const ChartPixel centre = viewport.to_chart({399.5, 299.5});
+    const auto georeference = sheet.georeference_at(centre);  // of an inset if there is one
+    const auto position = georeference ? georeference->position_of(centre) : std::nullopt;
+    if (position) std::printf("%s in WGS 84\n", format_position(*position).c_str());
     return 0;
 }

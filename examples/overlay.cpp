@@ -5,16 +5,18 @@
 #include <limits>
 #include <optional>
 
+#include <zellap10/plotter/georeference.h>
 #include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/route.h>
 
 namespace {
 
 using zellap10::plotter::Extent;
+using zellap10::plotter::Georeference;
 using zellap10::plotter::Outline;
 using zellap10::plotter::outline_of;
-using zellap10::plotter::Pixel;
 using zellap10::plotter::Position;
+using zellap10::plotter::ScreenPixel;
 
 constexpr int kPieces = 96;  // of a meridian or a parallel
 constexpr int kPiecesOfLeg = 800;
@@ -39,16 +41,17 @@ constexpr Pen kOutlinePen = {0.94, 0.51, 0, 1.5};
 constexpr Pen kPointPen = {0, 0.59, 0.24, 2};
 constexpr Pen kRoutePen = {0.12, 0.24, 0.86, 3};
 
-// Draws by one record.
+// Draws by one georeference, in the chart's own datum.
 class Plot {
 public:
-    Plot(Image& image, const CGEORec& record) : image_(image), cairo_(image.cairo()), record_(record) {}
+    Plot(Image& image, const Georeference& georeference)
+        : image_(image), cairo_(image.cairo()), georeference_(georeference) {}
 
     // Broken where a position has no place.
     void line(const std::vector<Position>& positions, const Pen& pen) {
         bool drawing = false;
         for (const Position& position : positions) {
-            const std::optional<Pixel> spot = spot_of(position);
+            const std::optional<ScreenPixel> spot = spot_of(position);
             if (spot && drawing) cairo_line_to(cairo_, spot->x, spot->y);
             if (spot && !drawing) cairo_move_to(cairo_, spot->x, spot->y);
             drawing = spot.has_value();
@@ -57,7 +60,7 @@ public:
     }
 
     void ring(const Position& position, double radius, const Pen& pen) {
-        const std::optional<Pixel> spot = spot_of(position);
+        const std::optional<ScreenPixel> spot = spot_of(position);
         if (!spot) return;
         cairo_arc(cairo_, spot->x, spot->y, radius, 0, kTurn);
         stroke(pen);
@@ -65,12 +68,12 @@ public:
 
 private:
     // In cairo's coordinates, which count from the corner of a pixel and not from its middle.
-    std::optional<Pixel> spot_of(const Position& position) const {
-        const std::optional<Pixel> pixel = pixel_of(record_, position);
+    std::optional<ScreenPixel> spot_of(const Position& position) const {
+        const auto pixel = georeference_.pixel_of_chart_datum(position);
         if (!pixel) return {};
-        const Pixel spot = image_.window().on_picture(*pixel);
+        const ScreenPixel spot = image_.window().to_screen(*pixel);
         if (!(std::fabs(spot.x) < kFarAway && std::fabs(spot.y) < kFarAway)) return {};
-        return Pixel{spot.x + 0.5, spot.y + 0.5};
+        return ScreenPixel{spot.x + 0.5, spot.y + 0.5};
     }
 
     void stroke(const Pen& pen) {
@@ -82,7 +85,7 @@ private:
 
     Image& image_;
     cairo_t* cairo_;
-    const CGEORec& record_;
+    const Georeference& georeference_;
 };
 
 void draw_grid(Plot& plot, const Extent& extent, double step) {
@@ -111,11 +114,9 @@ void draw_outline(Plot& plot, std::vector<Position> corners) {
 }
 
 // What of a route in WGS 84 the outline covers.
-void draw_route(Plot& plot, const CGEORec& record, const Outline& outline,
-                const std::vector<Waypoint>& route) {
+void draw_route(Plot& plot, const Georeference& georeference, const std::vector<Waypoint>& route) {
     const auto placed = [&](const Position& wgs84) {
-        const Position position = from_wgs84(record, wgs84);
-        return outline.covers(position) ? position : kNowhere;
+        return georeference.covers(wgs84) ? georeference.to_chart_datum(wgs84) : kNowhere;
     };
     for (std::size_t i = 0; i < route.size(); ++i) {
         plot.ring(placed(route[i].position), kWaypointRadius, kRoutePen);
@@ -127,19 +128,21 @@ void draw_route(Plot& plot, const CGEORec& record, const Outline& outline,
 }
 
 void draw_record(Image& image, const CGEORec& record, const std::vector<Waypoint>& route) {
-    Plot plot(image, record);
-    const Outline outline = outline_of(record);
+    const auto georeference = Georeference::from(record);
+    if (!georeference) return;
+    Plot plot(image, *georeference);
+    const Outline& outline = georeference->chart_datum_outline();
     if (const auto extent = outline.extent()) draw_grid(plot, *extent, grid_step(record) / 60.0);
     draw_outline(plot, outline.corners);
     for (const CRefPoint* point : record.Points)
         plot.ring({point->Latitude, point->Longitude}, kRingRadius, kPointPen);
-    draw_route(plot, record, outline, route);
+    draw_route(plot, *georeference, route);
 }
 
 // Adds a rectangle of the chart to cairo's path.
 void add_rectangle(Image& image, const PixelRect& rect) {
-    const Pixel upper_left = image.window().on_picture({rect.left - 0.5, rect.top - 0.5});
-    const Pixel lower_right = image.window().on_picture({rect.right - 0.5, rect.bottom - 0.5});
+    const ScreenPixel upper_left = image.window().to_screen({rect.left - 0.5, rect.top - 0.5});
+    const ScreenPixel lower_right = image.window().to_screen({rect.right - 0.5, rect.bottom - 0.5});
     cairo_rectangle(image.cairo(), upper_left.x + 0.5, upper_left.y + 0.5, lower_right.x - upper_left.x,
                     lower_right.y - upper_left.y);
 }
@@ -147,7 +150,7 @@ void add_rectangle(Image& image, const PixelRect& rect) {
 }  // namespace
 
 double grid_step(const CGEORec& record) {
-    const Extent extent = outline_of(record).extent().value_or(Extent{});
+    const Extent extent = outline_of(record, zellap10::plotter::Datum::kChart).extent().value_or(Extent{});
     const double longer = 60 * std::max(extent.width, extent.north - extent.south);
     for (const double minutes : {60.0, 30.0, 10.0, 5.0, 1.0, 0.5}) {
         if (longer / minutes >= kFewestLines) return minutes;

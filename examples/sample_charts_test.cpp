@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <zellap10/plotter/position.h>
+#include <zellap10/plotter/georeference.h>
 #include <zellap10/zellap10.h>
 
 namespace {
@@ -55,7 +55,10 @@ void open(CZellap& chart, const ChartRow& row) {
 class Grid {
 public:
     Grid(CZellap& chart, const CGEORec& record, const ChartRow& row)
-        : chart_(chart), record_(record), row_(row) {
+        : chart_(chart),
+          record_(record),
+          georeference_(zellap10::plotter::Georeference::from(record).value()),
+          row_(row) {
         GetPaletteEntries(chart.GetPaletteHandle(), 0, 256, palette_);
         for (const CRefPoint* vertex : record.Vertices) {
             const double lon =
@@ -82,7 +85,7 @@ public:
 
 private:
     void look_at(double lat, double lon) {
-        const auto pixel = zellap10::plotter::pixel_of(record_, {lat, lon});
+        const auto pixel = georeference_.pixel_of_chart_datum({lat, lon});
         ASSERT_TRUE(pixel) << lat << ", " << lon;
         const int column = static_cast<int>(std::lround(pixel->x));
         const int line = static_cast<int>(std::lround(pixel->y));
@@ -112,6 +115,7 @@ private:
 
     CZellap& chart_;
     const CGEORec& record_;
+    const zellap10::plotter::Georeference georeference_;
     const ChartRow& row_;
     PALETTEENTRY palette_[256] = {};
     double west_ = 1e9;
@@ -129,8 +133,9 @@ void expect_record(CZellap& chart, const CGEORec& record, const ChartRow& row) {
     EXPECT_EQ(record.Wraps180, row.wraps);
     EXPECT_EQ(record.Insets.GetCount(), row.insets);
     EXPECT_EQ(record.Points.GetCount(), row.points);
+    const auto georeference = zellap10::plotter::Georeference::from(record).value();
     for (const CRefPoint* point : record.Points) {
-        const auto pixel = zellap10::plotter::pixel_of(record, {point->Latitude, point->Longitude}).value();
+        const auto pixel = georeference.pixel_of_chart_datum({point->Latitude, point->Longitude}).value();
         EXPECT_NEAR(pixel.x, point->X, row.most_pixels) << point->Name;
         EXPECT_NEAR(pixel.y, point->Y, row.most_pixels) << point->Name;
         double x = 0;
@@ -173,8 +178,9 @@ TEST(SampleCharts, HaveAHarbourPlanThatIsTooSmallForWpxy) {
     const CGEORec& plan = **(chart.GetBaseGeoRec()->Insets.begin() + kHarbour);
     const CRefPoint& corner = **plan.Points.begin();
     EXPECT_GT(std::fabs(plan.wpy(corner.Longitude, corner.Latitude) - corner.Y), 300.0);
-    const auto across = zellap10::plotter::pixel_of(plan, {51.11, 1.33}).value();
-    const auto there = zellap10::plotter::position_of(plan, {across.x, across.y - 2000 / 2.5}).value();
+    const auto georeference = zellap10::plotter::Georeference::from(plan).value();
+    const auto across = georeference.pixel_of_chart_datum({51.11, 1.33}).value();
+    const auto there = georeference.chart_datum_position_of({across.x, across.y - 2000 / 2.5}).value();
     EXPECT_NEAR((there.latitude - 51.11) * 111120, 2000, 10) << "2 km are 800 pixels of 2.5 m";
 }
 

@@ -10,12 +10,13 @@
 
 #include <gtest/gtest.h>
 
-#include <zellap10/plotter/position.h>
+#include <zellap10/plotter/georeference.h>
 #include <zellap10/zellap10.h>
 
 namespace {
 
-using zellap10::plotter::Pixel;
+using zellap10::plotter::ChartPixel;
+using zellap10::plotter::Georeference;
 using zellap10::plotter::Position;
 
 constexpr int kBase = -1;  // the chart itself, not one of its insets
@@ -41,6 +42,7 @@ public:
         EXPECT_EQ(chart_.getMultiLines(0, size_.cy, 0, size_.cx, indexes_.data()), 1);
         record_ = chart_.GetBaseGeoRec();
         if (inset != kBase) record_ = *(record_->Insets.begin() + inset);
+        georeference_ = Georeference::from(*record_);
         for (const CRefPoint* vertex : record_->Vertices) {
             south_west_.latitude = std::min(south_west_.latitude, vertex->Latitude);
             south_west_.longitude = std::min(south_west_.longitude, vertex->Longitude);
@@ -55,24 +57,20 @@ public:
         return std::stod(static_cast<const char*>(record_->Scale)) * 0.0254 / chart_.DU;
     }
 
-    Position wgs84_of(Pixel pixel) const {
-        return to_wgs84(*record_, zellap10::plotter::position_of(*record_, pixel).value());
-    }
+    Position wgs84_of(ChartPixel pixel) const { return georeference_->position_of(pixel).value(); }
 
-    Pixel pixel_of(Position wgs84) const {
-        return zellap10::plotter::pixel_of(*record_, from_wgs84(*record_, wgs84)).value();
-    }
+    ChartPixel pixel_of(Position wgs84) const { return georeference_->pixel_of(wgs84).value(); }
 
     // Whether a position is on the chart, outside its insets and `margin` degrees inside its neat line.
     bool shows(Position wgs84, double margin) const {
-        const Position position = from_wgs84(*record_, wgs84);
+        const Position position = georeference_->to_chart_datum(wgs84);
         if (position.latitude < south_west_.latitude + margin ||
             position.latitude > north_east_.latitude - margin ||
             position.longitude < south_west_.longitude + margin ||
             position.longitude > north_east_.longitude - margin) {
             return false;
         }
-        const Pixel pixel = pixel_of(wgs84);
+        const ChartPixel pixel = pixel_of(wgs84);
         return std::none_of(record_->Insets.begin(), record_->Insets.end(), [&](const CGEORec* inset) {
             const PixelRect& rect = inset->InsetRect;
             return pixel.x >= rect.left && pixel.x <= rect.right && pixel.y >= rect.top &&
@@ -117,6 +115,7 @@ private:
 
     CZellap chart_;
     const CGEORec* record_ = nullptr;
+    std::optional<Georeference> georeference_;
     CSize size_;
     std::vector<unsigned char> indexes_;
     Position south_west_ = {90, 180};
@@ -146,7 +145,7 @@ public:
 
 private:
     // The pixel of the finer chart, if both charts show the position.
-    std::optional<Pixel> place_of(int column, int row) const {
+    std::optional<ChartPixel> place_of(int column, int row) const {
         const Position wgs84 = coarse_.wgs84_of({static_cast<double>(column), static_cast<double>(row)});
         if (!coarse_.shows(wgs84, margin_) || !fine_.shows(wgs84, margin_)) return {};
         return fine_.pixel_of(wgs84);
@@ -155,7 +154,7 @@ private:
     void append_around(int column, int row) {
         for (int y = row - kReach; y <= row + kReach; y += 2) {
             for (int x = column - kReach; x <= column + kReach; x += 2) {
-                const std::optional<Pixel> place = place_of(x, y);
+                const std::optional<ChartPixel> place = place_of(x, y);
                 if (!place) continue;
                 samples_.push_back({coarse_.land_around(x, y, 1), static_cast<int>(std::lround(place->x)),
                                     static_cast<int>(std::lround(place->y))});

@@ -40,28 +40,29 @@ void print_route(const std::vector<Waypoint>& waypoints) {
     std::vector<Position> positions;
     for (const Waypoint& waypoint : waypoints)
         positions.push_back(waypoint.position);
-    const Route route = route_over(positions, kSpeed);
+    const Route route = route_over(positions);
     const char* label = "route";
     for (std::size_t i = 0; i < waypoints.size(); ++i) {
         const char* const name = waypoints[i].name;
-        std::printf("%-16s%s%s%s\n", label, position_text(positions[i]).c_str(), *name != '\0' ? "  " : "",
+        std::printf("%-16s%s%s%s\n", label, format_position(positions[i]).c_str(), *name != '\0' ? "  " : "",
                     name);
         label = "";
         if (i == route.legs.size()) break;
         const Leg& leg = route.legs[i];
-        std::printf("                    %s  %s  %s\n", course_text(leg.course).c_str(),
-                    distance_text(leg.distance).c_str(), duration_text(leg.time).c_str());
+        std::printf("                    %s  %s  %s\n", format_course(leg.course).c_str(),
+                    format_distance(leg.distance).c_str(),
+                    format_duration(time_to_go(leg.distance, kSpeed)).c_str());
     }
-    std::printf("                %s in %s at %.0f knots\n", distance_text(route.distance).c_str(),
-                duration_text(route.time).c_str(), kSpeed);
+    std::printf("                %s in %s at %.0f knots\n", format_distance(route.distance).c_str(),
+                format_duration(time_to_go(route.distance, kSpeed)).c_str(), kSpeed);
 }
 
 // How far the record puts its own reference points from their pixels.
-void print_residuals(const CGEORec& record) {
+void print_residuals(const CGEORec& record, const Georeference& georeference) {
     double sum = 0;
     double largest = 0;
     for (const CRefPoint* point : record.Points) {
-        const auto pixel = pixel_of(record, {point->Latitude, point->Longitude});
+        const auto pixel = georeference.pixel_of_chart_datum({point->Latitude, point->Longitude});
         if (!pixel) return;
         const double apart = std::hypot(pixel->x - point->X, pixel->y - point->Y);
         sum += apart * apart;
@@ -72,7 +73,7 @@ void print_residuals(const CGEORec& record) {
                 std::sqrt(sum / std::max(count, 1)), largest);
 }
 
-void print_record(const CGEORec& record, Pixel middle) {
+void print_record(const CGEORec& record, const Georeference& georeference, ChartPixel middle) {
     const bool known = record.ProjCode != 0;
     std::printf("projection      %s, code %d%s\n",
                 record.Projection.IsEmpty() ? "none named" : static_cast<const char*>(record.Projection),
@@ -81,23 +82,27 @@ void print_record(const CGEORec& record, Pixel middle) {
                 static_cast<const char*>(record.Scale), static_cast<const char*>(record.Datum),
                 record.LatitudeOffset, record.LongitudeOffset);
     std::printf("180th meridian  %s\n", record.Wraps180 != 0 ? "crossed" : "not crossed");
-    print_residuals(record);
-    if (const auto position = position_of(record, middle))
+    print_residuals(record, georeference);
+    if (const auto position = georeference.chart_datum_position_of(middle))
         std::printf("middle pixel    %.1f, %.1f is %s\n", middle.x, middle.y,
-                    position_text(*position).c_str());
+                    format_position(*position).c_str());
     std::printf("grid drawn      each %g minutes of arc\n", grid_step(record));
 }
 
 void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypoint>& route) {
-    if (!is_fitted(base)) return;
-    print_record(base, {(size.cx - 1) / 2.0, (size.cy - 1) / 2.0});
+    const Sheet sheet(base, size);
+    if (!sheet.chart()) return;
+    print_record(base, *sheet.chart(), {(size.cx - 1) / 2.0, (size.cy - 1) / 2.0});
     std::printf("insets          %d\n", static_cast<int>(base.Insets.GetCount()));
     print_route(route);
+    std::size_t number = 0;
     for (const CGEORec* inset : base.Insets) {
         const PixelRect& rect = inset->InsetRect;
+        const auto& georeference = sheet.insets()[number++];
         std::printf("inset           %s, columns %d to %d, lines %d to %d\n",
                     static_cast<const char*>(inset->Name), rect.left, rect.right, rect.top, rect.bottom);
-        print_record(*inset, {(rect.left + rect.right) / 2.0, (rect.top + rect.bottom) / 2.0});
+        if (!georeference) continue;
+        print_record(*inset, *georeference, {(rect.left + rect.right) / 2.0, (rect.top + rect.bottom) / 2.0});
     }
 }
 
@@ -115,25 +120,25 @@ PixelRect clipped(const PixelRect& rect, CSize size) {
             std::clamp(rect.right, 0, size.cx), std::clamp(rect.bottom, 0, size.cy)};
 }
 
-void save(CZellap& chart, const Window& window, int width, int height, const std::filesystem::path& path,
+void save(CZellap& chart, const Viewport& window, const std::filesystem::path& path,
           const std::vector<Waypoint>& route) {
-    Image image(chart, window, width, height);
+    Image image(chart, window);
     draw_overlay(image, *chart.GetBaseGeoRec(), route);
     image.write_png(path.string());
-    std::printf("picture         %s, %d x %d pixels, reduced by %d\n", path.string().c_str(), width, height,
-                window.reduction);
+    std::printf("picture         %s, %d x %d pixels, reduced by %d\n", path.string().c_str(), window.width,
+                window.height, window.reduction);
 }
 
 void save_part(CZellap& chart, const PixelRect& part, const std::filesystem::path& path,
                const std::vector<Waypoint>& route) {
     if (part.left >= part.right || part.top >= part.bottom) return;
-    save(chart, {part.left, part.top, 1}, part.right - part.left, part.bottom - part.top, path, route);
+    save(chart, {part.left, part.top, 1, part.right - part.left, part.bottom - part.top}, path, route);
 }
 
 void save_pictures(CZellap& chart, const std::filesystem::path& stem, const std::vector<Waypoint>& route) {
     const CSize size = chart.GetDocumentSize();
     const int factor = (size.cx + kReducedWidth - 1) / kReducedWidth;
-    save(chart, {0, 0, factor}, (size.cx + factor - 1) / factor, (size.cy + factor - 1) / factor,
+    save(chart, {0, 0, factor, (size.cx + factor - 1) / factor, (size.cy + factor - 1) / factor},
          stem.string() + ".png", route);
     save_part(chart, window_on(size), stem.string() + "_window.png", route);
     int number = 1;

@@ -9,7 +9,8 @@ Box shared_part(const Box& a, const Box& b) {
             {std::min(a.lower_right.x, b.lower_right.x), std::min(a.lower_right.y, b.lower_right.y)}};
 }
 
-std::optional<std::pair<Spot, Spot>> part_inside(const Box& box, Spot from, Spot to) {
+std::optional<std::pair<ScreenPixel, ScreenPixel>> part_inside(const Box& box, ScreenPixel from,
+                                                               ScreenPixel to) {
     // The line is from + t * (to - from); each edge of the box cuts a piece off the range of t.
     double first = 0;
     double last = 1;
@@ -21,15 +22,16 @@ std::optional<std::pair<Spot, Spot>> part_inside(const Box& box, Spot from, Spot
         last = std::min(last, std::max(a, b));
         return first <= last;
     };
-    const Spot step{to.x - from.x, to.y - from.y};
+    const ScreenPixel step{to.x - from.x, to.y - from.y};
     if (!cut(from.x, step.x, box.upper_left.x, box.lower_right.x)) return std::nullopt;
     if (!cut(from.y, step.y, box.upper_left.y, box.lower_right.y)) return std::nullopt;
-    return std::make_pair(Spot{from.x + first * step.x, from.y + first * step.y},
-                          Spot{from.x + last * step.x, from.y + last * step.y});
+    return std::make_pair(ScreenPixel{from.x + first * step.x, from.y + first * step.y},
+                          ScreenPixel{from.x + last * step.x, from.y + last * step.y});
 }
 
-std::vector<std::pair<Spot, Spot>> parts_inside(const Box& box, const std::vector<Spot>& line) {
-    std::vector<std::pair<Spot, Spot>> parts;
+std::vector<std::pair<ScreenPixel, ScreenPixel>> parts_inside(const Box& box,
+                                                              const std::vector<ScreenPixel>& line) {
+    std::vector<std::pair<ScreenPixel, ScreenPixel>> parts;
     for (std::size_t i = 1; i < line.size(); ++i) {
         if (const auto part = part_inside(box, line[i - 1], line[i])) parts.push_back(*part);
     }

@@ -22,7 +22,7 @@ int blocks_of(int pixels, int reduction) {
 
 }  // namespace
 
-Size Camera::blocks() const {
+ScreenSize Camera::blocks() const {
     return {blocks_of(chart_.width, part_.reduction), blocks_of(chart_.height, part_.reduction)};
 }
 
@@ -32,20 +32,20 @@ void Camera::set_step(int step) {
 }
 
 // Shows a pixel of the chart at a spot.
-void Camera::put(Pixel pixel, Spot spot) {
-    const Spot now = to_window(pixel);
-    const Size size = blocks();
+void Camera::put(ChartPixel pixel, ScreenPixel spot) {
+    const ScreenPixel now = to_window(pixel);
+    const ScreenSize size = blocks();
     part_.column = held(part_.column + now.x - spot.x, window_.width, size.width);
     part_.row = held(part_.row + now.y - spot.y, window_.height, size.height);
 }
 
-void Camera::resize(Size window) {
-    const Pixel centre = to_chart(middle());
+void Camera::resize(ScreenSize window) {
+    const ChartPixel centre = to_chart(middle());
     window_ = window;
     put(centre, middle());
 }
 
-void Camera::show(Size chart) {
+void Camera::show(ScreenSize chart) {
     chart_ = chart;
     const auto fits = [&] { return blocks().width <= window_.width && blocks().height <= window_.height; };
     for (set_step(0); step_ < kSteps - 1 && !fits();)
@@ -54,17 +54,17 @@ void Camera::show(Size chart) {
 }
 
 void Camera::pan(int right, int down) {
-    const Spot spot = middle();
+    const ScreenPixel spot = middle();
     put(to_chart(spot), {spot.x + right, spot.y + down});
 }
 
-void Camera::zoom(int steps, Spot spot) {
-    const Pixel fixed = to_chart(spot);
+void Camera::zoom(int steps, ScreenPixel spot) {
+    const ChartPixel fixed = to_chart(spot);
     set_step(step_ - std::clamp(steps, -kSteps, kSteps));
     put(fixed, spot);
 }
 
-void Camera::centre_on(Pixel pixel, int step) {
+void Camera::centre_on(ChartPixel pixel, int step) {
     set_step(step);
     put(pixel, middle());
 }
@@ -76,13 +76,12 @@ int Camera::step_near(double reduction) {
                             std::begin(kReductions));
 }
 
-Pixel Camera::to_chart(Spot spot) const {
-    return part_.on_chart({spot.x, spot.y});
+ChartPixel Camera::to_chart(ScreenPixel spot) const {
+    return part_.to_chart(spot);
 }
 
-Spot Camera::to_window(Pixel pixel) const {
-    const Pixel spot = part_.on_picture(pixel);
-    return {spot.x, spot.y};
+ScreenPixel Camera::to_window(ChartPixel pixel) const {
+    return part_.to_screen(pixel);
 }
 
 }  // namespace viewer

@@ -13,46 +13,46 @@ public:
     static constexpr int kSteps = sizeof kReductions / sizeof kReductions[0];
 
     /// Takes another size of window; what was in the middle stays there.
-    void resize(Size window);
+    void resize(ScreenSize window);
 
     /// Takes another chart and shows the whole of it, as far as the widest view does.
-    void show(Size chart);
+    void show(ScreenSize chart);
 
     /// Moves the chart by window pixels. The middle of the window stays on the chart.
     void pan(int right, int down);
 
     /// Goes to closer views, or to wider ones for steps below 0. What is at the spot stays there, unless the
     /// window would leave the chart.
-    void zoom(int steps, Spot spot);
+    void zoom(int steps, ScreenPixel spot);
 
     /// Puts a pixel of the chart in the middle of the window, in the view with a reduction.
     ///
     /// @param step  index of kReductions, held at its ends
-    void centre_on(Pixel pixel, int step);
+    void centre_on(ChartPixel pixel, int step);
 
     /// The step whose reduction is nearest to a number, in proportion.
     static int step_near(double reduction);
 
-    Pixel to_chart(Spot spot) const;
-    Spot to_window(Pixel pixel) const;
+    ChartPixel to_chart(ScreenPixel spot) const;
+    ScreenPixel to_window(ChartPixel pixel) const;
 
-    const zellap10::plotter::Window& part() const { return part_; }
+    const zellap10::plotter::Viewport& part() const { return part_; }
     int step() const { return step_; }
-    Size window() const { return window_; }
-    Size chart() const { return chart_; }
-    Spot middle() const { return {(window_.width - 1) / 2.0, (window_.height - 1) / 2.0}; }
+    ScreenSize window() const { return window_; }
+    ScreenSize chart() const { return chart_; }
+    ScreenPixel middle() const { return {(window_.width - 1) / 2.0, (window_.height - 1) / 2.0}; }
 
     /// The chart's size in blocks, those included that its right and lower edge cut.
-    Size blocks() const;
+    ScreenSize blocks() const;
 
 private:
     void set_step(int step);
-    void put(Pixel pixel, Spot spot);
+    void put(ChartPixel pixel, ScreenPixel spot);
 
-    Size window_;
-    Size chart_;
+    ScreenSize window_;
+    ScreenSize chart_;
     int step_ = 0;
-    zellap10::plotter::Window part_;
+    zellap10::plotter::Viewport part_;
 };
 
 }  // namespace viewer

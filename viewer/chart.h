@@ -7,21 +7,21 @@
 
 #include <viewer/types.h>
 #include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/sheet.h>
 
 namespace viewer {
 
-/// An inset that has positions.
-struct Inset {
-    const CGEORec* record = nullptr;
-    std::vector<Pixel> outline;  ///< on the chart's picture
-};
+using zellap10::plotter::Georeference;
+using zellap10::plotter::Sheet;
 
-/// A position and the record that gives it.
+/// A position and what gives it.
 struct Place {
-    const CGEORec* record;
-    Position position;  ///< in the record's own datum
+    const CGEORec* record;  ///< of the chart or of an inset
+    std::optional<int> inset;
+    Georeference georeference;
+    Position chart_datum;
 
-    Position wgs84() const { return zellap10::plotter::to_wgs84(*record, position); }
+    Position wgs84() const { return georeference.to_wgs84(chart_datum); }
 };
 
 /// A chart to look at, open if it can be.
@@ -32,16 +32,16 @@ struct Chart {
     std::string name;                 ///< what the chart calls itself, or its file
     std::unique_ptr<CZellap> zellap;  ///< null where the chart cannot be opened
     std::string trouble;  ///< why it cannot be opened, or has no positions; empty where all is well
-    std::vector<Inset> insets;
+    Sheet sheet{CGEORec()};
 
     bool is_open() const { return zellap != nullptr; }
-    Size size() const;
+    ScreenSize size() const;
 
-    /// The record of the whole chart; null where it has no positions.
-    const CGEORec* base() const;
+    /// The record of an inset, or of the chart itself. The chart must be open.
+    const CGEORec& record(std::optional<int> inset = {}) const;
 
-    /// What stands at a pixel: on an inset if one is there; none where nothing has a position.
-    std::optional<Place> place_at(Pixel pixel) const;
+    /// The position of a pixel; empty if it has none.
+    std::optional<Place> place_at(ChartPixel pixel) const;
 };
 
 }  // namespace viewer

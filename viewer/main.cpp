@@ -23,13 +23,13 @@ constexpr char kUsage[] =
     "  --script  events to be carried out, see viewer/script.h\n";
 
 struct Arguments {
-    viewer::Size size{1280, 800};
+    viewer::ScreenSize size{1280, 800};
     viewer::Script script;
     std::vector<std::string> charts;
 };
 
-viewer::Size size_of(const char* text) {
-    viewer::Size size;
+viewer::ScreenSize size_of(const char* text) {
+    viewer::ScreenSize size;
     // NOLINTNEXTLINE(cert-err34-c): a number out of range is no size of a window either
     const bool is_size = std::sscanf(text, "%dx%d", &size.width, &size.height) == 2;
     if (!is_size || size.width < viewer::kSmallestWindow.width ||

@@ -67,13 +67,13 @@ Area shown_of(const Area& shown, int column, int row) {
     return {shown_of(shown.columns, column, kTileWidth), shown_of(shown.rows, row, kTileHeight)};
 }
 
-Argb* pixel_at(const Picture& picture, const Camera& camera, int column, int row) {
+Argb* pixel_at(const Bitmap& picture, const Camera& camera, int column, int row) {
     return reinterpret_cast<Argb*>(static_cast<unsigned char*>(picture.pixels) +
                                    (row - camera.part().row) * picture.stride) +
            (column - camera.part().column);
 }
 
-void copy_tile(const Tile& tile, const Area& blocks, const Camera& camera, const Picture& picture) {
+void copy_tile(const Tile& tile, const Area& blocks, const Camera& camera, const Bitmap& picture) {
     const auto bytes = sizeof(Argb) * static_cast<std::size_t>(blocks.columns.last - blocks.columns.first);
     for (int row = blocks.rows.first; row < blocks.rows.last; ++row) {
         const Argb* line = tile.get() + std::ptrdiff_t{row % kTileHeight} * kTileWidth;
@@ -116,7 +116,7 @@ private:
     std::vector<Tile> tiles_;
 };
 
-void stretch(const Coarser& coarser, const Area& blocks, const Camera& camera, const Picture& picture) {
+void stretch(const Coarser& coarser, const Area& blocks, const Camera& camera, const Bitmap& picture) {
     for (int row = blocks.rows.first; row < blocks.rows.last; ++row) {
         Argb* dest = pixel_at(picture, camera, blocks.columns.first, row);
         const int coarse_row = coarser.coarse(row);
@@ -127,20 +127,20 @@ void stretch(const Coarser& coarser, const Area& blocks, const Camera& camera, c
     }
 }
 
-void stand_in(TileStore& tiles, const Look& look, const Area& blocks, const Picture& picture) {
+void stand_in(TileStore& tiles, const Look& look, const Area& blocks, const Bitmap& picture) {
     const Camera& camera = look.camera;
     for (int step = camera.step() + 1; step < Camera::kSteps; ++step) {
         const Coarser coarser(tiles, {look.chart, Camera::kReductions[step], look.light}, blocks,
                               camera.part().reduction);
         if (coarser.is_whole()) return stretch(coarser, blocks, camera, picture);
     }
-    const Argb grey = zellap10::plotter::in_light(kGrey, look.light);
+    const Argb grey = zellap10::plotter::colour_in(look.light, kGrey);
     for (int row = blocks.rows.first; row < blocks.rows.last; ++row)
         std::fill_n(pixel_at(picture, camera, blocks.columns.first, row),
                     blocks.columns.last - blocks.columns.first, grey);
 }
 
-void fill_outside(const Area& blocks, const Camera& camera, Argb background, const Picture& picture) {
+void fill_outside(const Area& blocks, const Camera& camera, Argb background, const Bitmap& picture) {
     const auto line = [&](int y) {
         return reinterpret_cast<Argb*>(static_cast<unsigned char*>(picture.pixels) + y * picture.stride);
     };
@@ -168,7 +168,7 @@ void add_missing(TileStore& tiles, const Layer& layer, int row, Range columns, s
 
 }  // namespace
 
-bool put_together(TileStore& tiles, const Look& look, Argb background, const Picture& picture) {
+bool put_together(TileStore& tiles, const Look& look, Argb background, const Bitmap& picture) {
     const Layer layer{look.chart, look.camera.part().reduction, look.light};
     const Area shown = shown_blocks(look.camera);
     fill_outside(shown, look.camera, background, picture);
@@ -190,7 +190,7 @@ bool put_together(TileStore& tiles, const Look& look, Argb background, const Pic
 
 std::vector<Strip> missing_strips(TileStore& tiles, const Look& look) {
     const Layer layer{look.chart, look.camera.part().reduction, look.light};
-    const Size blocks = look.camera.blocks();
+    const ScreenSize blocks = look.camera.blocks();
     const Area area = tiles_of(shown_blocks(look.camera));
     const Range columns = wider(area.columns, kMarginColumns, tile_count(blocks.width, kTileWidth));
     const Range rows = wider(area.rows, kMarginRows, tile_count(blocks.height, kTileHeight));
@@ -209,7 +209,7 @@ std::vector<Strip> missing_strips(TileStore& tiles, const Look& look) {
                      [&](const Strip& a, const Strip& b) { return farness(a) < farness(b); });
 
     const int coarsest = Camera::kReductions[Camera::kSteps - 1];
-    const Size chart = look.camera.chart();
+    const ScreenSize chart = look.camera.chart();
     const Range overview_columns{0, tile_count(chart.width, kTileWidth * coarsest)};
     const int overview_rows = tile_count(chart.height, kTileHeight * coarsest);
     if (std::int64_t{overview_columns.last} * overview_rows > kMostOverviewTiles) return strips;

@@ -11,7 +11,7 @@ namespace viewer {
 struct Look {
     const Camera& camera;
     int chart;  ///< its place in the list of charts
-    Light light;
+    ColourScheme light;
 };
 
 /// Puts the tiles that are there together to a picture of the camera's window. Where a tile is missing, a
@@ -19,7 +19,7 @@ struct Look {
 /// it is in the background's colour.
 ///
 /// @return  whether no tile was missing
-bool put_together(TileStore& tiles, const Look& look, Argb background, const Picture& picture);
+bool put_together(TileStore& tiles, const Look& look, Argb background, const Bitmap& picture);
 
 /// The strips whose tiles are missing, the most wanted first: those in the window from its middle outward,
 /// those around it, and the whole chart in the coarsest reduction.

@@ -55,7 +55,7 @@ void set_face(cairo_t* cairo, const TextStyle& style) {
 
 }  // namespace
 
-Painter::Painter(const Picture& picture)
+Painter::Painter(const Bitmap& picture)
     : surface_(cairo_image_surface_create_for_data(static_cast<unsigned char*>(picture.pixels),
                                                    CAIRO_FORMAT_RGB24, picture.width, picture.height,
                                                    static_cast<int>(picture.stride)),
@@ -73,9 +73,9 @@ void Painter::set_colour(Argb colour, double cover) {
 }
 
 // The middle of a pixel is a whole number here and half past one there.
-void Painter::path(const std::vector<Spot>& spots) {
+void Painter::path(const std::vector<ScreenPixel>& spots) {
     cairo_new_path(cairo_.get());
-    for (const Spot& spot : spots)
+    for (const ScreenPixel& spot : spots)
         cairo_line_to(cairo_.get(), spot.x + 0.5, spot.y + 0.5);
 }
 
@@ -86,24 +86,24 @@ void Painter::stroke(const Pen& pen) {
     cairo_stroke(cairo_.get());
 }
 
-void Painter::line(const std::vector<Spot>& spots, const Pen& pen) {
+void Painter::line(const std::vector<ScreenPixel>& spots, const Pen& pen) {
     path(spots);
     stroke(pen);
 }
 
-void Painter::circle(Spot middle, double radius, const Pen& pen) {
+void Painter::circle(ScreenPixel middle, double radius, const Pen& pen) {
     cairo_new_path(cairo_.get());
     cairo_arc(cairo_.get(), middle.x + 0.5, middle.y + 0.5, radius, 0, kTurn);
     stroke(pen);
 }
 
-void Painter::box(Spot upper_left, Size size, const Paper& paper) {
+void Painter::box(ScreenPixel upper_left, ScreenSize size, const Paper& paper) {
     cairo_rectangle(cairo_.get(), upper_left.x, upper_left.y, size.width, size.height);
     set_colour(paper.colour, paper.cover);
     cairo_fill(cairo_.get());
 }
 
-Size Painter::text_size(const std::vector<std::string>& lines, const TextStyle& style) {
+ScreenSize Painter::text_size(const std::vector<std::string>& lines, const TextStyle& style) {
     set_face(cairo_.get(), style);
     double width = 0;
     for (const std::string& line : lines) {
@@ -116,14 +116,14 @@ Size Painter::text_size(const std::vector<std::string>& lines, const TextStyle& 
             static_cast<int>(std::ceil(height + kPadding))};
 }
 
-void Painter::text(Spot at, const std::vector<std::string>& lines, const TextStyle& style) {
+void Painter::text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style) {
     if (clips_) {
         if (cairo_in_clip(cairo_.get(), at.x + 0.5, at.y + 0.5)) after_clips_.push_back({at, lines, style});
         return;
     }
-    const Size size = text_size(lines, style);
-    const Spot corner{std::round(at.x - style.anchor.x * size.width),
-                      std::round(at.y - style.anchor.y * size.height)};
+    const ScreenSize size = text_size(lines, style);
+    const ScreenPixel corner{std::round(at.x - style.anchor.x * size.width),
+                             std::round(at.y - style.anchor.y * size.height)};
     box(corner, size, style.paper);
     set_colour(style.paper.ink);
     double y = corner.y + kPadding / 2 + style.size;
@@ -149,12 +149,12 @@ void Painter::clip_to(const Box& box) {
     clip();
 }
 
-void Painter::clip_to(const std::vector<Spot>& outline) {
+void Painter::clip_to(const std::vector<ScreenPixel>& outline) {
     path(outline);
     clip();
 }
 
-void Painter::clip_out(const std::vector<Spot>& outline) {
+void Painter::clip_out(const std::vector<ScreenPixel>& outline) {
     path(outline);
     cairo_close_path(cairo_.get());
     cairo_rectangle(cairo_.get(), 0, 0, size_.width, size_.height);

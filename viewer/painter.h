@@ -42,44 +42,44 @@ struct TextStyle {
 class Painter {
 public:
     /// @param picture  must outlive the painter; its address and stride are multiples of 4
-    explicit Painter(const Picture& picture);
+    explicit Painter(const Bitmap& picture);
 
-    void line(const std::vector<Spot>& spots, const Pen& pen);
-    void circle(Spot middle, double radius, const Pen& pen);
-    void box(Spot upper_left, Size size, const Paper& paper);
+    void line(const std::vector<ScreenPixel>& spots, const Pen& pen);
+    void circle(ScreenPixel middle, double radius, const Pen& pen);
+    void box(ScreenPixel upper_left, ScreenSize size, const Paper& paper);
 
     /// Lines of text, one below the other, on one piece of paper. They are UTF-8; other bytes are taken for
     /// Latin 1. Very long lines are cut.
-    void text(Spot at, const std::vector<std::string>& lines, const TextStyle& style);
+    void text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style);
     /// What text() covers.
-    Size text_size(const std::vector<std::string>& lines, const TextStyle& style);
+    ScreenSize text_size(const std::vector<std::string>& lines, const TextStyle& style);
 
     /// From here to the end of the clips, lines are drawn only inside a box or an outline, or only outside of
     /// an outline; clips add up. A text whose place they leave is drawn whole when they end, others are not
     /// drawn.
     void clip_to(const Box& box);
-    void clip_to(const std::vector<Spot>& outline);
-    void clip_out(const std::vector<Spot>& outline);
+    void clip_to(const std::vector<ScreenPixel>& outline);
+    void clip_out(const std::vector<ScreenPixel>& outline);
     void end_clips();
 
     /// Writes what is drawn so far to a PNG file; false where that fails.
     bool save(const std::string& path);
 
 private:
-    void path(const std::vector<Spot>& spots);
+    void path(const std::vector<ScreenPixel>& spots);
     void set_colour(Argb colour, double cover = 1);
     void stroke(const Pen& pen);
     void clip();
 
     struct Text {
-        Spot at;
+        ScreenPixel at;
         std::vector<std::string> lines;
         TextStyle style;
     };
 
     std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)> surface_;
     std::unique_ptr<cairo_t, void (*)(cairo_t*)> cairo_;
-    Size size_;
+    ScreenSize size_;
     bool clips_ = false;
     std::vector<Text> after_clips_;
 };

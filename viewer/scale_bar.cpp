@@ -7,6 +7,8 @@
 
 namespace viewer {
 
+using zellap10::plotter::kMetresPerNauticalMile;
+
 namespace {
 
 constexpr double kLongest = 200;  // window pixels
@@ -24,28 +26,29 @@ double round_number(double value) {
 
 double miles_a_pixel(const Camera& camera, const Chart& chart) {
     constexpr double kPixels = 100;
-    const Spot middle = camera.middle();
+    const ScreenPixel middle = camera.middle();
     const auto here = chart.place_at(camera.to_chart(middle));
     if (!here) return 0;
     const auto there =
-        zellap10::plotter::position_of(*here->record, camera.to_chart({middle.x + kPixels, middle.y}));
-    return there ? zellap10::plotter::leg_between(here->position, *there, 0).distance / kPixels : 0;
+        here->georeference.chart_datum_position_of(camera.to_chart({middle.x + kPixels, middle.y}));
+    return there ? zellap10::plotter::leg_between(here->chart_datum, *there).distance / kPixels : 0;
 }
 
 double bar_length(double miles) {
     if (miles >= 0.1) return round_number(miles);
-    return round_number(miles * kMetresInMile) / kMetresInMile;
+    return round_number(miles * kMetresPerNauticalMile) / kMetresPerNauticalMile;
 }
 
-void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, Spot at, const Theme& theme) {
+void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, ScreenPixel at,
+                    const Theme& theme) {
     const double miles = miles_a_pixel(camera, chart);
     if (!(miles > 0) || !std::isfinite(miles)) return;
     const double length = bar_length(miles * kLongest);
     const double width = length / miles;
 
     const TextStyle style{theme.paper, {0.5, 1}};
-    const std::string text = zellap10::plotter::distance_text(length);
-    const Spot corner{std::round(at.x - width), std::round(at.y - kHeight)};
+    const std::string text = zellap10::plotter::format_distance(length);
+    const ScreenPixel corner{std::round(at.x - width), std::round(at.y - kHeight)};
     painter.text({corner.x + width / 2, corner.y - 2}, {text}, style);
     const int whole = static_cast<int>(std::round(width));
     const int half = whole / 2;

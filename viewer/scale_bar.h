@@ -7,8 +7,6 @@
 
 namespace viewer {
 
-constexpr double kMetresInMile = 1852;
-
 /// Nautical miles along a window pixel, in the middle of the window; 0 where there is no position.
 double miles_a_pixel(const Camera& camera, const Chart& chart);
 
@@ -19,6 +17,7 @@ double miles_a_pixel(const Camera& camera, const Chart& chart);
 double bar_length(double miles);
 
 /// Draws a bar that is true in the middle of the window, with its lower right corner at a spot.
-void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, Spot at, const Theme& theme);
+void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, ScreenPixel at,
+                    const Theme& theme);
 
 }  // namespace viewer

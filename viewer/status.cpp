@@ -8,10 +8,10 @@
 
 namespace viewer {
 
-using zellap10::plotter::course_text;
-using zellap10::plotter::distance_text;
+using zellap10::plotter::format_course;
+using zellap10::plotter::format_distance;
+using zellap10::plotter::format_position;
 using zellap10::plotter::leg_between;
-using zellap10::plotter::position_text;
 
 namespace {
 
@@ -23,14 +23,14 @@ std::vector<std::string> position_lines(const Scene& scene, const std::optional<
     if (!place) return {scene.pointer ? "no position here" : "", scene.chart.trouble};
     const CGEORec& record = *place->record;
     std::vector<std::string> parts;
-    if (&record != scene.chart.base()) parts.push_back("inset " + std::string(record.Name));
+    if (place->inset) parts.push_back("inset " + std::string(record.Name));
     if (!record.Datum.IsEmpty()) parts.push_back(std::string(record.Datum));
     if (record.LatitudeOffset != 0 || record.LongitudeOffset != 0)
-        parts.push_back("in WGS 84 " + position_text(place->wgs84()));
+        parts.push_back("in WGS 84 " + format_position(place->wgs84()));
     std::string below;
     for (const std::string& part : parts)
         below += (below.empty() ? "" : ", ") + part;
-    return {position_text(place->position), below};
+    return {format_position(place->chart_datum), below};
 }
 
 // Course and distance from the last waypoint to the pointer, and the route's length.
@@ -39,13 +39,13 @@ std::vector<std::string> route_lines(const Scene& scene, const std::optional<Pla
     const std::size_t count = scene.route.size();
     std::string above;
     if (place) {
-        const auto leg = leg_between(scene.route.back(), place->wgs84(), 0);
-        above = "from waypoint " + std::to_string(count) + ": " + course_text(leg.course) + "  " +
-                distance_text(leg.distance);
+        const auto leg = leg_between(scene.route.back(), place->wgs84());
+        above = "from waypoint " + std::to_string(count) + ": " + format_course(leg.course) + "  " +
+                format_distance(leg.distance);
     }
     if (count == 1) return {above, "route: 1 waypoint"};
     return {above, "route: " + std::to_string(count) + " waypoints, " +
-                       distance_text(zellap10::plotter::route_over(scene.route, 0).distance)};
+                       format_distance(zellap10::plotter::route_over(scene.route).distance)};
 }
 
 // The figures of a scale in groups of three; another text as it is.
@@ -59,9 +59,8 @@ std::string grouped(std::string scale) {
 std::vector<std::string> chart_lines(const Scene& scene) {
     const std::string reduction = std::to_string(scene.camera.part().reduction);
     std::string below = "view 1" + std::string(reduction == "1" ? ":" : "/") + reduction + ", " + scene.place;
-    const CGEORec* base = scene.chart.base();
-    if (base != nullptr && !base->Scale.IsEmpty())
-        below = "scale 1:" + grouped(std::string(base->Scale)) + ", " + below;
+    if (scene.chart.sheet.chart() && !scene.chart.record().Scale.IsEmpty())
+        below = "scale 1:" + grouped(std::string(scene.chart.record().Scale)) + ", " + below;
     return {scene.chart.name, below};
 }
 
@@ -88,7 +87,7 @@ Status status_of(const Scene& scene) {
 }
 
 void draw_status(Painter& painter, const Scene& scene) {
-    const Size window = scene.window;
+    const ScreenSize window = scene.window;
     const double top = window.height - kBarHeight;
     painter.box({0, top}, {window.width, kBarHeight}, {0, scene.theme.paper.colour, 1});
 
@@ -104,7 +103,7 @@ void draw_status(Painter& painter, const Scene& scene) {
     draw_scale_bar(painter, scene.camera, scene.chart, {window.width - kGap, top - kGap}, scene.theme);
 }
 
-void draw_notice(Painter& painter, Spot middle, const std::vector<std::string>& lines,
+void draw_notice(Painter& painter, ScreenPixel middle, const std::vector<std::string>& lines,
                  const TextStyle& style) {
     std::vector<std::string> all;
     for (const std::string& line : lines) {

@@ -22,7 +22,7 @@ Status status_of(const Scene& scene);
 void draw_status(Painter& painter, const Scene& scene);
 
 /// Draws a text around a place, its long lines broken at blanks.
-void draw_notice(Painter& painter, Spot middle, const std::vector<std::string>& lines,
+void draw_notice(Painter& painter, ScreenPixel middle, const std::vector<std::string>& lines,
                  const TextStyle& style);
 
 }  // namespace viewer

@@ -19,11 +19,12 @@ TileStore::Draw strip_drawer(std::vector<std::string> paths) {
             std::fill_n(pixels, width * kTileHeight, background);
             return;
         }
-        const zellap10::plotter::Window part{strip.first_column * kTileWidth, strip.row * kTileHeight,
-                                             strip.layer.reduction};
+        const zellap10::plotter::Viewport part{strip.first_column * kTileWidth, strip.row * kTileHeight,
+                                               strip.layer.reduction, width, kTileHeight};
         const auto stride = static_cast<std::ptrdiff_t>(sizeof(Argb)) * width;
-        zellap10::plotter::draw_window(*chart, part, zellap10::plotter::colours_of(*chart, strip.layer.light),
-                                       background, {pixels, width, kTileHeight, stride});
+        zellap10::plotter::draw_viewport(*chart, part,
+                                         zellap10::plotter::colours_of(*chart, strip.layer.light), background,
+                                         {pixels, width, kTileHeight, stride});
     };
 }
 

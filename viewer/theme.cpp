@@ -4,7 +4,7 @@ namespace viewer {
 
 namespace {
 
-// In the order of Light. At night lines are less dim than the chart is, or they would go down in it.
+// In the order of ColourScheme. At night lines are less dim than the chart is, or they would go down in it.
 // clang-format off
 constexpr Theme kThemes[] = {
     {
@@ -22,7 +22,7 @@ constexpr Theme kThemes[] = {
 
 }  // namespace
 
-const Theme& theme_for(Light light) {
+const Theme& theme_for(ColourScheme light) {
     return kThemes[static_cast<int>(light)];
 }
 

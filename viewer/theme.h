@@ -15,6 +15,6 @@ struct Theme {
 };
 
 /// By day texts are dark on light paper, at dusk and at night light on dark paper.
-const Theme& theme_for(Light light);
+const Theme& theme_for(ColourScheme light);
 
 }  // namespace viewer

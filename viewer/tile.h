@@ -12,7 +12,7 @@ namespace viewer {
 struct Layer {
     int chart = 0;  ///< its place in the list of charts
     int reduction = 1;
-    Light light = Light::kDay;
+    ColourScheme light = ColourScheme::kDay;
 
     auto fields() const { return std::tie(chart, reduction, light); }
 };

@@ -22,7 +22,7 @@ constexpr double kDragFrom = 4;  // window pixels; a button that moves less is a
 constexpr std::size_t kCacheBytes = std::size_t{256} << 20;
 constexpr std::size_t kCacheWindows = 6;  // that the cache holds at the least
 
-double apart(Spot a, Spot b) {
+double apart(ScreenPixel a, ScreenPixel b) {
     return std::hypot(a.x - b.x, a.y - b.y);
 }
 
@@ -38,7 +38,7 @@ View::View(ChartList charts, Options options)
 
 void View::show_chart(int index) {
     if (chart_ != nullptr) cameras_[current_] = camera_;
-    const Size window = camera_.window();
+    const ScreenSize window = camera_.window();
     current_ = index;
     chart_ = std::make_unique<Chart>(charts_.paths[static_cast<std::size_t>(index)]);
     const auto before = cameras_.find(index);
@@ -51,7 +51,7 @@ void View::show_chart(int index) {
     pressed_.reset();
 }
 
-void View::resize(Size window) {
+void View::resize(ScreenSize window) {
     const bool first = window_.width == 0;
     window_ = window;
     camera_.resize({window.width, window.height - kBarHeight});
@@ -61,7 +61,7 @@ void View::resize(Size window) {
     tiles_.set_room(std::max(kCacheBytes, kCacheWindows * bytes));
 }
 
-void View::press(Button button, Spot spot) {
+void View::press(Button button, ScreenPixel spot) {
     message_.clear();
     pointer_ = spot;
     if (spot.y >= camera_.window().height) return;
@@ -70,18 +70,18 @@ void View::press(Button button, Spot spot) {
     dragging_ = false;
 }
 
-void View::move(Spot spot) {
+void View::move(ScreenPixel spot) {
     if (pressed_ && (dragging_ || apart(*pressed_, spot) >= kDragFrom)) {
         dragging_ = true;
         const double right = std::round(spot.x - pressed_->x);
         const double down = std::round(spot.y - pressed_->y);
         camera_.pan(static_cast<int>(right), static_cast<int>(down));
-        pressed_ = Spot{pressed_->x + right, pressed_->y + down};
+        pressed_ = ScreenPixel{pressed_->x + right, pressed_->y + down};
     }
     pointer_ = spot;
 }
 
-void View::release(Button button, Spot spot) {
+void View::release(Button button, ScreenPixel spot) {
     if (button != Button::kLeft || !pressed_) return;
     move(spot);
     pressed_.reset();
@@ -101,7 +101,7 @@ void View::show_best() {
         return;
     }
     const Position middle = place->wgs84();
-    const double metres_a_pixel = kMetresInMile * miles_a_pixel(camera_, *chart_);
+    const double metres_a_pixel = zellap10::plotter::kMetresPerNauticalMile * miles_a_pixel(camera_, *chart_);
     for (const CatalogueEntry* entry : charts_.catalogue.covering(middle)) {
         if (go_to(*entry, middle, metres_a_pixel)) return;
     }
@@ -113,14 +113,10 @@ bool View::go_to(const CatalogueEntry& entry, const Position& wgs84, double metr
     const auto path = std::find(charts_.paths.begin(), charts_.paths.end(), entry.path);
     const int index = static_cast<int>(path - charts_.paths.begin());
     if (index != current_) show_chart(index);
-    if (!chart_->is_open()) return false;
-    const auto& insets = chart_->zellap->GetBaseGeoRec()->Insets;
-    if (entry.inset >= insets.GetCount()) return false;  // the file is another one by now
-    const CGEORec* record =
-        entry.inset < 0 ? chart_->zellap->GetBaseGeoRec() : *(insets.begin() + entry.inset);
-    const auto pixel = zellap10::plotter::pixel_of(*record, zellap10::plotter::from_wgs84(*record, wgs84));
-    if (!pixel) return false;
-    camera_.centre_on(*pixel, Camera::step_near(metres_a_pixel / entry.metres_per_pixel));
+    const auto georeference = zellap10::plotter::georeference_of(entry, chart_->sheet);
+    const auto pixel = georeference ? georeference->pixel_of(wgs84) : std::nullopt;
+    if (!pixel || !entry.metres_per_pixel) return false;
+    camera_.centre_on(*pixel, Camera::step_near(metres_a_pixel / *entry.metres_per_pixel));
     message_ = chart_->name + " is the best chart here.";
     return true;
 }
@@ -129,7 +125,7 @@ void View::turn_wheel(int steps) {
     camera_.zoom(steps, pointer_.value_or(camera_.middle()));
 }
 
-void View::add_waypoint(Spot spot) {
+void View::add_waypoint(ScreenPixel spot) {
     if (const auto place = chart_->place_at(camera_.to_chart(spot)))
         route_.push_back(place->wgs84());
     else
@@ -174,7 +170,7 @@ void View::do_command(Command command) {
         case Command::kPoints:
             return toggle(shows_points_);
         case Command::kLight:
-            light_ = static_cast<Light>((static_cast<int>(light_) + 1) % 3);
+            light_ = static_cast<ColourScheme>((static_cast<int>(light_) + 1) % 3);
             return;
         case Command::kSave:
             return save(free_path());

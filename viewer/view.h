@@ -33,11 +33,11 @@ public:
     View(ChartList charts, Options options);
 
     /// @param window  higher than the bar at its lower edge
-    void resize(Size window);
+    void resize(ScreenSize window);
 
-    void press(Button button, Spot spot);
-    void release(Button button, Spot spot);
-    void move(Spot spot);
+    void press(Button button, ScreenPixel spot);
+    void release(Button button, ScreenPixel spot);
+    void move(ScreenPixel spot);
     void leave();                ///< the pointer is no longer in the window
     void turn_wheel(int steps);  ///< above 0 for a closer view
     void do_command(Command command);
@@ -48,7 +48,7 @@ public:
     /// Draws the view. It waits for nothing: while tiles are missing others stand in.
     ///
     /// @param picture  of the window's size; address and stride are multiples of 4
-    void draw(const Picture& picture);
+    void draw(const Bitmap& picture);
 
     /// Whether the last picture drawn was whole.
     bool is_complete() const { return complete_; }
@@ -59,28 +59,28 @@ public:
 private:
     void show_chart(int index);
     void show_best();
-    void add_waypoint(Spot spot);
+    void add_waypoint(ScreenPixel spot);
     void take_waypoint_off();
     std::string free_path() const;
     bool go_to(const zellap10::plotter::CatalogueEntry& entry, const Position& wgs84, double metres_a_pixel);
-    bool draw_tiles(const Picture& picture);
+    bool draw_tiles(const Bitmap& picture);
     void draw_over(Painter& painter);
 
     const Options options_;
     const ChartList charts_;
     int current_ = 0;  // of the list
-    Size window_;
+    ScreenSize window_;
     std::unique_ptr<Chart> chart_;
     Camera camera_;                  // on the window without the bar
     std::map<int, Camera> cameras_;  // of the charts that were looked at before
 
-    Light light_ = Light::kDay;
+    ColourScheme light_ = ColourScheme::kDay;
     bool shows_grid_ = false;
     bool shows_points_ = false;
     bool shows_help_ = false;
     std::vector<Position> route_;  // in WGS 84
-    std::optional<Spot> pointer_;
-    std::optional<Spot> pressed_;  // where the left button went down
+    std::optional<ScreenPixel> pointer_;
+    std::optional<ScreenPixel> pressed_;  // where the left button went down
     bool dragging_ = false;
     std::string message_;
     std::string save_path_;  // of a picture that is due

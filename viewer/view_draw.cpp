@@ -12,7 +12,7 @@ namespace viewer {
 
 namespace {
 
-void fill(const Picture& picture, Argb colour) {
+void fill(const Bitmap& picture, Argb colour) {
     for (int y = 0; y < picture.height; ++y) {
         auto* line = static_cast<unsigned char*>(picture.pixels) + y * picture.stride;
         std::fill_n(reinterpret_cast<Argb*>(line), picture.width, colour);
@@ -22,7 +22,7 @@ void fill(const Picture& picture, Argb colour) {
 }  // namespace
 
 // Draws the chart, and says to the workers what is missing of it; whether it is whole.
-bool View::draw_tiles(const Picture& picture) {
+bool View::draw_tiles(const Bitmap& picture) {
     const Argb background = theme_for(light_).background;
     if (!chart_->is_open()) {
         tiles_.want({});
@@ -48,8 +48,8 @@ void View::draw_over(Painter& painter) {
     }
 }
 
-void View::draw(const Picture& picture) {
-    Picture chart_part = picture;
+void View::draw(const Bitmap& picture) {
+    Bitmap chart_part = picture;
     chart_part.height -= kBarHeight;
     complete_ = draw_tiles(chart_part);
     Painter painter(picture);
@@ -59,7 +59,7 @@ void View::draw(const Picture& picture) {
         save_path_.clear();
     }
     const Theme& theme = theme_for(light_);
-    const Spot middle = camera_.middle();
+    const ScreenPixel middle = camera_.middle();
     if (!message_.empty())
         draw_notice(painter, {middle.x, middle.y / 2}, {message_}, {theme.warning, {0.5, 0.5}, 15});
     if (shows_help_)

@@ -13,7 +13,7 @@ Object* there(Object* object) {
     return object;
 }
 
-Spot spot_of(int x, int y) {
+ScreenPixel spot_of(int x, int y) {
     return {static_cast<double>(x), static_cast<double>(y)};
 }
 
@@ -30,7 +30,7 @@ Window::Sdl::~Sdl() {
     SDL_Quit();
 }
 
-Window::Window(Size size)
+Window::Window(ScreenSize size)
     : window_(there(SDL_CreateWindow("Charts", SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED, size.width,
                                      size.height, SDL_WINDOW_RESIZABLE)),
               SDL_DestroyWindow),

@@ -11,13 +11,13 @@
 
 namespace viewer {
 
-constexpr Size kSmallestWindow{320, 240};
+constexpr ScreenSize kSmallestWindow{320, 240};
 
 /// A window of the desktop. It hands mouse and keys to a view, and shows what that draws.
 class Window {
 public:
     /// Throws std::runtime_error where there is no desktop to show a window on.
-    explicit Window(Size size);
+    explicit Window(ScreenSize size);
 
     /// Asks for another picture; from any thread.
     void ask_for_picture();
@@ -39,7 +39,7 @@ private:
     std::unique_ptr<SDL_Window, void (*)(SDL_Window*)> window_;
     std::uint32_t picture_event_;
     std::uint64_t shown_at_ = 0;  // milliseconds
-    Size size_;
+    ScreenSize size_;
     std::vector<Argb> pixels_;
 };
 

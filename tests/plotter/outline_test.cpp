@@ -35,7 +35,15 @@ const OutlineRow kOutlineRows[] = {
      {{0, 0, 171, 1}, {900, 0, 179, 1}}, {{0, 175}, {0, 180}, {0, -180}}, {{0, 0}, {0, -179}}, {-5, 5, 170, 10}},
     {"the world", {{60, -180}, {60, 180}, {-60, 180}, {-60, -180}}, {{0, 0, -180, 60}, {900, 900, 180, -60}},
      {{0, 0}, {0, 179}, {0, -179}}, {{61, 0}}, {-60, 60, -180, 360}},
-    {"a vertex that is no number", {{50, 0}, {50, 5}, {std::nan(""), 3}, {45, HUGE_VAL}, {40, 5}}, {},
+    {"run on, without points", {{10, -175}, {20, 0}, {10, 175}, {-10, 175}, {-10, 0}, {-10, -175}}, {},
+     {{0, 0}, {0, 170}, {0, -170}}, {{0, 179}, {0, 181}, {21, 0}}, {-10, 20, -175, 350}},
+    {"three corners of it", {{10, -175}, {20, 0}, {-10, 175}}, {},
+     {{10, 0}, {-7, 150}}, {{0, -100}, {0, 180}}, {-10, 20, -175, 350}},
+    {"the world, without points", {{60, -180}, {60, 180}, {-60, 180}, {-60, -180}}, {},
+     {{0, 0}, {0, 179}, {0, -179}}, {{61, 0}}, {-60, 60, -180, 360}},
+    {"latitudes off the earth", {{50, 0}, {50, 5}, {1e308, 3}, {40, 5}, {-1e308, 2}}, {},
+     {{49, 4}}, {{41, 0}, {HUGE_VAL, 3}, {45, HUGE_VAL}, {std::nan(""), 3}}, {40, 50, 0, 5}},
+    {"a vertex that is not a number", {{50, 0}, {50, 5}, {std::nan(""), 3}, {45, HUGE_VAL}, {40, 5}}, {},
      {{49, 4}}, {{41, 0}}, {40, 50, 0, 5}},
 };
 // clang-format on
@@ -49,10 +57,10 @@ TEST(Outlines, CoverWhatIsInsideAndOnThem) {
         add_points(record, row.points);
         const auto extent = outline_of(record).extent().value();
         for (const Position& place : row.inside)
-            EXPECT_TRUE(covers(record, place) && extent.contains(place))
+            EXPECT_TRUE(outline_of(record).covers(place) && extent.contains(place))
                 << place.latitude << ", " << place.longitude;
         for (const Position& place : row.outside)
-            EXPECT_FALSE(covers(record, place)) << place.latitude << ", " << place.longitude;
+            EXPECT_FALSE(outline_of(record).covers(place)) << place.latitude << ", " << place.longitude;
         EXPECT_EQ(std::tie(extent.south, extent.north, extent.west, extent.width), row.extent);
         EXPECT_FALSE(extent.contains({extent.south - 1.0, extent.west}));
         EXPECT_FALSE(extent.contains({extent.north + 1.0, extent.west}));
@@ -63,8 +71,25 @@ TEST(Outlines, AreNoneWithoutThreePlacesOffALine) {
     CGEORec record;
     EXPECT_FALSE(outline_of(record).extent());
     add_points(record, {{0, 0, 1, 1}, {5, 5, 2, 2}, {9, 9, 3, 3}, {9, 9, 3, 3}});
-    EXPECT_FALSE(covers(record, {2, 2}));
+    EXPECT_FALSE(outline_of(record).covers({2, 2}));
     EXPECT_FALSE(outline_of(record).overlaps({0, 9, 0, 9}));
+}
+
+TEST(Outlines, AroundAPoleCoverNothing) {
+    for (const double sign : {1.0, -1.0}) {
+        for (const bool has_points : {false, true}) {
+            CGEORec record;
+            for (const Position vertex : {Position{80, 0}, {75, 90}, {80, 180}, {75, -90}})
+                add_vertex(record, vertex.longitude, sign * vertex.latitude);
+            if (has_points)
+                add_points(record, {{0, 0, 0, sign * 80}, {9, 0, 90, sign * 75}, {5, 9, -90, sign * 75}});
+            const Outline outline = outline_of(record);
+            EXPECT_EQ(outline.corners.size(), 4u);
+            EXPECT_FALSE(outline.covers({sign * 78, 10}));
+            EXPECT_FALSE(outline.overlaps({-90, 90, -180, 360}));
+            EXPECT_FALSE(outline.extent());
+        }
+    }
 }
 
 struct OverlapRow {
@@ -92,38 +117,13 @@ TEST(Outlines, OverlapExtentsInWgs84) {
     add_points(triangle, {{0, 450, 175.5, 4}, {900, 900, -174.5, -1}, {900, 0, -174.5, 9}});
     triangle.LatitudeOffset = 1;
     triangle.LongitudeOffset = -0.5;
-    const auto outline = wgs84_outline_of(triangle);
+    const auto outline = outline_of(triangle);
     for (const OverlapRow& row : kOverlapRows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(outline.extent()->overlaps(row.extent), row.extents);
         EXPECT_EQ(row.extent.overlaps(*outline.extent()), row.extents);
         EXPECT_EQ(outline.overlaps(row.extent), row.outlines);
     }
-}
-
-TEST(RecordAt, IsTheInsetByItsOutline) {
-    CGEORec base;
-    CGEORec large;
-    add_points(large, {{400, 400, 4, -4}, {700, 400, 7, -4}, {700, 700, 7, -7}, {400, 700, 4, -7}});
-    // By Mercator, of pixels of 20 metres, so that its wpxy is far off.
-    CGEORec plan;
-    plan.Projection = "MERCATOR";
-    add_points(plan, {{500, 500, -5, 48}, {600, 500, -4.973, 48}});
-    add_points(plan, {{600, 600, -4.973, 47.982}, {500, 600, -5, 47.982}});
-    for (const CRefPoint* point : elements_of(plan.Points))
-        add_vertex(plan, point->Longitude, point->Latitude);
-    plan.solvepoly();
-    plan.InsetRect = {420, 420, 680, 680};
-    ASSERT_GT(std::fabs(plan.wpy(-5, 48) - 500), 40.0) << "its own way there will not do";
-    CGEORec line;
-    add_points(line, {{10, 10, 1, 1}, {20, 20, 2, 2}});
-    for (CGEORec* const inset : {&large, &plan, &line})
-        base.Insets.AddTail(inset);
-
-    EXPECT_EQ(&record_at(base, {10, 10}), &base) << "on an inset of two points";
-    EXPECT_EQ(&record_at(base, {399, 399}), &base);
-    EXPECT_EQ(&record_at(base, {599.5, 599.5}), &plan) << "the smaller of two, inside by half a pixel";
-    EXPECT_EQ(&record_at(base, {600.5, 550}), &large) << "outside it, in its margin of 80 pixels";
 }
 
 }  // namespace

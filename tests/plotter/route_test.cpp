@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <zellap10/navigation/dead_reckoning.h>
 #include <zellap10/plotter/route.h>
 
 namespace {
@@ -27,32 +28,70 @@ const LegRow kLegs[] = {
 };
 // clang-format on
 
-TEST(Routes, AreLegsWithCourseDistanceAndTime) {
+TEST(Routes, AreLegsWithCourseAndDistance) {
     for (const LegRow& row : kLegs) {
         SCOPED_TRACE(row.name);
-        const Leg leg = leg_between(row.from, row.to, 12.0);
-        EXPECT_NEAR(leg.course, row.course, 1e-6);
+        const Leg leg = leg_between(row.from, row.to);
+        EXPECT_NEAR(leg.course.value(), row.course, 1e-6);
         EXPECT_NEAR(leg.distance, row.distance, 1e-6);
-        EXPECT_DOUBLE_EQ(leg.time, leg.distance * 300.0);
     }
-    for (const double speed : {0.0, -3.0, std::nan("")})
-        EXPECT_EQ(leg_between({50, -1}, {51, -1}, speed).time, HUGE_VAL) << speed;
-    EXPECT_TRUE(std::isnan(leg_between({50, -1}, {std::nan(""), 0}, 5.0).time));
+    EXPECT_TRUE(std::isnan(leg_between({50, -1}, {std::nan(""), 0}).distance));
 
-    const Route route = route_over({{0, 179}, {1, 179}, {1, 539}, {1, -179}, {0, -179}}, 6.0);
+    const Route route = route_over({{0, 179}, {1, 179}, {1, 539}, {1, -179}, {0, -179}});
     ASSERT_EQ(route.legs.size(), 4u);
-    EXPECT_TRUE(std::isnan(route.legs[1].course)) << "no way to go";
+    EXPECT_FALSE(route.legs[1].course) << "a leg without length";
     EXPECT_NEAR(route.distance, 120.0 + route.legs[2].distance, 1e-9);
-    EXPECT_NEAR(route.time, route.distance * 600.0, 1e-6);
-    EXPECT_EQ(route_over({{0, 179}, {0, 179}}, 0.0).time, 0.0);
-    EXPECT_TRUE(route_over({}, 6.0).legs.empty());
+    EXPECT_TRUE(route_over({}).legs.empty());
+}
+
+TEST(Routes, TakeTimeAtASpeed) {
+    EXPECT_DOUBLE_EQ(time_to_go(85.0, 12.0).value(), 25500.0);
+    EXPECT_EQ(time_to_go(0.0, 6.0), 0.0);
+    for (const double speed : {0.0, -3.0, HUGE_VAL, std::nan("")})
+        EXPECT_FALSE(time_to_go(60.0, speed)) << speed;
+    EXPECT_FALSE(time_to_go(std::nan(""), 6.0));
+}
+
+struct CrossTrackRow {
+    const char* name;
+    Position from, to, at;
+    double miles;
+};
+
+// clang-format off
+const CrossTrackRow kCrossTracks[] = {
+    {"right of a meridian",          {50, -1},   {51, -1},    {50.5, -0.9},   3.826907},
+    {"left of it, past its end",     {50, -1},   {51, -1},    {52, -1.1},     -3.703430},
+    {"right of a parallel",          {50, -1},   {50, 1},     {49.9, 3},      6.0},
+    {"left of it, sailed westward",  {50, 1},    {50, -1},    {49.9, 0},      -6.0},
+    {"a parallel but for rounding",  {50, -1},   {50 + 1e-13, 1}, {50.1, 0},  -6.0},
+    {"across the 180th meridian",    {0, 179},   {0, -179},   {0.1, -180},    -6.0},
+    {"on the leg",                   {0, 0},     {1, 1},      {0, 0},         0.0},
+};
+// clang-format on
+
+TEST(CrossTrack, IsThePerpendicularToTheRhumbLine) {
+    for (const CrossTrackRow& row : kCrossTracks)
+        EXPECT_NEAR(cross_track_distance(row.from, row.to, row.at).value(), row.miles, 1e-6) << row.name;
+    // Off a leg by 10 miles at a right angle, wherever it is.
+    for (const LegRow& row : kLegs) {
+        SCOPED_TRACE(row.name);
+        const std::vector<Position> abeam = rhumb_line(row.from, row.to, 2);
+        const double right = std::fmod(row.course + 90.0, 360.0);
+        Position at = abeam[1];
+        m_advance_d(&at.latitude, &at.longitude, 10.0, right);
+        EXPECT_NEAR(cross_track_distance(row.from, row.to, at).value(), 10.0, 1e-3);
+        EXPECT_NEAR(cross_track_distance(row.to, row.from, at).value(), -10.0, 1e-3);
+    }
+    EXPECT_FALSE(cross_track_distance({50, 1}, {50, 361}, {50, 2})) << "a leg without length";
+    EXPECT_FALSE(cross_track_distance({50, 1}, {51, 1}, {50, HUGE_VAL}));
 }
 
 TEST(RhumbLine, GoesAllAlongTheLegInEqualPieces) {
     constexpr int kPieces = 40;
     for (const LegRow& row : kLegs) {
         SCOPED_TRACE(row.name);
-        const double distance = leg_between(row.from, row.to, 1.0).distance;
+        const double distance = leg_between(row.from, row.to).distance;
         const std::vector<Position> line = rhumb_line(row.from, row.to, kPieces);
         ASSERT_EQ(line.size(), kPieces + 1u);
         double longitude = row.from.longitude;
@@ -65,7 +104,7 @@ TEST(RhumbLine, GoesAllAlongTheLegInEqualPieces) {
             EXPECT_NEAR(here.latitude, latitude, 1e-9) << "it grows with the distance";
             // On that latitude only the right longitude is at the right distance. A leg that is sailed as a
             // parallel shifts its points along it.
-            EXPECT_NEAR(leg_between(row.from, here, 1.0).distance, distance * part, distance * 1e-5);
+            EXPECT_NEAR(leg_between(row.from, here).distance, distance * part, distance * 1e-5);
         }
         EXPECT_NEAR(std::remainder(longitude - row.to.longitude, 360.0), 0.0, 1e-12) << "and ends";
     }

@@ -10,6 +10,14 @@ namespace {
 
 using namespace zellap10::plotter;
 
+std::string course(double degrees) {
+    return format_course(degrees);
+}
+
+std::string duration(double seconds) {
+    return format_duration(seconds);
+}
+
 struct TextRow {
     std::string (*text_of)(double);
     double number;
@@ -18,36 +26,38 @@ struct TextRow {
 
 // clang-format off
 const TextRow kRows[] = {
-    {latitude_text,  59.99999,             u8"60°00.00'N"},  // never 59°60.00'
-    {latitude_text,  -0.00001,             u8"00°00.00'N"},
-    {latitude_text,  -0.0001,              u8"00°00.01'S"},
-    {latitude_text,  -90.00001,            u8"90°00.00'S"},
-    {latitude_text,  90.001,               "---"},
-    {longitude_text, 179.99999,            u8"180°00.00'E"},
-    {longitude_text, -180.0,               u8"180°00.00'W"},
-    {longitude_text, 181.0,                u8"179°00.00'W"},
-    {longitude_text, -0.00001,             u8"000°00.00'E"},
-    {longitude_text, -HUGE_VAL,            "---"},
-    {course_text,    47.46,                u8"047.5°"},
-    {course_text,    359.96,               u8"000.0°"},
-    {course_text,    -1.0,                 u8"359.0°"},
-    {course_text,    HUGE_VAL,             "---"},
-    {distance_text,  0.09999,              "185 m"},
-    {distance_text,  0.1,                  "0.10 NM"},
-    {distance_text,  9.9951,               "10.0 NM"},
-    {distance_text,  99.951,               "100 NM"},
-    {distance_text,  -2.0,                 "-2.00 NM"},
-    {distance_text,  -0.0001,              "0 m"},
-    {distance_text,  1e9,                  "---"},
-    {distance_text,  std::nan(""),         "---"},
-    {duration_text,  59.6,                 "1 min 00 s"},
-    {duration_text,  3599.6,               "1 h 00 min"},
-    {duration_text,  86399.0,              "1 d 00 h"},
-    {duration_text,  12 * 86400 + 25000.0, "12 d 07 h"},
-    {duration_text,  -600.0,               "-10 min 00 s"},
-    {duration_text,  -0.2,                 "0 min 00 s"},
-    {duration_text,  2147483647.0,         "---"},
-    {duration_text,  std::nan(""),         "---"},
+    {format_latitude,  59.99999,             u8"60°00.00'N"},  // never 59°60.00'
+    {format_latitude,  -0.00001,             u8"00°00.00'N"},
+    {format_latitude,  -0.0001,              u8"00°00.01'S"},
+    {format_latitude,  -90.00001,            u8"90°00.00'S"},
+    {format_latitude,  90.001,               "---"},
+    {format_longitude, 179.99999,            u8"180°00.00'E"},
+    {format_longitude, -180.0,               u8"180°00.00'W"},
+    {format_longitude, 181.0,                u8"179°00.00'W"},
+    {format_longitude, -0.00001,             u8"000°00.00'E"},
+    {format_longitude, -HUGE_VAL,            "---"},
+    {course,    47.46,                u8"047.5°"},
+    {course,    359.96,               u8"000.0°"},
+    {course,    -1.0,                 u8"359.0°"},
+    {course,    HUGE_VAL,             "---"},
+    {format_distance,  0.09999,              "185 m"},
+    {format_distance,  0.1,                  "0.10 NM"},
+    {format_distance,  9.9951,               "10.0 NM"},
+    {format_distance,  99.951,               "100 NM"},
+    {format_distance,  -2.0,                 "-2.00 NM"},
+    {format_distance,  -0.0001,              "-0 m"},
+    {format_distance,  999999999.4,          "999999999 NM"},
+    {format_distance,  999999999.7,          "---"},
+    {format_distance,  1e9,                  "---"},
+    {format_distance,  std::nan(""),         "---"},
+    {duration,  59.6,                 "1 min 00 s"},
+    {duration,  3599.6,               "1 h 00 min"},
+    {duration,  86399.0,              "1 d 00 h"},
+    {duration,  12 * 86400 + 25000.0, "12 d 07 h"},
+    {duration,  -600.0,               "-10 min 00 s"},
+    {duration,  -0.2,                 "-0 min 00 s"},
+    {duration,  2147483646.6,         "---"},
+    {duration,  std::nan(""),         "---"},
 };
 // clang-format on
 
@@ -56,8 +66,9 @@ TEST(Texts, RoundOnceAndKnowNoLocale) {
     ASSERT_TRUE(comma.is_set());
     for (const TextRow& row : kRows)
         EXPECT_EQ(row.text_of(row.number), row.text) << row.number;
-    EXPECT_EQ(position_text({}), u8"00°00.00'N 000°00.00'E");
-    EXPECT_EQ(position_text({50.685166666666667, -1.2978333333333334}), u8"50°41.11'N 001°17.87'W");
+    EXPECT_EQ(format_course({}) + format_duration({}), "------");
+    EXPECT_EQ(format_position({}), u8"00°00.00'N 000°00.00'E");
+    EXPECT_EQ(format_position({50.685166666666667, -1.2978333333333334}), u8"50°41.11'N 001°17.87'W");
 }
 
 }  // namespace

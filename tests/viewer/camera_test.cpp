@@ -9,7 +9,7 @@ namespace {
 
 using namespace viewer;
 
-Camera camera_on(Size chart, Size window) {
+Camera camera_on(ScreenSize chart, ScreenSize window) {
     Camera camera;
     camera.resize(window);
     camera.show(chart);
@@ -17,7 +17,7 @@ Camera camera_on(Size chart, Size window) {
 }
 
 TEST(Camera, ShowsTheWholeChartAsCloseAsItFits) {
-    const auto reduction_of = [](Size chart) { return camera_on(chart, {800, 600}).part().reduction; };
+    const auto reduction_of = [](ScreenSize chart) { return camera_on(chart, {800, 600}).part().reduction; };
     EXPECT_EQ(reduction_of({800, 600}), 1) << "just as large";
     EXPECT_EQ(reduction_of({801, 600}), 2) << "one column too wide";
     EXPECT_EQ(reduction_of({900, 1801}), 4) << "too high for 1/3";
@@ -56,7 +56,8 @@ TEST(Camera, FindsTheNearestReduction) {
 
 TEST(Box, CutsLines) {
     const Box box{{10, 20}, {30, 40}};
-    const auto expect_part = [&](const char* name, Spot from, Spot to, Spot first, Spot last) {
+    const auto expect_part = [&](const char* name, ScreenPixel from, ScreenPixel to, ScreenPixel first,
+                                 ScreenPixel last) {
         const auto part = part_inside(box, from, to).value();
         EXPECT_DOUBLE_EQ(part.first.x, first.x) << name;
         EXPECT_DOUBLE_EQ(part.first.y, first.y) << name;

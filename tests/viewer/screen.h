@@ -17,7 +17,7 @@
 #include <viewer/status.h>
 #include <viewer/view.h>
 
-inline constexpr viewer::Size kWindow{640, 480 + viewer::kBarHeight};
+inline constexpr viewer::ScreenSize kWindow{640, 480 + viewer::kBarHeight};
 inline constexpr int kClearRows = 420;  // above the scale bar
 
 /// A view on charts in a folder of its own, and the picture that it draws.
@@ -50,12 +50,12 @@ public:
         draw();
     }
 
-    void click(viewer::Spot spot) {
+    void click(viewer::ScreenPixel spot) {
         view_->press(viewer::Button::kLeft, spot);
         view_->release(viewer::Button::kLeft, spot);
     }
 
-    void drag(viewer::Spot from, viewer::Spot to) {
+    void drag(viewer::ScreenPixel from, viewer::ScreenPixel to) {
         view_->press(viewer::Button::kLeft, from);
         view_->move({(from.x + to.x) / 2, (from.y + to.y) / 2});
         view_->release(viewer::Button::kLeft, to);
@@ -66,7 +66,7 @@ public:
     }
 
     /// How many pixels of a part of the picture are not as they were before.
-    int changed(viewer::Spot from, viewer::Spot to) const {
+    int changed(viewer::ScreenPixel from, viewer::ScreenPixel to) const {
         int found = 0;
         for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
             for (int x = static_cast<int>(from.x); x <= to.x; ++x) {
@@ -90,15 +90,15 @@ public:
 
     /// Draws, and expects that the part of the picture that only the chart is on shows it from a block on.
     void expect_chart(const std::string& path, int reduction, int column, int row,
-                      viewer::Light light = viewer::Light::kDay) {
+                      viewer::ColourScheme light = viewer::ColourScheme::kDay) {
         SCOPED_TRACE(path + " at " + std::to_string(reduction));
         draw();
         CZellap chart;
         ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
         std::vector<viewer::Argb> expected(static_cast<std::size_t>(kWindow.width * kClearRows));
-        zellap10::plotter::draw_window(chart, {column, row, reduction}, colours_of(chart, light),
-                                       viewer::theme_for(light).background,
-                                       {expected.data(), kWindow.width, kClearRows, kWindow.width * 4});
+        zellap10::plotter::draw_viewport(chart, {column, row, reduction, kWindow.width, kClearRows},
+                                         colours_of(chart, light), viewer::theme_for(light).background,
+                                         {expected.data(), kWindow.width, kClearRows, kWindow.width * 4});
         const auto shown = std::mismatch(expected.begin(), expected.end(), pixels.begin());
         const auto place = shown.first - expected.begin();
         EXPECT_EQ(shown.first, expected.end()) << place % kWindow.width << " " << place / kWindow.width;

@@ -56,7 +56,7 @@ void wait_until_idle(TileStore& store) {
 }
 
 TEST(TileStore, DrawsWhatIsWantedMostAndNothingTwiceAtOnce) {
-    const Layer layer{2, 3, Light::kNight};
+    const Layer layer{2, 3, ColourScheme::kNight};
     std::mutex mutex;
     std::vector<Strip> drawn;
     std::promise<void> go_on;
@@ -93,7 +93,7 @@ TEST(TileStore, DrawsWhatIsWantedMostAndNothingTwiceAtOnce) {
 class MosaicOnAChart : public testing::Test {
 protected:
     static constexpr Argb kBackground = 0xFF00FF00;
-    static constexpr Size kWindow{900, 500};
+    static constexpr ScreenSize kWindow{900, 500};
     static constexpr Argb kFrame = 0x12345678;  // around the picture, must stay
     static constexpr int kRoom = 4;
     static constexpr int kStride = kWindow.width + 2 * kRoom;
@@ -102,7 +102,7 @@ protected:
         camera.resize(kWindow);
         camera.show({8000, 5001});
     }
-    Look look() const { return {camera, 0, Light::kDay}; }
+    Look look() const { return {camera, 0, ColourScheme::kDay}; }
     bool draw() {
         return put_together(store, look(), kBackground,
                             {&pixel(0, 0), kWindow.width, kWindow.height, kStride * 4});
@@ -118,9 +118,9 @@ protected:
         if (x < 0 || y < 0 || x >= kWindow.width || y >= kWindow.height) return kFrame;
         const int column = x + camera.part().column;
         const int row = y + camera.part().row;
-        const Size blocks = camera.blocks();
+        const ScreenSize blocks = camera.blocks();
         if (column < 0 || row < 0 || column >= blocks.width || row >= blocks.height) return kBackground;
-        return colour_at({0, camera.part().reduction, Light::kDay}, column, row);
+        return colour_at({0, camera.part().reduction, ColourScheme::kDay}, column, row);
     }
 
     Camera camera;
@@ -129,7 +129,7 @@ protected:
 };
 
 TEST_F(MosaicOnAChart, PutsTilesWhereTheyBelong) {
-    const std::pair<int, Pixel> rows[] = {
+    const std::pair<int, ChartPixel> rows[] = {
         {0, {100, 60}}, {0, {7990, 4990}}, {2, {4000, 2500}}, {7, {4000, 2500}}};
     for (const auto& [step, middle] : rows) {
         SCOPED_TRACE(step);
@@ -161,7 +161,7 @@ TEST_F(MosaicOnAChart, StretchesACoarserTileOverAMissingOne) {
             // The middle pixel of the block of 3 lies in this block of 8.
             const int column = ((x + camera.part().column) * 3 + 1) / 8;
             const int row = ((y + camera.part().row) * 3 + 1) / 8;
-            ASSERT_EQ(pixel(x, y), colour_at({0, 8, Light::kDay}, column, row)) << x << " " << y;
+            ASSERT_EQ(pixel(x, y), colour_at({0, 8, ColourScheme::kDay}, column, row)) << x << " " << y;
         }
     }
 }

@@ -36,7 +36,7 @@ TEST(View, ZoomsAndDragsTheChart) {
     screen.do_commands({Command::kPanRight, Command::kPanDown});
     screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96);
     screen.do_commands({Command::kPanLeft, Command::kPanUp});
-    for (const Light light : {Light::kDusk, Light::kNight, Light::kDay}) {
+    for (const ColourScheme light : {ColourScheme::kDusk, ColourScheme::kNight, ColourScheme::kDay}) {
         screen.do_commands({Command::kLight});
         screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51, light);
     }
@@ -77,7 +77,7 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
     screen.expect_chart(first, 3, -70, -90);
 
     screen.do_commands({Command::kNext});
-    screen.before.assign(screen.pixels.size(), theme_for(Light::kDay).background);
+    screen.before.assign(screen.pixels.size(), theme_for(ColourScheme::kDay).background);
     EXPECT_EQ(screen.changed({0, 0}, {100, 100}), 0);
     EXPECT_GT(screen.changed({200, 200}, {440, 300}), 1000);  // the trouble
 
@@ -98,7 +98,7 @@ TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
 TEST(View, DrawsARouteWhereItIsClicked) {
     Screen screen;
     screen.look_at(TestChart{});
-    const Argb route = theme_for(Light::kDay).route.colour;
+    const Argb route = theme_for(ColourScheme::kDay).route.colour;
 
     screen->do_command(Command::kUndo);  // of nothing
     screen.click({100, 150});
@@ -133,7 +133,7 @@ TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
     screen.click({150, 140});
     screen.click({190, 140});
     screen.draw();
-    const Argb route = theme_for(Light::kDay).route.colour;
+    const Argb route = theme_for(ColourScheme::kDay).route.colour;
     const auto is_route = [&](int x, int y) { return screen.pixel(x, y) == route; };
     EXPECT_TRUE(is_route(120, 150) && is_route(220, 150));
     EXPECT_FALSE(is_route(140, 150) || is_route(170, 150) || is_route(202, 150));
@@ -194,22 +194,23 @@ TEST(RouteLines, FollowLongLegsToThePixel) {
     CGEORec record;
     add_points(record, {{0, 0, -0.0375, 50.0225}, {1500, 0, 0.0375, 50.0225}, {0, 900, -0.0375, 49.9775}});
     record.solvepoly();
+    const auto georeference = zellap10::plotter::Georeference::from(record).value();
     const Position from{30, -40};
-    const auto leg = zellap10::plotter::leg_between(from, middle, 0);
+    const auto leg = zellap10::plotter::leg_between(from, middle);
     Position to = middle;
-    m_advance_d(&to.latitude, &to.longitude, 1500, leg.course);
+    m_advance_d(&to.latitude, &to.longitude, 1500, *leg.course);
 
     Camera camera;
     camera.resize({1500, 900});
     camera.show({1500, 900});
     std::vector<Argb> pixels(1500 * 900);
     Painter painter({pixels.data(), 1500, 900, 1500 * 4});
-    const Theme& theme = theme_for(Light::kDay);
-    draw_route(painter, camera, record, {from, to}, theme);
+    const Theme& theme = theme_for(ColourScheme::kDay);
+    draw_route(painter, camera, georeference, {from, to}, theme);
     for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
         Position on_leg = middle;
-        m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, leg.course);
-        const Spot spot = camera.to_window(*pixel_of(record, on_leg));
+        m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, *leg.course);
+        const ScreenPixel spot = camera.to_window(*georeference.pixel_of(on_leg));
         const auto place = std::lround(spot.y) * 1500 + std::lround(spot.x);
         EXPECT_EQ(pixels[static_cast<std::size_t>(place)] | 0xFF000000, theme.route.colour) << miles;
     }
@@ -238,9 +239,10 @@ TEST(Status, TellsPositionsCoursesAndTheChart) {
     camera.resize({640, 480});
     camera.show(chart.size());
     const std::vector<Position> route{{49.51, -1.49}, {49.61, -1.49}};
-    const auto status_at = [&](Pixel pixel) {
-        const Spot pointer = camera.to_window(pixel);
-        return status_of({{640, 524}, camera, chart, route, pointer, theme_for(Light::kDay), "chart 1 of 2"});
+    const auto status_at = [&](ChartPixel pixel) {
+        const ScreenPixel pointer = camera.to_window(pixel);
+        return status_of(
+            {{640, 524}, camera, chart, route, pointer, theme_for(ColourScheme::kDay), "chart 1 of 2"});
     };
     using Lines = std::vector<std::string>;
     const Status status = status_at({511, 511});

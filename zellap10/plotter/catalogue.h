@@ -1,72 +1,93 @@
 #pragma once
 
+/// @file
+///
+/// Finding the charts that show a position.
+
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <zellap10/plotter/outline.h>
-
-/// Which of many charts show a place.
+#include <zellap10/plotter/sheet.h>
 
 namespace zellap10::plotter {
 
 /// A chart of a catalogue, or an inset on one.
 struct CatalogueEntry {
-    std::string path;  ///< of the chart file
-    int inset = -1;    ///< its place among the chart's insets, from 0; -1 for the chart itself
-    std::string name;  ///< of the georeference file; a chart's without one there is that of its header
-    double metres_per_pixel =
-        0.0;          ///< from its first reference point to the one farthest from it on the picture
-    Outline outline;  ///< in WGS 84
-    Extent extent;    ///< of the outline
+    std::string path;          ///< of the chart file
+    std::optional<int> inset;  ///< index in Sheet::insets(); empty for the chart itself
+    std::string name;          ///< from the georeference file; if it has none, a chart has that of its header
+    std::optional<double> metres_per_pixel;  ///< as Georeference::metres_per_pixel
+    Outline outline;                         ///< in WGS 84
+    Extent extent;                           ///< of the outline
 };
 
-/// The record of an entry, once its chart is opened.
+/// The georeference of an entry after its chart was opened.
 ///
 /// @param entry  of a catalogue
-/// @param base   the record of the chart object that has opened the entry's file
-/// @return       base or one of its insets; null where the file has changed and has no such inset any more
-const CGEORec* record_of(const CatalogueEntry& entry, const CGEORec& base);
+/// @param sheet  of the chart at the entry's path
+/// @return       empty without a fit, and if the file has changed and no longer has the inset
+[[nodiscard]] std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const Sheet& sheet);
+
+/// The files in a folder and in the folders below it.
+struct FolderFiles {
+    std::vector<std::string> paths;  ///< in alphabetical order
+    int skipped_folders = 0;         ///< folders that could not be entered or read to their end
+};
+
+/// Searches a folder. Links to folders are not followed, except the path itself. Files with names that the
+/// system cannot convert to text are ignored.
+[[nodiscard]] FolderFiles files_below(const std::string& folder);
+
+/// What Catalogue::add_folder did.
+struct FolderReport {
+    int added = 0;            ///< charts
+    int skipped_folders = 0;  ///< as FolderFiles::skipped_folders
+};
 
 /// Charts and insets with what they cover. Files are opened for information only, and none stays open.
 ///
-/// Entries are answered most detailed first, by metres a pixel: texts of scales come in too many forms. What
-/// has fewer than two points comes last, equally detailed ones come in the order in which they were added.
-/// Entries are good for as long as the catalogue is.
+/// Entries are returned in order of metres per pixel, most detailed first, because the texts of scales have
+/// too many forms. Entries without that figure come last. Equally detailed ones keep the order in which they
+/// were added. Entries stay valid as long as the catalogue exists.
 ///
-/// A catalogue may be asked from several threads at once while nothing is added to it.
+/// Several threads may query a catalogue at the same time while nothing is added to it.
 class Catalogue {
 public:
-    /// An answer.
+    /// The result of a query.
     using Entries = std::vector<const CatalogueEntry*>;
 
-    /// Adds a chart and its insets, those of them that cover something. A file added again is there twice.
+    /// Adds a chart and those of its insets that cover something. A file that is added again is in it twice.
+    ///
+    /// The file is opened for information only: a truncated file is added, although OpenZellap with infoOnly
+    /// 0 refuses it.
     ///
     /// @param path  the chart file
-    /// @return      whether anything was added; not for a file that is no chart or has no georeference file
+    /// @return      false if nothing was added: the file is not a chart, its width or height is not positive,
+    ///              or it has no georeference file that covers something
     bool add_file(const std::string& path);
 
-    /// Adds the charts in a folder and in the folders below it: the files with a georeference file beside
-    /// them. What cannot be read is passed over, and links to folders are not followed.
-    ///
-    /// @return  how many files were added
-    int add_folder(const std::string& path);
+    /// Adds the charts among the files of files_below: those with a georeference file beside them. Files that
+    /// add_file refuses are ignored.
+    FolderReport add_folder(const std::string& path);
 
-    /// Those that cover a position in WGS 84.
-    Entries covering(Position position) const;
+    /// The entries that cover a position in WGS 84.
+    [[nodiscard]] Entries covering(Position position) const;
 
-    /// Those that have a place in common with an extent in WGS 84.
-    Entries overlapping(const Extent& extent) const;
+    /// The entries that have a position in common with an extent in WGS 84.
+    [[nodiscard]] Entries overlapping(const Extent& extent) const;
 
-    /// All of them.
-    Entries entries() const;
+    /// All entries.
+    [[nodiscard]] Entries entries() const;
 
 private:
     void add(CatalogueEntry entry);
     template <class Covers>
     Entries chosen(Covers covers) const;
 
-    std::vector<std::unique_ptr<const CatalogueEntry>> entries_;  // in the order of the answers
+    std::vector<std::unique_ptr<const CatalogueEntry>> entries_;  // in the order of results
 };
 
 }  // namespace zellap10::plotter

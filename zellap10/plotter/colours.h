@@ -1,41 +1,38 @@
 #pragma once
 
+/// @file
+///
+/// The colours of a chart's pixels on the screen.
+
 #include <array>
 #include <cstdint>
 
 #include <zellap10/chart/zellap.h>
 
-/// @file
-///
-/// The colours that a chart's pixels have on a screen.
-
 namespace zellap10::plotter {
 
-/// A colour of a screen: 0xAARRGGBB in the machine's own byte order, as 32-bit pictures commonly hold it.
+/// A colour of the screen: 0xAARRGGBB in the byte order of the machine, the usual format of 32-bit bitmaps.
 using Argb = std::uint32_t;
 
-/// The colour of each byte that a line of a chart may hold, all of them opaque.
+/// The colour of each colour index, all of them opaque.
 using ColourTable = std::array<Argb, 256>;
 
-/// How light it is about the screen.
-enum class Light {
-    kDay,    ///< colours as the chart has them
+/// The ambient light for which colours are chosen.
+enum class ColourScheme {
+    kDay,    ///< the colours of the chart
     kDusk,   ///< half as bright
-    kNight,  ///< dim, and the blue part dimmest, so that eyes stay used to the dark
+    kNight,  ///< dim, blue most of all, so that eyes stay adapted to the dark
 };
 
-/// A colour as it is shown in a light: each part times a constant of the light, rounded. Alpha stays. It
-/// serves for what is drawn beside and over a chart too.
-Argb in_light(Argb colour, Light light);
+/// Dims a colour for a colour scheme: each part times a constant, rounded. Alpha does not change. Use it also
+/// for what is drawn beside and over a chart.
+[[nodiscard]] Argb colour_in(ColourScheme scheme, Argb colour);
 
-/// The colours of an open chart.
+/// The colours of a chart.
 ///
-/// An index behind the end of the palette is black, and so are all where there is no palette: the chart is
-/// not open, or for information only. Charts use the indexes from 1 on; index 0 is black unless the chart's
-/// header names it.
-///
-/// @param chart  an open chart
-/// @param light  the light that the table is for
-ColourTable colours_of(const CZellap& chart, Light light = Light::kDay);
+/// Indexes past the end of the palette are black. Without a palette, all are: if the chart is not open, or
+/// open for information only. Charts use the indexes from 1 on; index 0 is black unless the header defines
+/// it.
+[[nodiscard]] ColourTable colours_of(const CZellap& chart, ColourScheme scheme = ColourScheme::kDay);
 
 }  // namespace zellap10::plotter

@@ -1,7 +1,8 @@
+#include "zellap10/plotter/map_view.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/web_mercator.h>
 
 namespace zellap10::plotter {

@@ -2,31 +2,27 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include <zellap10/plotter/polygon.h>
-#include <zellap10/plotter/turns.h>
 
 namespace zellap10::plotter {
 
 namespace {
 
-Pair place_of(const CRefPoint& point) {
-    return {point.Longitude, point.Latitude};
-}
+// Longitudes beyond this are damaged.
+constexpr double kLargestLongitude = 3600.0;
 
-// Finite places of a list's points; a file may say anything.
-template <class Place>
-Ring places_of(const CRefPointList& points, Place place) {
-    Ring places;
+// Longitudes and latitudes of a list's points that are on the earth.
+std::vector<Vector> places_of(const CRefPointList& points) {
+    std::vector<Vector> places;
     for (const CRefPoint* point : points) {
-        const Pair found = place(*point);
-        if (std::isfinite(found.first) && std::isfinite(found.second)) places.push_back(found);
+        if (std::fabs(point->Latitude) <= 90.0 && std::fabs(point->Longitude) <= kLargestLongitude)
+            places.push_back({point->Longitude, point->Latitude});
     }
     return places;
 }
 
-// Whether points go over the 180th meridian from the left of their picture to its right, as the fit sees it.
+// Whether points cross the 180th meridian from the left of the chart to its right, by the rule of the fit.
 bool crosses_180(const CRefPointList& points) {
     const auto further_left = [](const CRefPoint* a, const CRefPoint* b) { return a->X < b->X; };
     const auto left = std::min_element(points.begin(), points.end(), further_left);
@@ -34,74 +30,62 @@ bool crosses_180(const CRefPointList& points) {
     return left != points.end() && (*left)->Longitude > 0.0 && (*right)->Longitude < 0.0;
 }
 
-// Positive longitudes a turn further down.
-Ring moved_down(Ring places) {
-    for (Pair& place : places) {
-        if (place.first > 0.0) place.first -= 360.0;
+double middle_longitude(const Polygon& polygon) {
+    const Box box = box_around(polygon);
+    return 0.5 * (box.min.x + box.max.x);
+}
+
+// Puts each corner in the turn nearest to the one before it, unless no area is left.
+void take_short_ways(Polygon& corners) {
+    Polygon run_on = corners;
+    for (std::size_t i = 1; i < run_on.size(); ++i)
+        run_on[i].x = longitude_near(run_on[i].x, run_on[i - 1].x);
+    const Box box = box_around(run_on);
+    if (box.max.x > box.min.x) corners = std::move(run_on);
+}
+
+Polygon corners_of(const CGEORec& record) {
+    std::vector<Vector> points = places_of(record.Points);
+    if (crosses_180(record.Points)) {
+        for (Vector& point : points)
+            if (point.x > 0.0) point.x -= 360.0;
     }
-    return places;
-}
-
-double width_of(const Ring& places) {
-    const Box box = box_around(places);
-    return box.most.first - box.least.first;
-}
-
-double middle_of(const Ring& places) {
-    const Box box = box_around(places);
-    return 0.5 * (box.least.first + box.most.first);
-}
-
-// The longitudes of vertices in the turn of the points. Without points, over the 180th meridian where that
-// makes them narrower.
-void turn_to_points(Ring& vertices, const Ring& points) {
+    Polygon vertices = places_of(record.Vertices);
+    if (vertices.size() < 3) {
+        Polygon hull = hull_of(std::move(points));
+        return hull.size() >= 3 ? hull : Polygon();
+    }
     if (points.empty()) {
-        Ring down = moved_down(vertices);
-        if (width_of(down) < width_of(vertices)) vertices = std::move(down);
-        return;
+        take_short_ways(vertices);
+    } else {
+        const double middle = middle_longitude(points);
+        for (Vector& vertex : vertices)
+            vertex.x = longitude_near(vertex.x, middle);
     }
-    const double middle = middle_of(points);
-    for (Pair& vertex : vertices)
-        vertex.first = nearest_turn(vertex.first, middle);
+    return vertices;
 }
 
-Ring ring_of(const CGEORec& record) {
-    Ring points = places_of(record.Points, place_of);
-    if (crosses_180(record.Points)) points = moved_down(std::move(points));
-    Ring vertices = places_of(record.Vertices, place_of);
-    if (vertices.size() >= 3) {
-        turn_to_points(vertices, points);
-        return vertices;
+bool is_around_pole(const std::vector<Position>& corners) {
+    double turned = 0.0;
+    bool has_north = false;
+    bool has_south = false;
+    double before = corners.empty() ? 0.0 : corners.back().longitude;
+    for (const Position corner : corners) {
+        turned += std::remainder(corner.longitude - before, 360.0);
+        before = corner.longitude;
+        has_north = has_north || corner.latitude > 0.0;
+        has_south = has_south || corner.latitude < 0.0;
     }
-    Ring hull = hull_of(std::move(points));
-    return hull.size() >= 3 ? hull : Ring();
+    return has_north != has_south && std::fabs(turned) > 180.0;
 }
 
-Ring ring_of(const std::vector<Position>& corners) {
-    Ring ring;
+// The polygon of an outline, without corners if the outline covers nothing.
+Polygon polygon_of(const std::vector<Position>& corners) {
+    Polygon polygon;
+    if (corners.size() < 3 || is_around_pole(corners)) return polygon;
     for (const Position corner : corners)
-        ring.push_back({corner.longitude, corner.latitude});
-    return ring;
-}
-
-Outline outline_moved(const CGEORec& record, double latitude_offset, double longitude_offset) {
-    Outline outline;
-    for (const Pair corner : ring_of(record))
-        outline.corners.push_back({corner.second + latitude_offset, corner.first + longitude_offset});
-    return outline;
-}
-
-// The outline of an inset on the chart's picture.
-Ring pixels_of(const CGEORec& inset) {
-    Ring ring = places_of(inset.Vertices, [&inset](const CRefPoint& vertex) {
-        const auto pixel = pixel_of(inset, {vertex.Latitude, vertex.Longitude});
-        constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-        return pixel ? Pair{pixel->x, pixel->y} : Pair{kNone, kNone};
-    });
-    if (ring.size() >= 3) return ring;
-    return hull_of(places_of(inset.Points, [](const CRefPoint& point) {
-        return Pair{static_cast<double>(point.X), static_cast<double>(point.Y)};
-    }));
+        polygon.push_back({corner.longitude, corner.latitude});
+    return polygon;
 }
 
 }  // namespace
@@ -117,54 +101,42 @@ bool Extent::overlaps(const Extent& other) const {
 }
 
 bool Outline::covers(Position position) const {
-    if (corners.size() < 3) return false;
-    const Ring ring = ring_of(corners);
-    return contains(ring, {nearest_turn(position.longitude, middle_of(ring)), position.latitude});
+    if (!std::isfinite(position.latitude) || !std::isfinite(position.longitude)) return false;
+    const Polygon polygon = polygon_of(corners);
+    if (polygon.empty()) return false;
+    return contains(polygon,
+                    {longitude_near(position.longitude, middle_longitude(polygon)), position.latitude});
 }
 
 bool Outline::overlaps(const Extent& extent) const {
-    if (corners.size() < 3) return false;
-    const Ring ring = ring_of(corners);
+    const Polygon polygon = polygon_of(corners);
+    if (polygon.empty()) return false;
     // The extent may reach the outline in either of two turns.
-    const double west = box_around(ring).least.first;
+    const double west = box_around(polygon).min.x;
     const double east = degrees_east(extent.west, west);
     for (const double start : {west + east, west + east - 360.0}) {
-        if (overlap(ring, {{start, extent.south}, {start + extent.width, extent.north}})) return true;
+        if (overlap(polygon, {{start, extent.south}, {start + extent.width, extent.north}})) return true;
     }
     return false;
 }
 
 std::optional<Extent> Outline::extent() const {
-    if (corners.empty()) return std::nullopt;
-    const Box box = box_around(ring_of(corners));
-    return Extent{box.least.second, box.most.second, within_a_turn(box.least.first),
-                  std::min(box.most.first - box.least.first, 360.0)};
+    const Polygon polygon = polygon_of(corners);
+    if (polygon.empty()) return std::nullopt;
+    const Box box = box_around(polygon);
+    return Extent{box.min.y, box.max.y, normalize_longitude(box.min.x),
+                  std::min(box.max.x - box.min.x, 360.0)};
 }
 
-Outline outline_of(const CGEORec& record) {
-    return outline_moved(record, 0.0, 0.0);
-}
-
-Outline wgs84_outline_of(const CGEORec& record) {
-    return outline_moved(record, record.LatitudeOffset, record.LongitudeOffset);
-}
-
-bool covers(const CGEORec& record, Position position) {
-    return outline_of(record).covers(position);
-}
-
-const CGEORec& record_at(const CGEORec& base, Pixel pixel) {
-    const CGEORec* found = &base;
-    double least = std::numeric_limits<double>::max();
-    for (const CGEORec* inset : base.Insets) {
-        const Ring ring = pixels_of(*inset);
-        if (!contains(ring, {pixel.x, pixel.y})) continue;
-        const double area = area_of(ring);
-        if (area >= least) continue;
-        least = area;
-        found = inset;
-    }
-    return *found;
+Outline outline_of(const CGEORec& record, Datum datum) {
+    const bool shifts = datum == Datum::kWgs84;
+    const double north = shifts ? record.LatitudeOffset : 0.0;
+    const double east = shifts ? record.LongitudeOffset : 0.0;
+    Outline outline;
+    outline.datum = datum;
+    for (const Vector corner : corners_of(record))
+        outline.corners.push_back({corner.y + north, corner.x + east});
+    return outline;
 }
 
 }  // namespace zellap10::plotter

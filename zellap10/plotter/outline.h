@@ -1,66 +1,63 @@
 #pragma once
 
+/// @file
+///
+/// The area that a chart or an inset covers on the earth.
+
 #include <optional>
 #include <vector>
 
+#include <zellap10/georef/geo_record.h>
 #include <zellap10/plotter/position.h>
-
-/// What a chart or an inset covers, of the earth and of the picture.
-///
-/// A record's outline is the polygon of its vertices; with fewer than three of them it is the convex hull of
-/// its reference points. Its edges are straight in latitude and longitude. What lies on an edge is covered.
-/// An outline around a pole covers nothing.
 
 namespace zellap10::plotter {
 
-/// A part of the earth between two parallels and two meridians, its edges included; also over the 180th
+/// A part of the earth between two parallels and two meridians, its edges included. It may cross the 180th
 /// meridian.
 struct Extent {
     double south = 0.0;  ///< DEGREES, north positive
     double north = 0.0;  ///< DEGREES, not below south
     double west = 0.0;   ///< DEGREES, from -180 to 180
-    double width = 0.0;  ///< DEGREES eastward from west, 0 to 360; past the 180th meridian too
+    double width = 0.0;  ///< DEGREES eastward from west, 0 to 360
 
-    /// Whether a position lies in it or on its edge, whatever turn its longitude is in.
-    bool contains(Position position) const;
+    /// Whether it contains a position, in whatever turn its longitude is.
+    [[nodiscard]] bool contains(Position position) const;
 
-    /// Whether they have a place in common.
-    bool overlaps(const Extent& other) const;
+    /// Whether they have a position in common. All longitudes of a pole are different positions: two extents
+    /// that meet only at a pole overlap only if their longitudes do.
+    [[nodiscard]] bool overlaps(const Extent& other) const;
 };
 
-/// A polygon on the earth.
-struct Outline {
-    /// Its corners in their order; the last is joined to the first. Longitudes run on, past 180 or -180 where
-    /// the outline crosses that meridian.
-    std::vector<Position> corners;
-
-    /// Whether a position lies in it or on its edge, whatever turn its longitude is in.
-    bool covers(Position position) const;
-
-    /// Whether they have a place in common.
-    bool overlaps(const Extent& extent) const;
-
-    /// The smallest extent around it; none without corners.
-    std::optional<Extent> extent() const;
-};
-
-/// The outline of a record in the chart's own datum, without corners where it has neither three vertices nor
-/// three points off one line. The record needs no fit: a chart opened for information only will do.
-Outline outline_of(const CGEORec& record);
-
-/// The outline in WGS 84, by the record's two offsets.
-Outline wgs84_outline_of(const CGEORec& record);
-
-/// Whether a record covers a position in the chart's own datum.
-bool covers(const CGEORec& record, Position position);
-
-/// The record that a pixel of a chart belongs to: that of the inset whose outline the pixel lies in, of the
-/// smallest of them where there are several, and else the chart's own. An inset's pixels are those of its
-/// fitted outline, not InsetRect, whose margin of 80 pixels is the chart's.
+/// A polygon on the earth. Its edges are straight in latitude and longitude, and belong to it.
 ///
-/// @param base   the record of the chart, as GetBaseGeoRec gives it
-/// @param pixel  any pixel
-/// @return       base or one of its insets, good until the chart is closed
-const CGEORec& record_at(const CGEORec& base, Pixel pixel);
+/// An outline around a pole covers nothing, overlaps nothing and has no extent. An outline runs around a pole
+/// if its corners are on one side of the equator and its longitudes add up to a full turn, each edge taken
+/// the short way.
+struct Outline {
+    /// The corners in order. An edge joins the last to the first. Longitudes go past 180 or -180 if the
+    /// outline crosses that meridian.
+    std::vector<Position> corners;
+    Datum datum = Datum::kWgs84;  ///< of the corners
+
+    /// Whether it contains a position in its datum, in whatever turn its longitude is. Positions that are not
+    /// finite are not covered.
+    [[nodiscard]] bool covers(Position position) const;
+
+    /// Whether they have a position in common. Two areas that meet only at a pole, see Extent::overlaps.
+    [[nodiscard]] bool overlaps(const Extent& extent) const;
+
+    /// The smallest extent around it. Empty without corners and around a pole.
+    [[nodiscard]] std::optional<Extent> extent() const;
+};
+
+/// The outline of a record: the polygon of its vertices, or the convex hull of its reference points if it has
+/// fewer than three vertices. It has no corners if the record has neither three vertices nor three points off
+/// one line. The record needs no fit, so that a chart opened for information only is enough.
+///
+/// Vertices are placed in the turn nearest to the middle of the reference points, so that an edge of 180
+/// degrees or more is possible. Without reference points each edge goes the short way, and one of exactly 180
+/// as in the file; if the outline then has no area, longitudes are used as in the file. Vertices and points
+/// off the earth are ignored.
+[[nodiscard]] Outline outline_of(const CGEORec& record, Datum datum = Datum::kWgs84);
 
 }  // namespace zellap10::plotter

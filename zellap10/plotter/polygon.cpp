@@ -3,110 +3,126 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <utility>
 
 namespace zellap10::plotter {
 
 namespace {
 
-// Twice the area of a triangle: above 0 where its corners turn to the left, first to the right and second up.
-double turn(Pair a, Pair b, Pair c) {
-    const Pair along = b - a;
-    const Pair aside = c - a;
-    return along.first * aside.second - along.second * aside.first;
+// Twice the area of a triangle, positive if its corners turn left, x to the right and y up.
+double turn(Vector a, Vector b, Vector c) {
+    const Vector ab = b - a;
+    const Vector ac = c - a;
+    return ab.x * ac.y - ab.y * ac.x;
 }
 
 bool is_between(double value, double end, double other_end) {
     return value >= std::min(end, other_end) && value <= std::max(end, other_end);
 }
 
-bool is_inside(const Box& box, Pair place) {
-    return is_between(place.first, box.least.first, box.most.first) &&
-           is_between(place.second, box.least.second, box.most.second);
-}
-
-// Calls `use` with both ends of each edge, until it answers true.
+// Calls `use` with both ends of each edge until it returns true.
 template <class Use>
-bool any_edge(const Ring& ring, Use use) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        if (use(ring[i], ring[(i + 1) % ring.size()])) return true;
+bool any_edge(const Polygon& polygon, Use use) {
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        if (use(polygon[i], polygon[(i + 1) % polygon.size()])) return true;
     }
     return false;
 }
 
-// Whether all corners of a box lie on one side of the line through two places.
-bool lies_aside(const Box& box, Pair a, Pair b) {
-    const double turns[] = {turn(a, b, box.least), turn(a, b, box.most),
-                            turn(a, b, {box.least.first, box.most.second}),
-                            turn(a, b, {box.most.first, box.least.second})};
+// Whether all corners of a box are on one side of the line through two points.
+bool is_on_one_side(const Box& box, Vector a, Vector b) {
+    const double turns[] = {turn(a, b, box.min), turn(a, b, box.max), turn(a, b, {box.min.x, box.max.y}),
+                            turn(a, b, {box.max.x, box.min.y})};
     return *std::min_element(turns, turns + 4) > 0.0 || *std::max_element(turns, turns + 4) < 0.0;
 }
 
-bool edge_meets(const Box& box, Pair a, Pair b) {
-    if (std::max(a.first, b.first) < box.least.first || std::min(a.first, b.first) > box.most.first ||
-        std::max(a.second, b.second) < box.least.second || std::min(a.second, b.second) > box.most.second) {
+bool edge_meets(const Box& box, Vector a, Vector b) {
+    if (std::max(a.x, b.x) < box.min.x || std::min(a.x, b.x) > box.max.x || std::max(a.y, b.y) < box.min.y ||
+        std::min(a.y, b.y) > box.max.y) {
         return false;
     }
-    return !lies_aside(box, a, b);
+    return !is_on_one_side(box, a, b);
 }
 
 }  // namespace
 
-Box box_around(const Ring& ring) {
-    Box box{ring.front(), ring.front()};
-    for (const Pair corner : ring) {
-        box.least = {std::min(box.least.first, corner.first), std::min(box.least.second, corner.second)};
-        box.most = {std::max(box.most.first, corner.first), std::max(box.most.second, corner.second)};
+Box box_around(const Polygon& points) {
+    Box box{points.front(), points.front()};
+    for (const Vector point : points) {
+        box.min = {std::min(box.min.x, point.x), std::min(box.min.y, point.y)};
+        box.max = {std::max(box.max.x, point.x), std::max(box.max.y, point.y)};
     }
     return box;
 }
 
-bool contains(const Ring& ring, Pair place) {
-    if (ring.size() < 3) return false;
-    // A ray to the right crosses the edges an odd number of times from inside.
-    bool inside = false;
-    const bool on_edge = any_edge(ring, [&](Pair a, Pair b) {
-        const double side = turn(a, b, place);
-        if (side == 0.0 && is_inside({a, b}, place)) return true;
-        if ((a.second > place.second) != (b.second > place.second) && (side > 0.0) == (b.second > a.second))
-            inside = !inside;
+void ContainsTest::add_edge(Vector a, Vector b) {
+    const double side = turn(a, b, point_);
+    if (side == 0.0 && is_between(point_.x, a.x, b.x) && is_between(point_.y, a.y, b.y)) on_edge_ = true;
+    if ((a.y > point_.y) != (b.y > point_.y) && (side > 0.0) == (b.y > a.y)) crosses_ = !crosses_;
+}
+
+bool contains(const Polygon& polygon, Vector point) {
+    if (polygon.size() < 3) return false;
+    ContainsTest test(point);
+    any_edge(polygon, [&test](Vector a, Vector b) {
+        test.add_edge(a, b);
         return false;
     });
-    return on_edge || inside;
+    return test.contains();
 }
 
-bool overlap(const Ring& ring, const Box& box) {
-    return contains(ring, box.least) ||
-           (ring.size() >= 3 && any_edge(ring, [&box](Pair a, Pair b) { return edge_meets(box, a, b); }));
+bool overlap(const Polygon& polygon, const Box& box) {
+    return contains(polygon, box.min) ||
+           (polygon.size() >= 3 &&
+            any_edge(polygon, [&box](Vector a, Vector b) { return edge_meets(box, a, b); }));
 }
 
-double area_of(const Ring& ring) {
+double area_of(const Polygon& polygon) {
     double twice = 0.0;
-    any_edge(ring, [&](Pair a, Pair b) {
-        twice += turn(ring.front(), a, b);
+    any_edge(polygon, [&](Vector a, Vector b) {
+        twice += turn(polygon.front(), a, b);
         return false;
     });
     return 0.5 * std::fabs(twice);
 }
 
-Ring hull_of(std::vector<Pair> places) {
-    const auto before = [](Pair a, Pair b) {
-        return a.first < b.first || (a.first == b.first && a.second < b.second);
-    };
-    std::sort(places.begin(), places.end(), before);
-    // The lower side from left to right, then the upper one back; each keeps to the left.
-    Ring hull;
+// Andrew's monotone chain: the lower side from left to right, then the upper side back.
+Polygon hull_of(std::vector<Vector> points) {
+    std::sort(points.begin(), points.end(),
+              [](Vector a, Vector b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
+    Polygon hull;
     for (int side = 0; side < 2; ++side) {
         const std::size_t start = hull.size();
-        for (const Pair place : places) {
-            while (hull.size() >= start + 2 && turn(hull[hull.size() - 2], hull.back(), place) <= 0.0)
+        for (const Vector point : points) {
+            while (hull.size() >= start + 2 && turn(hull[hull.size() - 2], hull.back(), point) <= 0.0)
                 hull.pop_back();
-            hull.push_back(place);
+            hull.push_back(point);
         }
         if (!hull.empty()) hull.pop_back();
-        std::reverse(places.begin(), places.end());
+        std::reverse(points.begin(), points.end());
     }
     return hull;
+}
+
+// The covariance matrix has rank 2. The ratio of its singular values is that of the lengths, squared.
+bool span_area(const std::vector<Vector>& points) {
+    constexpr double kFlattest = 1e-12;
+    if (points.size() < 3) return false;
+    const Box box = box_around(points);
+    const Vector middle{0.5 * box.min.x + 0.5 * box.max.x, 0.5 * box.min.y + 0.5 * box.max.y};
+    const double count = static_cast<double>(points.size());
+    Vector mean;
+    for (const Vector point : points)
+        mean = mean + Vector{(point.x - middle.x) / count, (point.y - middle.y) / count};
+    double xx = 0.0;
+    double xy = 0.0;
+    double yy = 0.0;
+    for (const Vector point : points) {
+        const Vector off = point - middle - mean;
+        xx += off.x * off.x;
+        xy += off.x * off.y;
+        yy += off.y * off.y;
+    }
+    return xx * yy - xy * xy > kFlattest * (xx + yy) * (xx + yy);
 }
 
 }  // namespace zellap10::plotter

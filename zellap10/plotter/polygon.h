@@ -2,32 +2,51 @@
 
 #include <vector>
 
-#include <zellap10/plotter/linear.h>
+#include <zellap10/plotter/vector.h>
 
 namespace zellap10::plotter {
 
-/// The corners of an area in their order; the last is joined to the first.
-using Ring = std::vector<Pair>;
+/// The corners of a polygon in order. An edge joins the last to the first.
+using Polygon = std::vector<Vector>;
 
-/// The smallest rectangle around a ring.
+/// A rectangle parallel to the axes.
 struct Box {
-    Pair least;
-    Pair most;
+    Vector min;
+    Vector max;
 };
 
-/// @param ring  one corner or more
-Box box_around(const Ring& ring);
+/// The smallest box around points.
+///
+/// @param points  at least one
+Box box_around(const Polygon& points);
 
-/// Whether a place lies inside a ring or on its edge; nothing does where there are fewer than three corners.
-bool contains(const Ring& ring, Pair place);
+/// Finds out whether a polygon contains a point, edge by edge, by counting the edges that a ray to the right
+/// crosses. Points on an edge are inside. Edges that are entirely above or below the point may be left out.
+class ContainsTest {
+public:
+    explicit ContainsTest(Vector point) : point_(point) {}
+    void add_edge(Vector a, Vector b);
+    bool contains() const { return on_edge_ || crosses_; }
 
-/// Whether a ring and a box have a place in common.
-bool overlap(const Ring& ring, const Box& box);
+private:
+    Vector point_;
+    bool crosses_ = false;  // an odd number of edges
+    bool on_edge_ = false;
+};
 
-/// The area inside a ring.
-double area_of(const Ring& ring);
+/// Whether a polygon contains a point. With fewer than three corners it contains none.
+bool contains(const Polygon& polygon, Vector point);
 
-/// The convex hull of places, without those on its edges; fewer than three where all lie on a line.
-Ring hull_of(std::vector<Pair> places);
+/// Whether a polygon and a box have a point in common.
+bool overlap(const Polygon& polygon, const Box& box);
+
+double area_of(const Polygon& polygon);
+
+/// The convex hull of points, without those on its edges. It has fewer than three corners if all points are
+/// on a line.
+Polygon hull_of(std::vector<Vector> points);
+
+/// Whether points span an area. Points on a line do not, and neither do points that are not finite.
+bool span_area(const std::vector<Vector>& points);
 
 }  // namespace zellap10::plotter

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
 #include <zellap10/navigation/course.h>
 #include <zellap10/navigation/dead_reckoning.h>
+#include <zellap10/platform/angle.h>
 
 namespace zellap10::plotter {
 
@@ -17,11 +17,11 @@ double longitude_between(double from, double to) {
     return std::remainder(to - from, 360.0);
 }
 
-// Degrees, 0.1 m on the ground. Between latitudes closer than this the difference of meridional parts has too
-// few places left: it may be 0, and a leg of 40 miles with it.
+// Degrees, 0.1 m on the ground. Between closer latitudes the difference of meridional parts has too few
+// digits left: it may be 0, and with it the distance of a leg of 40 miles.
 constexpr double kNearParallel = 1e-6;
 
-// The distance along a rhumb line from a latitude to another, to a longitude `east` of it, and its course.
+// The distance and course of a rhumb line between two latitudes that ends `east` degrees east of its start.
 double sail(double from_latitude, double to_latitude, double east, double* course) {
     const double north = to_latitude - from_latitude;
     if (north == 0.0 || !(std::abs(north) < kNearParallel))
@@ -35,30 +35,45 @@ double sail(double from_latitude, double to_latitude, double east, double* cours
 
 }  // namespace
 
-Leg leg_between(const Position& from, const Position& to, double speed) {
-    Leg leg;
+Leg leg_between(Position from, Position to) {
+    double course = 0.0;
     const double east = longitude_between(from.longitude, to.longitude);
-    leg.distance = sail(from.latitude, to.latitude, east, &leg.course);
-    if (leg.distance == 0.0) {
-        leg.course = std::numeric_limits<double>::quiet_NaN();
-    } else {
-        leg.time = speed > 0.0 ? leg.distance * 3600.0 / speed : std::numeric_limits<double>::infinity();
-    }
-    return leg;
+    const double distance = sail(from.latitude, to.latitude, east, &course);
+    if (distance == 0.0 || !std::isfinite(course)) return {std::nullopt, distance};
+    return {course, distance};
 }
 
-Route route_over(const std::vector<Position>& waypoints, double speed) {
+Route route_over(const std::vector<Position>& waypoints) {
     Route route;
     for (std::size_t i = 1; i < waypoints.size(); ++i) {
-        const Leg leg = leg_between(waypoints[i - 1], waypoints[i], speed);
-        route.legs.push_back(leg);
-        route.distance += leg.distance;
-        route.time += leg.time;
+        route.legs.push_back(leg_between(waypoints[i - 1], waypoints[i]));
+        route.distance += route.legs.back().distance;
     }
     return route;
 }
 
-std::vector<Position> rhumb_line(const Position& from, const Position& to, int pieces) {
+std::optional<double> time_to_go(double distance, double speed) {
+    if (!(speed > 0.0) || !std::isfinite(speed) || !std::isfinite(distance)) return std::nullopt;
+    return distance * 3600.0 / speed;
+}
+
+std::optional<double> cross_track_distance(Position from, Position to, Position at) {
+    const std::optional<double> course = leg_between(from, to).course;
+    if (!course) return std::nullopt;
+    const double theta = (90.0 - *course) * platform::DEG_TO_RAD;
+    const double at_east = longitude_between(from.longitude, at.longitude);
+    Position foot{at.latitude, at_east};
+    m_line(from.latitude, 0.0, &foot.latitude, &foot.longitude, theta);
+    const Position off{at.latitude, at_east};
+    const double distance = leg_between(foot, off).distance;
+    if (!std::isfinite(distance)) return std::nullopt;
+    // Right of the leg, a quarter turn clockwise from its direction.
+    const double right =
+        (off.longitude - foot.longitude) * std::sin(theta) - (off.latitude - foot.latitude) * std::cos(theta);
+    return std::copysign(distance, right);
+}
+
+std::vector<Position> rhumb_line(Position from, Position to, int pieces) {
     const double east = longitude_between(from.longitude, to.longitude);
     const Position end{to.latitude, from.longitude + east};
     double course = 0.0;
@@ -68,8 +83,8 @@ std::vector<Position> rhumb_line(const Position& from, const Position& to, int p
         m_advance_d(&position.latitude, &position.longitude, miles * part, course);
         return position;
     };
-    // A course within 0.01 degrees of a parallel is sailed along it and so misses the end; each position
-    // takes its share of that.
+    // m_advance_d stays on the parallel for courses within 0.01 degrees of it and so misses the end. Each
+    // position is corrected by its share of that.
     const Position reached = advanced(1.0);
     const Position missed{end.latitude - reached.latitude, end.longitude - reached.longitude};
     if (!std::isfinite(missed.latitude) || !std::isfinite(missed.longitude)) return {from, end};

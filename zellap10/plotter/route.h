@@ -1,56 +1,65 @@
 #pragma once
 
+/// @file
+///
+/// Routes: waypoints joined by rhumb lines, with the library's course and distance.
+///
+/// All positions are in one datum, whichever it is. Longitudes may be in any turn. A leg goes the short way
+/// around the earth, also across the 180th meridian, and either way if both are half a turn. NaN and infinity
+/// are handed on. At a pole, course and distance are those of meridional parts, which are 102765.6 at the
+/// north pole and minus infinity at the south pole.
+
+#include <optional>
 #include <vector>
 
 #include <zellap10/plotter/position.h>
-
-/// @file
-///
-/// Routes: waypoints with a rhumb line from each to the next, by the library's course and distance.
-///
-/// Positions are in one datum, whichever it is. Their longitudes may be in any turn; a leg goes the short way
-/// about the earth, across the 180th meridian too, and half a turn either way.
 
 namespace zellap10::plotter {
 
 /// From a waypoint to the next.
 struct Leg {
-    double course = 0.0;    ///< DEGREES clockwise from north, from 0 up to 360; NaN for a leg without length
-    double distance = 0.0;  ///< nautical miles of 60 to the degree of latitude
-    double time = 0.0;      ///< seconds; infinite at a speed that is not above 0, 0 for a leg without length
+    std::optional<double> course;  ///< DEGREES clockwise from north, 0 to 360; empty for a leg without length
+    double distance = 0.0;         ///< nautical miles of 60 to the degree of latitude
 };
 
-/// A whole route.
+/// The legs of a route.
 struct Route {
     std::vector<Leg> legs;  ///< one fewer than the waypoints
-    double distance = 0.0;  ///< of all legs
-    double time = 0.0;      ///< of all legs
+    double distance = 0.0;  ///< sum over the legs
 };
 
 /// The leg from one position to another.
-///
-/// NaN and infinity are handed on. At a pole course and distance are those of meridional parts, which end at
-/// 102765.6 in the north and do not end in the south.
-///
-/// @param from, to  where it begins and ends
-/// @param speed     knots
-Leg leg_between(const Position& from, const Position& to, double speed);
+[[nodiscard]] Leg leg_between(Position from, Position to);
 
-/// The legs of a route and their sums; none for fewer than two waypoints.
+/// The legs of a route; none for fewer than two waypoints.
 ///
 /// @param waypoints  in the order of sailing
-/// @param speed      knots
-Route route_over(const std::vector<Position>& waypoints, double speed);
+[[nodiscard]] Route route_over(const std::vector<Position>& waypoints);
 
-/// Positions along the rhumb line of a leg, for drawing: on most charts it is no straight line.
+/// The time for a distance.
 ///
-/// The first is `from` and the last lies where `to` does. The longitudes run on from that of `from`, past 180
-/// where the leg crosses that meridian, so that no two neighbours are a turn apart.
+/// @param distance  nautical miles
+/// @param speed     knots
+/// @return          seconds; empty unless the speed is above 0 and both are finite
+[[nodiscard]] std::optional<double> time_to_go(double distance, double speed);
+
+/// How far a position is off a leg.
 ///
-/// @param from, to  where the leg begins and ends
-/// @param pieces    of equal length, that many and one positions are given; below 1 counts as 1
-/// @return          the positions; only the two ends where a position is not finite or at the south pole,
-///                  and what lies between has no number
-std::vector<Position> rhumb_line(const Position& from, const Position& to, int pieces);
+/// @param from, to  the ends of the leg. The rhumb line goes on past them
+/// @param at        the position
+/// @return          nautical miles along the perpendicular to the rhumb line, positive right of it; empty for
+///                  a leg without length, and if a position is at a pole or not finite
+[[nodiscard]] std::optional<double> cross_track_distance(Position from, Position to, Position at);
+
+/// Positions along the rhumb line of a leg, for drawing: on most charts it is not straight.
+///
+/// The first is `from`, the last is where `to` is. Longitudes go on from that of `from`, past 180 if the leg
+/// crosses that meridian, so that neighbours are never a turn apart.
+///
+/// @param from, to  the ends of the leg
+/// @param pieces    how many pieces of equal length; below 1 counts as 1
+/// @return          one more position than pieces; only the two ends if a position is not finite or at the
+///                  south pole
+[[nodiscard]] std::vector<Position> rhumb_line(Position from, Position to, int pieces);
 
 }  // namespace zellap10::plotter

@@ -3,8 +3,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include <zellap10/plotter/mile.h>
-
 namespace zellap10::plotter {
 
 namespace {
@@ -13,7 +11,7 @@ constexpr char kNoValue[] = "---";
 constexpr char kDegree[] = "\xC2\xB0";  // in UTF-8
 
 constexpr long long kPartsOfDegree = 6000;  // hundredths of a minute
-constexpr double kLeastMiles = 0.1;         // below it a distance is told in metres
+constexpr double kLeastMiles = 0.1;         // below it distances are in metres
 constexpr double kTooFarMiles = 1e9;
 constexpr double kTooLongSeconds = 2147483647.0;
 
@@ -45,46 +43,46 @@ std::string in_units(long long count, long long parts, const char* larger, const
 
 }  // namespace
 
-std::string position_text(const Position& position) {
-    return latitude_text(position.latitude) + ' ' + longitude_text(position.longitude);
+std::string format_position(Position position) {
+    return format_latitude(position.latitude) + ' ' + format_longitude(position.longitude);
 }
 
-std::string latitude_text(double degrees) {
+std::string format_latitude(double degrees) {
     if (!(std::fabs(degrees) < 91.0)) return kNoValue;
     const long long parts = std::llround(std::fabs(degrees) * kPartsOfDegree);
     if (parts > 90 * kPartsOfDegree) return kNoValue;
     return degrees_and_minutes(parts, 2) + (degrees > 0.0 || parts == 0 ? 'N' : 'S');
 }
 
-std::string longitude_text(double degrees) {
+std::string format_longitude(double degrees) {
     if (!std::isfinite(degrees)) return kNoValue;
     const double reduced = std::remainder(degrees, 360.0);
     const long long parts = std::llround(std::fabs(reduced) * kPartsOfDegree);
     return degrees_and_minutes(parts, 3) + (reduced > 0.0 || parts == 0 ? 'E' : 'W');
 }
 
-std::string course_text(double degrees) {
-    if (!std::isfinite(degrees)) return kNoValue;
-    const long long tenths = (std::llround(std::remainder(degrees, 360.0) * 10.0) + 3600) % 3600;
+std::string format_course(std::optional<double> degrees) {
+    if (!degrees || !std::isfinite(*degrees)) return kNoValue;
+    const long long tenths = (std::llround(std::remainder(*degrees, 360.0) * 10.0) + 3600) % 3600;
     return digits(tenths / 10, 3) + '.' + digits(tenths % 10, 1) + kDegree;
 }
 
-std::string distance_text(double miles) {
+std::string format_distance(double miles) {
     const double size = std::fabs(miles);
-    if (!(size < kTooFarMiles)) return kNoValue;
-    const long long metres = std::llround(size * kMetresOfMile);
-    const char* const sign = miles < 0.0 && metres > 0 ? "-" : "";
-    return sign + (size < kLeastMiles ? digits(metres, 1) + " m" : miles_text(size));
+    if (!(std::round(size) < kTooFarMiles)) return kNoValue;
+    const std::string sign = miles < 0.0 ? "-" : "";
+    if (size >= kLeastMiles) return sign + miles_text(size);
+    return sign + digits(std::llround(size * kMetresPerNauticalMile), 1) + " m";
 }
 
-std::string duration_text(double seconds) {
-    const double size = std::fabs(seconds);
+std::string format_duration(std::optional<double> seconds) {
+    const double size = seconds ? std::round(std::fabs(*seconds)) : kTooLongSeconds;
     if (!(size < kTooLongSeconds)) return kNoValue;
-    const long long whole_seconds = std::llround(size);
-    const long long minutes = std::llround(size / 60.0);
-    const long long hours = std::llround(size / 3600.0);
-    const std::string sign = seconds < 0.0 && whole_seconds > 0 ? "-" : "";
-    if (whole_seconds < 3600) return sign + in_units(whole_seconds, 60, " min ", " s");
+    const long long total = std::llround(size);
+    const long long minutes = std::llround(std::fabs(*seconds) / 60.0);
+    const long long hours = std::llround(std::fabs(*seconds) / 3600.0);
+    const std::string sign = *seconds < 0.0 ? "-" : "";
+    if (total < 3600) return sign + in_units(total, 60, " min ", " s");
     if (minutes < 1440) return sign + in_units(minutes, 60, " h ", " min");
     return sign + in_units(hours, 24, " d ", " h");
 }

@@ -1,0 +1,53 @@
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include <zellap10/plotter/catalogue.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Adds the files of a folder, and the folders below it to those that are still to be searched.
+bool search(const fs::path& folder, std::vector<std::string>& files, std::vector<fs::path>& folders) {
+    std::error_code error;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        const fs::file_status status = entry->symlink_status(ignored);
+        if (fs::is_directory(status)) {
+            folders.push_back(entry->path());
+            continue;
+        }
+        if (!entry->is_regular_file(ignored)) continue;
+        try {
+            files.push_back(entry->path().string());
+        } catch (const std::system_error&) {
+            continue;  // its name cannot be converted to text, so that it could not be opened
+        }
+    }
+    return !error;
+}
+
+}  // namespace
+
+FolderFiles files_below(const std::string& folder) {
+    FolderFiles found;
+    std::vector<fs::path> folders;
+    try {
+        folders.emplace_back(folder);
+    } catch (const std::system_error&) {
+        found.skipped_folders = 1;  // the path cannot be converted
+    }
+    while (!folders.empty()) {
+        const fs::path next = folders.back();
+        folders.pop_back();
+        if (!search(next, found.paths, folders)) ++found.skipped_folders;
+    }
+    std::sort(found.paths.begin(), found.paths.end());
+    return found;
+}
+
+}  // namespace zellap10::plotter
