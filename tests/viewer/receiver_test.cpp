@@ -1,3 +1,5 @@
+#include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -24,14 +26,14 @@ using namespace viewer;
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr auto kEnd = 300ms;  // 0.2 s, and what a loaded machine adds
+constexpr auto kEnd = 500ms;  // 0.2 s, and what a loaded machine adds
 
-// 12:35:19, 12:35:20 and 12:37:20; a broken line in between.
+// 12:35:19, 12:35:20 and 13:37:20; a broken line in between.
 const char kLog[] =
     "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W*6A\r\n"
     "$GPRMC,123520,A,4807.040,N,01131.000,E,022.4,084.4,230394,003.1,W*6F\r\n"
     "$GPRMC,broken\r\n"
-    "$GPRMC,123720,A,4807.042,N,01131.000,E,022.4,084.4,230394,003.1,W*6F\r\n";
+    "$GPRMC,133720,A,4807.042,N,01131.000,E,022.4,084.4,230394,003.1,W*6E\r\n";
 
 // What came until the condition is met or 15 seconds have passed.
 FixNews wait_for(FixSource& source, const std::function<bool(const FixNews&)>& is_met) {
@@ -67,8 +69,8 @@ TEST(NmeaSource, ReplaysALogByItsTimes) {
     const FixNews news = wait_for(*source, [](const FixNews& all) { return has_status(all, "ended"); });
     EXPECT_EQ(news.fixes.size(), 3u);
     EXPECT_EQ(news.broken_lines, 1);
-    EXPECT_GT(Clock::now() - start, 600ms);  // 1 s, and 60 s of the gap of two minutes
-    EXPECT_LT(Clock::now() - start, 1100ms);
+    EXPECT_GT(Clock::now() - start, 600ms);  // 1 s, and 60 s of the gap of an hour
+    EXPECT_LT(Clock::now() - start, 10s);
 
     source = read_nmea(path, 1.0, {});
     wait_for(*source, [](const FixNews& all) { return all.fixes.size() == 2; });
@@ -102,12 +104,12 @@ TEST(FixSource, EndsInTimeAndCallsNothingAfterThat) {
     std::atomic<int> calls{0};
     auto source = std::make_unique<FixSource>(
         [](FixFeed& feed) {
-            std::this_thread::sleep_for(600ms);
+            std::this_thread::sleep_for(1000ms);
             feed.set_status("late");
         },
         [&calls] { ++calls; });
     expect_end_in_time(source);
-    std::this_thread::sleep_for(700ms);
+    std::this_thread::sleep_for(1100ms);
     EXPECT_EQ(calls, 0);
 }
 
