@@ -30,7 +30,7 @@ const PathRow kPathRows[] = {
 };
 // clang-format on
 
-TEST(GeoreferencePath, EndsBehindTheLastDot) {
+TEST(GeoreferencePath, ReplacesEverythingFromTheLastDot) {
     const std::filesystem::path before = std::filesystem::current_path();
     for (const PathRow& row : kPathRows) {
         SCOPED_TRACE(row.name);
@@ -46,8 +46,8 @@ TEST(GeoreferencePath, EndsBehindTheLastDot) {
     }
 }
 
-// How many points and insets a record has, and that it stays where it is, the replay of a fuzz target holds.
-TEST(ChartRecord, GoesThroughTheChartsStates) {
+// The replay of a fuzz target tests how many points and insets a record has, and that its address is fixed.
+TEST(ChartRecord, IsFilledAndEmptiedWithTheChart) {
     const TempFolder folder;
     const std::string path = folder.write("c.cht", small_chart());
     folder.write("c.GEO", kGeo);
@@ -77,14 +77,14 @@ TEST(ChartRecord, GoesThroughTheChartsStates) {
     EXPECT_EQ(record->InsetRect.bottom, 2);
 }
 
-TEST(ChartRecord, IsAddedToByASecondOpen) {
+TEST(ChartRecord, GrowsWithASecondOpen) {
     const TempFolder folder;
     const std::string path = folder.write("c.cht", small_chart());
     folder.write("c.GEO", kGeo);
     CZellap chart;
     ASSERT_EQ(chart.OpenZellap(path.c_str(), 1), 1);
     CGEORec* record = chart.GetBaseGeoRec();
-    // The lists of the first open are fitted by the header of the second, whose pixels are rounded.
+    // The second header fits the lists of the first open and rounds pixels.
     std::filesystem::remove(folder.file("c.GEO"));
     ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
     EXPECT_EQ(record->InsetRect.right, 20);

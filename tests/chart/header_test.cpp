@@ -15,7 +15,7 @@ struct HeaderRow {
     int width, height, du;
 };
 
-// A text of this length with DU at its very end; a character less, and DU has no number.
+// A text of this length with DU at its end; one character less, and DU has no number.
 std::string long_text(const std::string& front, std::size_t length) {
     const std::string back = ",DU=7";
     return front + std::string(length - front.size() - back.size(), 'x') + back;
@@ -59,7 +59,7 @@ const HeaderRow kHeaderRows[] = {
 };
 // clang-format on
 
-TEST(ChartHeader, GivesNameSizeAndNumber) {
+TEST(ChartHeader, HasNameSizeAndNumber) {
     for (const HeaderRow& row : kHeaderRows) {
         SCOPED_TRACE(row.name);
         std::string crlf;
@@ -88,13 +88,12 @@ TEST(ChartHeader, IsReadFromAStreamThatADerivedClassOpened) {
     EXPECT_EQ(chart.BaseRec.InsetRect.bottom, 2);
     EXPECT_EQ(chart.HeaderColourCount, 3);
 
-    // Nor does an open take that stream for its own file's.
     const std::vector<std::string> before = state_of(chart);
     EXPECT_EQ(chart.open(text_of_size(30, 3), 1), 0);
     EXPECT_TRUE(state_of(chart) == before);
 }
 
-// The end of the text, and what stands behind it, on either side of where a block of the file ends.
+// The end of the text, and the bytes after it, on either side of the end of a block.
 TEST(ChartHeader, MayBeLongerThanABlock) {
     for (const std::size_t length : {4093u, 4094u, 4095u, 4096u, 4097u, 20000u}) {
         SCOPED_TRACE(length);
@@ -133,7 +132,7 @@ const ColourRow kColourRows[] = {
 };
 // clang-format on
 
-TEST(ChartHeader, GivesColours) {
+TEST(ChartHeader, HasColours) {
     for (const ColourRow& row : kColourRows) {
         SCOPED_TRACE(row.name);
         ChartUnderTest chart;

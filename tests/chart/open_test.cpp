@@ -9,9 +9,8 @@
 
 namespace {
 
-// What an object that is not open refuses is held by the replay of the fuzz target for charts, over every
-// seed.
-TEST(ChartLife, GoesThroughItsStates) {
+// The replay of the chart fuzz target tests what an object that is not open refuses.
+TEST(ChartLife, OpensAndClosesRepeatedly) {
     ChartUnderTest chart;
     EXPECT_STREQ(chart.Version, "1.0");
     EXPECT_TRUE(chart.Path.IsEmpty());
@@ -97,20 +96,20 @@ protected:
     std::string sound_;
 };
 
-TEST_F(UnsoundFile, IsRefusedAndLeavesTheObjectAsItWas) {
+TEST_F(UnsoundFile, DoesNotOpenAndChangesNothing) {
     for (const RefusedChart& row : kRefusedCharts) {
         SCOPED_TRACE(row.name);
         expect_no_change(folder_.write("unsound.cht", row.bytes).c_str(), 0);
     }
     ChartUnderTest chart;
-    EXPECT_EQ(chart.open(small_chart_of_height("3")), 1) << "a table may reach the end of the file";
+    EXPECT_EQ(chart.open(small_chart_of_height("3")), 1) << "the table ends at the end of the file";
     EXPECT_EQ(chart.LineOffsets[2], 69);
 }
 
-TEST_F(UnsoundFile, IsAlsoOneThatIsMissingOrNoFile) {
+TEST_F(UnsoundFile, MayBeMissingOrAFolderOrADevice) {
     const std::string missing = folder_.file("missing.cht");
     const std::string folder = folder_.file("");
-    // Each device is one on some system, which would be read without end, and missing on others.
+    // Each of these devices exists on some system, where it could be read forever.
     for (const char* const path : {missing.c_str(), folder.c_str(), "/dev/zero", "NUL", "CON", ""}) {
         SCOPED_TRACE(path);
         for (const int info_only : {0, 1})
@@ -122,7 +121,7 @@ TEST_F(UnsoundFile, IsAlsoOneThatIsMissingOrNoFile) {
 
 using PathOfAChart = UnsoundFile;
 
-// A text that the open itself replaces or frees.
+// The open replaces or frees the text of the path.
 TEST_F(PathOfAChart, MayBeAnyTextOfTheObject) {
     const std::string other = folder_.write("other chart.cht", small_chart());
     folder_.write("other chart.GEO", "Name=Other\n");
@@ -140,8 +139,8 @@ TEST_F(PathOfAChart, MayBeAnyTextOfTheObject) {
     }
 }
 
-// Offsets have 32 bits with a sign. The bytes behind the small chart take no room on a disk.
-TEST_F(UnsoundFile, IsOneOf2GiBAndMore) {
+// Offsets have 32 bits with a sign. The bytes after the small chart take no space on a disk.
+TEST_F(UnsoundFile, MayHave2GiBAndMore) {
     const std::string path = folder_.write("large.cht", small_chart());
     for (const std::uintmax_t size : {INT32_MAX + std::uintmax_t{0}, INT32_MAX + std::uintmax_t{1}}) {
         std::filesystem::resize_file(path, size);
@@ -151,7 +150,7 @@ TEST_F(UnsoundFile, IsOneOf2GiBAndMore) {
 }
 
 // A derived class may read a text of its own.
-TEST(TextStreamInUse, RefusesAnOpenAndStaysAsItIs) {
+TEST(TextStreamInUse, PreventsAnOpenAndDoesNotChange) {
     const TempFolder folder;
     const std::string own = folder.write("own.txt", "first\nsecond\n");
     for (const char* const name : {"sound.cht", "missing.cht"}) {

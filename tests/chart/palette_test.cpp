@@ -13,7 +13,7 @@ namespace {
 
 using Colours = std::vector<PALETTEENTRY>;
 
-// A chart object with these header colours, the first at index 0, and the palette made of them.
+// A chart object with these header colours, the first at index 0, and their palette.
 class PaletteOf : public ChartUnderTest {
 public:
     explicit PaletteOf(const Colours& colours) {
@@ -46,7 +46,7 @@ TEST(WidenedPalette, FollowsTheExample) {
     EXPECT_EQ(chart.cell(0, 0, 31), 2);
 }
 
-TEST(WidenedPalette, HoldsACountFromOutside) {
+TEST(WidenedPalette, ClampsAColourCount) {
     for (const int count : {INT_MIN, -1, 257, INT_MAX}) {
         ChartUnderTest chart;
         chart.HeaderColourCount = count;
@@ -55,8 +55,8 @@ TEST(WidenedPalette, HoldsACountFromOutside) {
     }
 }
 
-// Greys far from all other cells, doubles, colours of every spread, and a grid with cells halfway between
-// two.
+// Greys far from all other cells, duplicates, colours of every spread, and a grid with cells halfway between
+// two colours.
 std::vector<Colours> all_kinds_of_colours() {
     std::vector<Colours> kinds = {
         {}, {{9, 9, 9, 0}}, {{0, 0, 0, 0}, {255, 0, 0, 0}}, {{0, 0, 0, 0}, {7, 7, 7, 0}, {7, 7, 7, 0}}};
@@ -71,7 +71,7 @@ std::vector<Colours> all_kinds_of_colours() {
     return kinds;
 }
 
-TEST(PaletteAndIndex, EqualThePlainRules) {
+TEST(PaletteAndIndex, EqualThePlainImplementation) {
     for (const Colours& colours : all_kinds_of_colours()) {
         SCOPED_TRACE(colours.size());
         PaletteOf chart(colours);

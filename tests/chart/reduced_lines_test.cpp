@@ -22,7 +22,7 @@ const ReductionRow kReductionRows[] = {
     {"by 8",                           1,    2,   8000,  8,    8},
     {"wide blocks",                    0,    0,   9000,  17,   1},
     {"high blocks",                    0,    100, 50,    1,    10},
-    {"a last block that is not whole", 4,    0,   10,    3,    2},
+    {"an incomplete last block", 4,    0,   10,    3,    2},
     {"the largest block of the lanes", 0,    0,   8224,  8224, 1},
     {"one pixel more",                 0,    0,   8225,  8225, 1},
     {"blocks of 45000 pixels",         0,    0,   9000,  4500, 10},
@@ -44,7 +44,7 @@ TEST(ReducedLine, IsTheMeanOfEachBlock) {
     }
 }
 
-// A block of 2^18 pixels whose mean falls short of the next slot by one value of one pixel.
+// A block of 2^18 pixels whose mean is one value of one pixel below the next slot.
 TEST(ReducedLine, RoundsTheMeanOfALargeBlockDown) {
     constexpr int kWidth = 1 << 18;
     std::string runs = "\x01";

@@ -27,24 +27,24 @@ ColourRun run_at(ChartUnderTest& chart) {
     return run;
 }
 
-// Holds all ways to read a line to its runs, of which the last may pass the end of the line: as a whole the
-// line is then refused behind the runs in front of that one, and elsewhere it is cut.
+// Compares all ways to read a line with its runs. The last run may pass the end of the line: getLine then
+// returns 0 after the runs before it, and other functions cut it.
 void expect_runs(ChartUnderTest& chart, int line, const std::vector<ColourRun>& runs) {
     const auto width = static_cast<std::size_t>(chart.Width);
-    std::vector<int> whole;
+    std::vector<int> complete;
     std::vector<int> cut;
     chart.seekLine(line);
     for (const auto& [colour, length] : runs) {
         EXPECT_EQ(run_at(chart), ColourRun(colour, length));
         const std::size_t end = cut.size() + static_cast<std::size_t>(length);
         cut.resize(std::min(end, width), colour);
-        if (end <= width) whole = cut;
+        if (end <= width) complete = cut;
     }
     GuardedPixels dest(width);
-    EXPECT_EQ(chart.getLine(line, dest.data()), whole.size() == width ? 1 : 0);
+    EXPECT_EQ(chart.getLine(line, dest.data()), complete.size() == width ? 1 : 0);
     EXPECT_TRUE(dest.guards_untouched());
-    whole.resize(width, kUntouched);
-    EXPECT_EQ(dest.pixels(), whole);
+    complete.resize(width, kUntouched);
+    EXPECT_EQ(dest.pixels(), complete);
     EXPECT_EQ(window_of(chart, line, 1, 0, chart.Width), cut);
     EXPECT_EQ(window_of(chart, line, 1, chart.Width - 1, 1), std::vector<int>{cut.back()});
 }
@@ -63,13 +63,12 @@ TEST(SmallChart, DecodesAsDrawn) {
     EXPECT_EQ(window_of(chart, 0, 2, 6, 4), (std::vector<int>{1, 1, 2, 2, 2, 2, 2, 2}));
     for (const long line : {-5L, LONG_MIN, 2L, LONG_MAX}) {
         chart.seekLine(line);
-        EXPECT_EQ(run_at(chart), line < 0 ? ColourRun(1, 8) : ColourRun(2, 20))
-            << "the line nearest to " << line;
+        EXPECT_EQ(run_at(chart), line < 0 ? ColourRun(1, 8) : ColourRun(2, 20)) << "nearest to " << line;
     }
 }
 
 // A derived class may read runs from a file of its own, without a line table.
-TEST(NextRun, NeedsNoMoreThanAFileAndMasks) {
+TEST(NextRun, NeedsOnlyAFileAndMasks) {
     const TempFolder folder;
     ChartUnderTest chart;
     chart.ChartFile = std::fopen(folder.write("runs", "\x0F\x90\x0B").c_str(), "rb");
@@ -83,7 +82,7 @@ TEST(NextRun, NeedsNoMoreThanAFileAndMasks) {
     EXPECT_EQ(run_at(chart), ColourRun(-1, -1));
 }
 
-TEST(NoPixels, NeedNoRoom) {
+TEST(NoPixels, NeedNoBuffer) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(small_chart()), 1);
     EXPECT_EQ(chart.getMultiLines(0, 2, 20, 0, nullptr), 1);
@@ -104,7 +103,7 @@ struct RunRow {
     std::vector<ColourRun> runs;
 };
 
-// Runs are filled in ways of their own by their length: the first rows are on either side of each bound.
+// Short, medium and long runs are filled differently: the first rows are on either side of each limit.
 // clang-format off
 const RunRow kRunRows[] = {
     // name                 width bytes                                   colours and lengths
@@ -129,7 +128,7 @@ TEST(RunsOfAnyLength, FillALine) {
     }
 }
 
-TEST(EndOfFile, GoesOnAsRunsOfTheHighestColour) {
+TEST(EndOfFile, ReadsAsRunsOfTheHighestColour) {
     ChartUnderTest chart;
     const std::string bytes = samples::chart_bytes(text_of_size(21, 5), 4, {5, "\x01"});
     ASSERT_EQ(chart.open(bytes), 1);
@@ -163,7 +162,7 @@ const LibertyRow kLibertyRows[] = {
     {"0x1A twice", [](Liberties& liberties) { liberties.skipped_byte = 0x1A; }},
 };
 
-TEST(WrittenChart, ReadsBackWhateverItsLayout) {
+TEST(WrittenChart, DecodesInEveryLayout) {
     constexpr int kFirst = 4003;  // column of the windows
     for (const LibertyRow& row : kLibertyRows) {
         for (int bits = 1; bits <= 7; ++bits) {

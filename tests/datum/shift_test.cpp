@@ -54,7 +54,7 @@ TEST(EarthCentred, ShiftsBetweenAnyTwoDatums) {
     expect_near(xyz, {375.0 + 87.0, -111.0 + 96.0, 431.0 + 120.0}, {});
 }
 
-TEST(EarthCentred, AnswersOnThePolarAxis) {
+TEST(EarthCentred, HasPositionsOnThePolarAxis) {
     const double a = 6378137.0, b = 6356752.314245179;
     const struct {
         Triple xyz, at;
@@ -66,7 +66,7 @@ TEST(EarthCentred, AnswersOnThePolarAxis) {
                 {{0.0, -0.0, -0.0}, {0.0, 0.0, -a}}};
     for (const auto& row : rows)
         expect_near(geodetic(row.xyz, kWgs84), row.at, kTolPosition);
-    EXPECT_NEAR(geodetic({0.0, 1e-3, -7e6}, kWgs84)[1], 90.0, 1e-11) << "a millimetre beside it";
+    EXPECT_NEAR(geodetic({0.0, 1e-3, -7e6}, kWgs84)[1], 90.0, 1e-11) << "a millimetre from the axis";
     EXPECT_TRUE(std::isnan(geodetic({0.0, 0.0, std::nan("")}, kWgs84)[0]));
 }
 

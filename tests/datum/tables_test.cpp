@@ -9,20 +9,20 @@ namespace {
 
 using namespace zellap10::datum;
 
-TEST(EllipsoidTable, IsTheOneThatWasEntered) {
+TEST(EllipsoidTable, EqualsItsSource) {
     double axes = 0.0, flattenings = 0.0, row = 1.0;
     for (const EllipsoidRow& ellipsoid : kEllipsoids) {
         axes += row * (kWgs84A - ellipsoid.da);
         flattenings += row / (kWgs84F - 0.0001 * ellipsoid.df);
         row += 1.0;
     }
-    // Sums weighted by the row's place, worked out from the source: no figure changes or moves unseen.
+    // Sums weighted by the row number, computed from the source: they change if a figure changes or moves.
     EXPECT_NEAR(axes, 1090635600.945, 1e-5);
     EXPECT_NEAR(flattenings, 51006.54618584652, 1e-9);
 }
 
-TEST(DatumTable, IsTheOneThatWasEntered) {
-    // FNV-1a of the table's text, taken from the source: no row changes, moves or is respelt unseen.
+TEST(DatumTable, EqualsItsSource) {
+    // FNV-1a of the table's text, computed from the source: it changes if a row or its spelling changes.
     std::uint64_t hash = 0xcbf29ce484222325;
     for (const DatumRow& row : kDatums) {
         std::string text = row.name;

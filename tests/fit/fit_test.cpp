@@ -22,7 +22,7 @@ struct Fit {
         std::fill_n(first, kTerms, kUnwritten);
         std::fill_n(second, kTerms, kUnwritten);
     }
-    // Coefficients in front of the first that was not written, or is 0 for want of an order.
+    // Coefficients before the first that was not written, or is 0 because of the order.
     int terms() const { return static_cast<int>(std::find_if(first, first + kTerms, is_no_term) - first); }
     static bool is_no_term(double coefficient) { return coefficient == kUnwritten || coefficient == 0.0; }
 
@@ -50,8 +50,7 @@ PointRow point_of(Way way, int a, int b, double first, double second) {
     return {static_cast<int>(first), static_cast<int>(second), double(a), double(b)};
 }
 
-// Points on a grid of whole numbers where each of the first terms counts once, and twice against the second
-// result.
+// Points on a grid of integers. The first result is the sum of the first terms, the second -2 times that.
 std::vector<PointRow> polynomial_points(Way way, int terms) {
     std::vector<PointRow> rows;
     for (int i = 0; i < 36; ++i) {
@@ -87,13 +86,13 @@ TEST(LeastSquares, FindsThePolynomialOfItsOrder) {
     }
 }
 
-TEST(LeastSquares, GivesTheSumOfBothErrors) {
+TEST(LeastSquares, ReturnsTheSumOfBothErrors) {
     PointList two({{0, 0, -1, 2}, {5, 5, 1, -2}});
     EXPECT_NEAR(solved(Way::kPw, 0, two).error, 1 + 1 + 4 + 4, 1e-12);
 }
 
-// Terms of the lengths 1 and L, to a factor: L stands against the limit of 1e-10 by itself.
-TEST(LeastSquares, DropsWhatIsBelowTheLimit) {
+// Singular values in the ratio of 1 to L, on either side of the limit of 1e-10.
+TEST(LeastSquares, DiscardsSmallSingularValues) {
     for (const double length : {0.99e-10, 1.01e-10}) {
         PointList points({{1, 0, length, 0}, {-1, 0, -length, 0}});
         EXPECT_NEAR(solved(Way::kWp, 1, points).first[1] * length, length < 1e-10 ? 0.0 : 1.0, 1e-9);
@@ -105,7 +104,7 @@ TEST(LeastSquares, DropsWhatIsBelowTheLimit) {
         grid.add({x, y, -70 + 0.00012 * x, 42 - 0.00009 * y});
     }
     EXPECT_LT(solved(Way::kPw, 2, grid).error, 1e-10);
-    EXPECT_NEAR(solved(Way::kPw, 3, grid).error, 7705.0, 15.0) << "pixels as they are lose a value";
+    EXPECT_NEAR(solved(Way::kPw, 3, grid).error, 7705.0, 15.0) << "unscaled pixels lose a value";
 }
 
 std::vector<int> rows_of(CRefPointList& list) {
@@ -125,7 +124,7 @@ TEST(Split, OverlapsInTheMiddle) {
     double middle = 0.0;
     record.SplitListNSpw(points.list(), &low, &high, &middle);
     EXPECT_EQ(middle, 50.0);
-    EXPECT_EQ(rows_of(low), (std::vector<int>{50, 40, 30, 20, 10, 0})) << "60 lies on the bound";
+    EXPECT_EQ(rows_of(low), (std::vector<int>{50, 40, 30, 20, 10, 0})) << "60 is on the limit";
     EXPECT_EQ(rows_of(high), (std::vector<int>{100, 90, 80, 70, 60, 50}));
 
     CRefPointList south;
@@ -142,13 +141,13 @@ struct CountRow {
 
 const CountRow kCountRows[] = {{2, 0}, {3, 3}, {5, 3}, {6, 6}, {9, 6}, {10, 10}, {21, 10}};
 
-TEST(BestOrder, IsTheHighestThatThePointsAllowWhereEachErrsLess) {
+TEST(BestOrder, IsTheHighestWithEnoughPointsIfItsErrorIsSmallest) {
     for (const Way way : {Way::kPw, Way::kWp}) {
         for (const CountRow& row : kCountRows) {
             SCOPED_TRACE(row.points);
             PointList points;
             for (int i = 0; i < row.points; ++i) {
-                // All over a small picture, with values that no polynomial meets.
+                // Spread over a small chart, with values that no polynomial fits.
                 const int a = i * 7 % 10, b = i * i * 3 % 11;
                 points.add(point_of(way, a, b, i * i * i % 17, i * i % 13));
             }
@@ -163,8 +162,7 @@ TEST(BestOrder, IsTheHighestThatThePointsAllowWhereEachErrsLess) {
 }
 
 TEST(BestOrder, IsTheLowerOfEqualOnesAndNeverNan) {
-    // Residuals so small that their squares are 0 at every order; only the coefficients tell the orders
-    // apart.
+    // The squares of these residuals are 0 at every order; only the coefficients differ between orders.
     PointList tiny(std::vector<PointRow>(12, PointRow{1, 0, 1e-200, 0.0}));
     const Fit equal = best(Way::kPw, tiny);
     EXPECT_EQ(equal.error, 0.0);
@@ -173,7 +171,7 @@ TEST(BestOrder, IsTheLowerOfEqualOnesAndNeverNan) {
     EXPECT_EQ(best(Way::kPw, odd).error, -1.0);
 }
 
-// Longitudes bend at row 10, where the latitude is 0; a straight half is met by every order.
+// Longitudes bend at row 10, at latitude 0; every order fits a straight half.
 PointRow bent_at_row_10(int i) {
     const int x[] = {0, 3, 7, 1, 5, 8, 1, 4, 8, 2, 6, 9};
     const int y[] = {0, 1, 0, 3, 3, 2, 20, 19, 20, 17, 17, 18};
@@ -203,16 +201,16 @@ struct RegionsRow {
 // clang-format off
 const RegionsRow kRegionsRows[] = {
     // name                           points                from  to  pwSplit   wpSplit
-    {"six points a half",             bent_at_row_10,       0,    12, 10.0,     0.0},
+    {"six points per half",           bent_at_row_10,       0,    12, 10.0,     0.0},
     {"five in the low rows",          bent_at_row_10,       1,    12, kLargest, kLargest},
     {"five in the high rows",         bent_at_row_10,       0,    11, kLargest, kLargest},
     {"no latitude to divide by",      bent_on_one_latitude, 0,    66, 500.0,    kLargest},
-    {"each half errs less, not both", scattered,            0,    26, kLargest, 6.0},
-    {"where nothing errs at all",     at_one_place,         0,    36, kLargest, kLargest},
+    {"each half better, not both",    scattered,            0,    26, kLargest, 6.0},
+    {"no errors at all",              at_one_place,         0,    36, kLargest, kLargest},
 };
 // clang-format on
 
-TEST(RecordFit, TakesTwoRegionsWhereTheyErrLess) {
+TEST(RecordFit, TakesTwoRegionsIfTheirErrorIsSmaller) {
     for (const RegionsRow& row : kRegionsRows) {
         SCOPED_TRACE(row.name);
         CGEORec record;
@@ -223,7 +221,7 @@ TEST(RecordFit, TakesTwoRegionsWhereTheyErrLess) {
         EXPECT_NEAR(record.pwSplit, row.pw_split, 1e-12);
         EXPECT_NEAR(record.wpSplit, row.wp_split, 1e-12);
         EXPECT_EQ(record.pwxPoly[1][0] == kUnwritten, row.pw_split == kLargest)
-            << "a second region is written where it is used";
+            << "a second region is written if it is used";
         if (row.point != bent_at_row_10 || row.wp_split == kLargest) continue;
         for (const int line : {2, 17}) {
             const double longitude = 0.4 + 0.1 * std::abs(line - 10);
@@ -246,7 +244,7 @@ TEST(RecordFit, CrossesThe180thMeridian) {
     record.solvepoly();
     EXPECT_EQ(record.Wraps180, 1);
     EXPECT_EQ(record.ProjCode, 0);
-    EXPECT_EQ(elements_of(record.Points)[1]->Longitude, 179.4) << "longitudes come back";
+    EXPECT_EQ(elements_of(record.Points)[1]->Longitude, 179.4) << "longitudes are restored";
     EXPECT_NEAR(record.pwx(100, 300), 179.2, 1e-9);
     EXPECT_NEAR(record.pwx(900, 300), -179.2, 1e-9);
     for (const double turned : {179.2, -180.8})
@@ -273,9 +271,9 @@ const ProjectionRow kProjectionRows[] = {
 };
 // clang-format on
 
-// Charts that stand askew on the plane of the projection's own functions, in a frame that lies beside it. A
-// thousandth of a pixel is 3 cm, and three times what the inverses of the projections miss.
-TEST(RecordFit, GoesThroughEachProjection) {
+// Charts that are skewed on the plane of the projection's own functions, with offsets. The tolerance of a
+// thousandth of a pixel is 3 cm, three times the error of the inverse projections.
+TEST(RecordFit, WorksInEachProjection) {
     constexpr double kLatitudeOffset = 0.26, kLongitudeOffset = -0.42;
     for (const ProjectionRow& row : kProjectionRows) {
         SCOPED_TRACE(row.name);

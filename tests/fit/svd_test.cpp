@@ -12,7 +12,7 @@ namespace {
 
 using Rows = std::vector<std::vector<double>>;
 
-// Rounding of a decomposition, as a part of the matrix's largest singular value.
+// Rounding of a decomposition, relative to the largest singular value.
 constexpr double kTol = 1e-13;
 
 // A matrix from the record's allocator, and its factors.
@@ -69,7 +69,7 @@ Rows random_rows(int m, int n, int rank) {
     return matrix;
 }
 
-// Terms of a chart's pixels: columns from 1 to 10000 to the power of the degree.
+// Terms of a chart's pixels: columns from 1 to 10000 to the degree.
 Rows chart_rows(int m, int n) {
     std::mt19937 random(3);
     Rows matrix;
@@ -131,7 +131,7 @@ TEST(Decomposition, RebuildsItsMatrixFromOrthogonalFactors) {
                 for (int k = 1; k <= d.m; ++k)
                     u_product += d.u[k][p] * d.u[k][q];
                 EXPECT_NEAR(v_product, p == q, kTol);
-                // Columns of U that belong to a value of zero need not be unit vectors.
+                // Columns of U for a value of zero need not be unit vectors.
                 const bool both_used = d.w[p] > tolerance && d.w[q] > tolerance;
                 EXPECT_NEAR(both_used ? u_product : p == q, p == q, kTol);
             }
@@ -142,7 +142,7 @@ TEST(Decomposition, RebuildsItsMatrixFromOrthogonalFactors) {
     }
 }
 
-TEST(Decomposition, LeavesItsValuesUnsorted) {
+TEST(Decomposition, DoesNotSortItsValues) {
     EXPECT_EQ(Decomposed({{3, 0, 0}, {0, 1, 0}, {0, 0, 2}}, 3).values(), (std::vector<double>{3, 1, 2}));
     for (const double size : {1e-159, 1e-200, 1e140, 1e200}) {
         const bool sound = size == 1e-159 || size == 1e140;
@@ -158,7 +158,7 @@ TEST(Pythag, DoesNotOverflow) {
     EXPECT_NEAR(record.pythag(1e200, 1e200) / 1e200, std::sqrt(2.0), 1e-15);
 }
 
-TEST(Matrix, StandsInOnePieceForAnyBounds) {
+TEST(Matrix, IsContiguousForAllBounds) {
     const CGEORec record;
     double** matrix = record.dmatrix(3, 5, 2, 4);
     for (long i = 3; i <= 5; ++i) {

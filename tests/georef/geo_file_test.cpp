@@ -11,7 +11,7 @@
 
 namespace {
 
-// A record read from a text, with the insets that it got.
+// A record read from a text, and its insets.
 class ReadRecord : public CGEORec {
 public:
     explicit ReadRecord(const std::string& text) {
@@ -22,7 +22,7 @@ public:
     CGEORec& inset(std::size_t i) const { return *elements_of(Insets).at(i); }
 };
 
-// All that a record holds of these, as "key=value" each.
+// The fields of a record that are not empty, as "key=value".
 std::string filled(const CGEORec& record) {
     std::string all;
     for (const RecordField& field : kRecordFields) {
@@ -67,11 +67,11 @@ const LineRow kLineRows[] = {
     {"nor does its date",             "Magnetic Declination Date =5",  ""},
     {"its change takes one",          "Magnetic Declination Change =0", "Magnetic Declination Change=0"},
     {"a number of vertices",          "Number of Vertices=5",          ""},
-    {"a number, text behind",         "Skew Angle=2.5deg",             "Skew Angle=2.5"},
+    {"text after a number",           "Skew Angle=2.5deg",             "Skew Angle=2.5"},
 };
 // clang-format on
 
-TEST(GeoLine, IsTakenApartAtItsFirstEqualsSign) {
+TEST(GeoLine, IsSplitAtItsFirstEqualsSign) {
     for (const LineRow& row : kLineRows) {
         SCOPED_TRACE(row.name);
         for (const char* end : {"\n", "\r\n"})
@@ -89,9 +89,9 @@ struct PointLineRow {
 const PointLineRow kPointLineRows[] = {
     // name                          line                                 taken
     {"plain",                        "Point2 =-71.0 42.5 100 200",        true},
-    {"more behind",                  "Point2 =-71.0 42.5 100 200 extra",  true},
+    {"more after it",                "Point2 =-71.0 42.5 100 200 extra",  true},
     {"blanks and tabs",              "Point2 = \t-71.0  42.5\t100 200",   true},
-    {"a number short",               "Point2 =-71.0 42.5 100",            false},
+    {"a number too few",             "Point2 =-71.0 42.5 100",            false},
     {"a fraction of a pixel",        "Point2 =-71.0 42.5 100.5 200",      false},
     {"commas",                       "Point2 =-71.0,42.5,100,200",        false},
 };
@@ -127,7 +127,7 @@ TEST(GeoVertex, IsLatitudeLongitude) {
     EXPECT_EQ(vertices[0]->Y, 0);
 }
 
-TEST(GeoInset, TakesWhatFollows) {
+TEST(GeoInset, GetsTheEntriesAfterIt) {
     const ReadRecord record(
         "Name=Base\nScale=1\n[Chart]\nOrder=4\n[Inset 1]\n[INSET\nName=Second\nPoint1=1 2 3 4\n[inset "
         "3]\nP1=5\n");
@@ -143,7 +143,7 @@ TEST(GeoInset, TakesWhatFollows) {
     EXPECT_TRUE(record.inset(2).Insets.IsEmpty());
 }
 
-TEST(GeoFile, DropsLinesThatDoNotEndOrAreTooLong) {
+TEST(GeoFile, IgnoresLinesWithoutAnEndOrTooLong) {
     const std::string longest = "Name=" + std::string(506, 'x');
     EXPECT_EQ(ReadRecord(longest + "\n").Name.GetLength(), 506);
     const ReadRecord skipped("Scale=1\n" + longest + "x\nOrder=2\nScale=9");
@@ -153,15 +153,15 @@ TEST(GeoFile, DropsLinesThatDoNotEndOrAreTooLong) {
     EXPECT_STREQ(ReadRecord("Scale=1\n\x1A\nScale=2\n").Scale, "1");
 }
 
-TEST(GeoFile, IsReadAlikeInEveryLocale) {
+TEST(GeoFile, ReadsTheSameInEveryLocale) {
     const CommaLocale locale;
-    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
+    ASSERT_TRUE(locale.is_set()) << "the build makes it if the system has none";
     const ReadRecord record("Latitude Offset=42.5\nVertex=1.25 2.5\n");
     const CString angle = record.deg2dms(42.123456);
     EXPECT_EQ(record.LatitudeOffset, 42.5);
     EXPECT_EQ(elements_of(record.Vertices).at(0)->Longitude, 2.5);
     EXPECT_STREQ(angle, "+042 07 24.44");
-    EXPECT_TRUE(locale.is_set()) << "the application's own setting is left alone";
+    EXPECT_TRUE(locale.is_set()) << "the application's setting does not change";
 }
 
 TEST(GeoFile, MissingOrAFolderChangesNothing) {

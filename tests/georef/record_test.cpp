@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-TEST(RefPoint, IsNowhereAtFirst) {
+TEST(RefPoint, IsZeroAtFirst) {
     const CRefPoint point;
     EXPECT_STREQ(point.Name, "");
     EXPECT_EQ(std::abs(point.X) + std::abs(point.Y) + point.Longitude + point.Latitude, 0.0);
@@ -44,7 +44,7 @@ const WrapRow kWrapRows[] = {
     {"the first of equal columns", {{0, 0, 179, 0}, {0, 9, -179, 0}, {9, 0, -179, 0}, {9, 9, 179, 0}}, 1},
 };
 
-TEST(LongitudeWrap, IsSeenAtTheOuterColumns) {
+TEST(LongitudeWrap, IsDetectedAtTheOuterColumns) {
     for (const WrapRow& row : kWrapRows) {
         SCOPED_TRACE(row.name);
         CGEORec record;
@@ -82,7 +82,7 @@ TEST(LongitudeWrap, MovesPositiveLongitudesAndBack) {
     for (std::size_t i = 0; i < many.size(); ++i)
         largest = std::max(largest, std::fabs(points.points()[i].Longitude - many[i]));
     EXPECT_LT(largest, 3e-14);
-    EXPECT_GT(largest, 0.0) << "last places move";
+    EXPECT_GT(largest, 0.0) << "rounding changes last places";
 }
 
 struct AngleRow {
@@ -121,7 +121,7 @@ const CodeRow kCodeRows[] = {
 };
 // clang-format on
 
-TEST(ProjectionName, DecidesByItsFront) {
+TEST(ProjectionName, MatchesByPrefix) {
     for (const CodeRow& row : kCodeRows) {
         SCOPED_TRACE(row.projection);
         CGEORec record;
@@ -140,7 +140,7 @@ TEST(ProjectionName, DecidesByItsFront) {
     }
 }
 
-TEST(ProjectionParameters, ComeFromTheFileOrElseFromTheVertices) {
+TEST(ProjectionParameters, ComeFromTheFileOrTheVertices) {
     CGEORec record;
     record.Projection = "LAMBERT";
     add_vertex(record, -71, 44);

@@ -14,7 +14,7 @@ constexpr double kRad = 3.14159265359 / 180.0;
 
 // Some last places of a double near 360.
 constexpr double kTolDeg = 1e-12;
-// What rounding leaves of a distance; a parallel, measured over 0.0002 degrees, feels that of the parts more.
+// Relative rounding of a distance. A parallel is computed over 0.0002 degrees, which magnifies it.
 constexpr double kTolDistance = 1e-13;
 constexpr double kTolParallel = 1e-10;
 
@@ -56,17 +56,17 @@ TEST(Course, MeetsReferenceRows) {
     }
 }
 
-TEST(Course, TakesNoDistanceFromLatitudesWithoutPartsBetween) {
+TEST(Course, HasNoDistanceIfThePartsAreEqual) {
     EXPECT_EQ(m_distance(10.0, 0.0, std::nextafter(10.0, 11.0), 5.0), 0.0);
 }
 
 TEST(Angle, StaysBelow360) {
-    // A hair west of north, where 360 less the angle rounds up to 360: our pi moves the place to -1.034e-13.
+    // Just west of north, where 360 minus the angle rounds up to 360: with our pi, that is at -1.034e-13.
     for (double x = -1.045e-13; x < -1.03e-13; x += 1e-18)
         ASSERT_LT(m_angle(x, 1.0), 360.0) << x;
 }
 
-TEST(MeridionalParts, GrowTowardsThePoles) {
+TEST(MeridionalParts, MeetReferenceValues) {
     EXPECT_NEAR(m_diff(45.0 * kRad, 60.0 * kRad), 4507.2504850477049 - 3013.5041891596737, 2e-11);
     EXPECT_NEAR(m_parts(0.0), 3.6e-10, 1e-11);
     EXPECT_NEAR(m_parts(90.0 * kRad), 102765.6, 2.0);
@@ -94,7 +94,7 @@ const AdvanceRow kAdvanceRows[] = {
 };
 // clang-format on
 
-// A parallel is measured over 0.0002 degrees, which multiplies the rounding of the parts by 5000.
+// A parallel is computed over 0.0002 degrees, which multiplies the rounding of the parts by 5000.
 constexpr double kTolAdvance = 3e-9;
 
 TEST(Advance, MeetsReferenceRows) {
@@ -115,7 +115,7 @@ TEST(Advance, GoesByTimeAndSpeed) {
     }
 }
 
-TEST(TimeToGo, CutsOffAndHoldsAtTheEnds) {
+TEST(TimeToGo, IsTruncatedAndClamped) {
     const struct {
         double lat2, speed;
         long seconds;
@@ -126,7 +126,7 @@ TEST(TimeToGo, CutsOffAndHoldsAtTheEnds) {
         EXPECT_EQ(m_ttg(0.0, 0.0, row.lat2, 0.0, row.speed), row.seconds) << row.speed;
 }
 
-TEST(Line, DropsPositionsOntoARhumbLine) {
+TEST(Line, MovesPositionsToTheirFoot) {
     const struct {
         double lat0, lon0, lat, lon, theta, foot_lat, foot_lon;
     } rows[] = {{0.0, 0.0, 1.0, 1.0, 0.0, 0.0, 1.0},

@@ -1,14 +1,13 @@
-// Compares projections and datum shifts with PROJ, which works with the full pi and other series. What the
-// two may differ by follows from our constants and our series, at the edge of each projection's useful range:
-//   angle    a right angle made from our pi is 1.04e-13 rad too wide, which counts 3 / cos 80 times in the
+// Compares projections and datum shifts with PROJ, which uses the full pi and other series. Our constants and
+// series limit the agreement, at the edge of each projection's useful range:
+//   angle    a right angle made from our pi is 1.04e-13 rad too large, which counts 3 / cos 80 times in the
 //            plane of a conformal projection
 //   arc      the arc's series ends with e^6; its terms of e^8 have the factors 175/16384 (of phi),
 //            105/4096, 525/16384, 175/12288 and 315/131072, together 0.091 e^8 a < 1.3e-3 m or 1.2e-8 degrees
-//   pass     1e-7, in the unit of the iteration, is where an inverse stops; a pass shrinks an error by e2,
-//   but
-//            the longitude of the polyconic goes back from the latitude of the last pass
-//   series   the transverse Mercator leaves the terms of A^7 and A^8 out, with factors below 90/5040 and
-//            900/40320 forward and 0.55 and 0.25 back
+//   pass     an inverse stops at a step of 1e-7 in the unit of its iteration; a pass reduces the error to e2,
+//            but the longitude of the polyconic uses the latitude of the last pass but one
+//   series   the transverse Mercator omits the terms of A^7 and A^8, with factors below 90/5040 and
+//            900/40320 forward and 0.55 and 0.25 in the inverse
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -27,7 +26,7 @@ using zellap10::datum::datum_figures;
 using zellap10::datum::DatumFigures;
 
 constexpr double kRounding = 2e-8;  // metres
-// Half a turn made from our pi is two right angles too wide; the rest is rounding.
+// Our pi makes 180 degrees as much too large as two right angles; the rest is rounding.
 constexpr double kTurnDeg = 1.6e-11;
 
 using Operation = std::unique_ptr<PJ, decltype(&proj_destroy)>;
@@ -118,7 +117,7 @@ Operation molodensky(const DatumFigures& from, const DatumFigures& to) {
                      from.dz - to.dz);
 }
 
-// The shift turns with the angles, by less than 1600 m times the angle: rounding is larger.
+// The error of an angle changes the shift by less than 1600 m times that error: rounding is larger.
 TEST(ProjComparison, MolodenskyAgrees) {
     const DatumFigures wgs = datum_figures(117);
     for (int datum : {17, 38, 87, 111, 117}) {

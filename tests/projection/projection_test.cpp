@@ -69,11 +69,11 @@ const EdgeRow kEdgeRows[] = {
     {"lambert without a cone",                      forward, {4, 117,   0.0,    0.0,   0.0,   0.0},  {45.0,  10.0},        {kNan,          kNan}, 0.0},
     {"mercator, the north pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, 1.9e8},                          {90.0, 0.0},            1e-10},
     {"mercator, the south pole",                    inverse, {1, 117,   0.0,    0.0,   0.0,   0.0}, {0.0, -kInf},                          {-90.0, 0.0},           1e-10},
-    {"polyconic comes back late at 0.01 N",         inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {111319.48910896621, 1105.9123076056203}, {0.01, -99.0000428},    1e-7},
+    {"polyconic, the tolerance at 0.01 N",          inverse, {2, 117,   0.0, -100.0,   0.0,   0.0}, {111319.48910896621, 1105.9123076056203}, {0.01, -99.0000428},    1e-7},
 };
 // clang-format on
 
-TEST(ProjectionEdges, GiveWhatTheArithmeticGives) {
+TEST(ProjectionEdges, MeetReferenceRows) {
     for (const EdgeRow& row : kEdgeRows) {
         SCOPED_TRACE(row.name);
         const PPARMS parms = record_of(row.setup);
@@ -119,7 +119,7 @@ TEST(PassLimits, LeaveMostFarPlacesOfThePolyconicWithoutAPosition) {
     EXPECT_GT(none, 66);  // 73 without rounding differences, 63 after 1000 passes
 }
 
-TEST(PolyconicOrigin, ServesWhenCalledDirectly) {
+TEST(PolyconicOrigin, CountsOnlyInPolyconicInit) {
     PPARMS parms;
     project_init(2, 33.0, -100.0, kWgs84, &parms);
     EXPECT_EQ(parms.lat0, 0.0);
@@ -148,7 +148,7 @@ TEST(ProjectionRecord, HoldsTheFiguresOfTheEllipsoidAndTheCone) {
     EXPECT_EQ(parms.a, 6377397.155);
 }
 
-TEST(ProjectionRecord, NullStandsForWgs84) {
+TEST(ProjectionRecord, IsWgs84IfNull) {
     project_init(1, 0.0, 0.0, kWgs84, nullptr);
     expect_near(forward(1, nullptr, {45.0, 10.0}), {1113194.9079328, 5591295.9185548}, 1e-7);
     expect_near(inverse(2, nullptr, {236486.46821691718, 4989322.7187829695}), {45.0, 3.0}, 1e-8);

@@ -12,8 +12,8 @@ namespace {
 using platform::DEG_TO_RAD;
 using platform::RAD_TO_DEG;
 
-// A latitude whose cosine is smaller than this is a pole: 1e-12 rad is six micrometres on the ground, and 90
-// degrees by our own pi misses the true right angle by 1.0e-13 rad.
+// A latitude with a smaller cosine is a pole: 1e-12 rad is six micrometres on the ground, and 90 degrees by
+// our pi is 1.0e-13 rad past the true right angle.
 constexpr double kPoleCosine = 1e-12;
 
 // Of WGS-84: e*e, 1 - e*e, 1 - f, 1 / (1 - f) and e*e / a, each rounded once.
@@ -23,7 +23,6 @@ constexpr double kOneLessF = 0.9966471893352525;
 constexpr double kOverOneLessF = 1.0033640898209764;
 constexpr double kE2OverA = 1.0495823451489544e-09;
 
-// The position to move, and the sines and cosines of its angles.
 struct Position {
     double phi, lam, h;
     double sin_phi, cos_phi, sin_lam, cos_lam;
@@ -35,19 +34,20 @@ Position position_of(double lat, double lon, double h) {
     return {phi, lam, h, std::sin(phi), std::cos(phi), std::sin(lam), std::cos(lam)};
 }
 
-// What the Molodensky formulae know of the ellipsoid that the position leaves, and of the way to the other.
+// The figures of the Molodensky formulae: the ellipsoid of the given position, and the differences to the
+// other.
 struct Step {
     double dx, dy, dz;  // shift of the earth's centre, metres
-    double a;           // semi-major axis left, metres
+    double a;           // semi-major axis of the given position, metres
     double da;          // change of the semi-major axis, metres
     double df;          // change of the flattening
     double rn, rm;      // radii in the prime vertical (Rn) and in the meridian (Rm), metres
-    double q_rn;        // Rn less its flattening, (1 - f) Rn
+    double q_rn;        // (1 - f) Rn
     double rm_over_q;   // Rm / (1 - f)
-    double dphi_axis;   // the whole term of da in the change of latitude
+    double dphi_axis;   // the term of da in the change of latitude
 };
 
-// The part of the formulae that both directions share:
+// The formulae as both directions use them:
 //   dphi = (-cos lam sin phi dx - sin lam sin phi dy + cos phi dz + dphi_axis
 //           + (Rm / q + q Rn) cos phi sin phi df) / (Rm + h)
 //   dlam = (cos lam dy - sin lam dx) / ((Rn + h) cos phi)
@@ -67,7 +67,7 @@ void molodensky(const Position& at, const Step& step, double* lat, double* lon, 
     *h = at.h + dh;
 }
 
-// No position at all: even the longitude, which some ways take from no figure of the datum, is NaN.
+// All NaN, also a longitude that would not depend on the datum.
 void set_nowhere(double* lat, double* lon, double* h) {
     *lat = *lon = *h = std::numeric_limits<double>::quiet_NaN();
 }

@@ -5,7 +5,7 @@
 namespace zellap10::datum {
 
 // Both tables follow DMA TR 8350.2, Department of Defense World Geodetic System 1984. The names keep their
-// odd spellings, slips included. A row's number is its identity everywhere, so the order is fixed.
+// odd spellings, including errors. Rows are identified by number, so the order is fixed.
 
 // The reference shows what is between the marks.
 // clang-format off

@@ -29,7 +29,7 @@ struct DatumRow {
 extern const EllipsoidRow kEllipsoids[kEllipsoidCount];
 extern const DatumRow kDatums[kDatumCount];
 
-/// What calculations need of a datum.
+/// A datum in the figures of calculations.
 struct DatumFigures {
     double a;           ///< semi-major axis, metres
     double f;           ///< flattening
@@ -41,9 +41,9 @@ inline bool is_row(int datum) {
     return datum >= 0 && datum < kDatumCount;
 }
 
-/// The figures of a row of kDatums, the one way into both tables.
+/// The figures of a row of kDatums.
 ///
-/// @param datum  0 to 119; any other number gives NaN for every figure
+/// @param datum  0 to 119; for any other number, all figures are NaN
 inline DatumFigures datum_figures(int datum) {
     if (!is_row(datum)) {
         constexpr double nan = std::numeric_limits<double>::quiet_NaN();

@@ -5,9 +5,9 @@ namespace zellap10::fit {
 /// Terms of a polynomial of degree 5 in two variables.
 constexpr int kTerms = 21;
 
-/// Calls `use` with all terms at one place and gives what it gives. Each power is made once, by repeated
-/// multiplication, and each term is the product of two powers. They are arguments and no array, because terms
-/// that are stored one by one and loaded in pairs stall the processor.
+/// Calls `use` with all terms at one place and returns its result. Each power is computed once, by repeated
+/// multiplication, and each term is the product of two powers. The terms are arguments and not an array,
+/// because terms that are stored one by one and loaded in pairs stall the processor.
 template <class Use>
 inline auto with_terms(double a, double b, Use use) {
     const double a2 = a * a;

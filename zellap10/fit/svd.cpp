@@ -7,11 +7,11 @@
 
 #include <zellap10/fit/matrix.h>
 
-// The algorithm of Golub and Reinsch (1970): Householder steps from the left and from the right bring A to
-// bidiagonal form, the steps are gathered into U (in the place of A) and V, and QR passes with an implicit
-// shift bring the superdiagonal to zero. Vectors and matrices count from 1; w is the diagonal and rv the
-// superdiagonal, rv[i] standing above w[i], so that rv[1] is 0. Nearly all steps work down columns, so that
-// both matrices are held by columns here: a[j][k] is the element of column j in row k.
+// The algorithm of Golub and Reinsch (1970): Householder steps from the left and from the right reduce A to
+// bidiagonal form, the steps are accumulated in U (in the place of A) and V, and QR passes with an implicit
+// shift reduce the superdiagonal to zero. Vectors and matrices count from 1. w is the diagonal and rv the
+// superdiagonal, with rv[i] above w[i], so rv[1] is 0. Nearly all steps work along columns, so both matrices
+// are stored by columns here: a[j][k] is the element of column j in row k.
 
 namespace zellap10::fit {
 
@@ -35,8 +35,8 @@ double with_sign_of(double size, double sign) {
     return sign >= 0.0 ? std::fabs(size) : -std::fabs(size);
 }
 
-// Works from first to last by fours, with a rest of two and one: what stands side by side in registers need
-// not wait for each addition of one sum.
+// Works from first to last in steps of four, then two and one: independent sums in registers need not wait
+// for each other.
 template <class Work>
 inline void by_fours(int first, int last, Work work) {
     int j = first;
@@ -49,7 +49,8 @@ inline void by_fours(int first, int last, Work work) {
     if (j <= last) work(std::integral_constant<int, 1>(), j);
 }
 
-// Hands on the product of one vector with each column from first to last, over the rows from `from` to `to`.
+// Calls `use` with the product of one vector and each column from first to last, over the rows `from` to
+// `to`.
 template <class Use>
 inline void products(const double* vector, double* const* columns, int from, int to, int first, int last,
                      Use use) {
@@ -64,13 +65,13 @@ inline void products(const double* vector, double* const* columns, int from, int
     });
 }
 
-// Adds a multiple of one column to another, from row `from` to row `to`.
+// Adds a multiple of `other` to `column`, from row `from` to row `to`.
 inline void add_multiple(double* column, double factor, const double* other, int from, int to) {
     for (int k = from; k <= to; ++k)
         column[k] += other[k] * factor;
 }
 
-// Left step on column i from row i down. Gives the diagonal element.
+// Left step on column i from row i down. Returns the diagonal element.
 double left_step(const Decomposition& d, int i) {
     double* column = d.a[i];
     double scale = 0.0;
@@ -94,7 +95,7 @@ double left_step(const Decomposition& d, int i) {
     return scale * g;
 }
 
-// Right step on row i from column i + 1 on. Gives the superdiagonal element.
+// Right step on row i from column i + 1 on. Returns the superdiagonal element.
 double right_step(const Decomposition& d, int i) {
     double** a = d.a;
     const int l = i + 1;
@@ -146,7 +147,7 @@ void gather_right_steps(const Decomposition& d) {
         const int l = i + 1;
         double* column = d.v[i];
         if (i < d.n && d.rv[l] != 0.0) {
-            // Two divisions, because the product of the two divisors may underflow.
+            // Two divisions, because the product of the divisors may underflow.
             for (int j = l; j <= d.n; ++j)
                 column[j] = d.a[j][i] / d.a[l][i] / d.rv[l];
             for (int j = l; j <= d.n; ++j) {
@@ -184,7 +185,7 @@ void gather_left_steps(const Decomposition& d) {
     }
 }
 
-// Turns two columns by the angle of this cosine and sine.
+// Rotates two columns by the angle with this cosine and sine.
 void rotate(double* p, double* q, int rows, double c, double s) {
     for (int k = 1; k <= rows; ++k) {
         const double x = p[k];
@@ -194,7 +195,7 @@ void rotate(double* p, double* q, int rows, double c, double s) {
     }
 }
 
-// Where w[l - 1] is negligible, turns rv[l] to rv[k] to zero.
+// Reduces rv[l] to rv[k] to zero if w[l - 1] is negligible.
 void cancel(const Decomposition& d, int l, int k) {
     double c = 0.0;
     double s = 1.0;
@@ -254,7 +255,7 @@ void qr_pass(const Decomposition& d, int l, int k) {
     d.w[k] = x;
 }
 
-// Splits the block that ends at k: gives the l at which it begins, with rv[l] negligible.
+// Returns the beginning l of the block that ends at k; rv[l] is then negligible.
 int split_block(const Decomposition& d, int k) {
     for (int l = k; l > 1; --l) {
         if (d.negligible(d.rv[l])) return l;
@@ -263,7 +264,7 @@ int split_block(const Decomposition& d, int k) {
             return l;
         }
     }
-    return 1;  // rv[1] is zero from the start; saying so here keeps NaN from asking for w[0]
+    return 1;  // rv[1] is always zero; with NaN, the test above would read w[0]
 }
 
 void settle(const Decomposition& d, int k) {
@@ -271,8 +272,7 @@ void settle(const Decomposition& d, int k) {
         const int l = split_block(d, k);
         if (l != k) {
             qr_pass(d, l, k);
-            // What is no number stays none in every further pass, and all that is solved with it becomes
-            // none.
+            // NaN stays NaN in every further pass, and so does every solution.
             if (std::isnan(d.w[k])) return;
             continue;
         }

@@ -10,10 +10,10 @@ namespace {
 using platform::HALF_PI;
 using platform::RAD_TO_DEG;
 
-// The 0.0002 degrees of latitude that a parallel is measured over, in minutes.
+// Twice kParallelDeg, in minutes.
 constexpr double kParallelMinutes = 0.012;
 
-// A difference of longitude in degrees, one turn nearer to zero if it is past 180.
+// A difference of longitude in degrees, reduced once by 360 if it is past 180.
 double reduced(double dlon) {
     if (dlon > 180.0) return dlon - 360.0;
     if (dlon < -180.0) return dlon + 360.0;
@@ -31,11 +31,11 @@ double bearing_of(double x, double y) {
     }
     const double t = theta * RAD_TO_DEG - 90.0;
     const double bearing = t > 0.0 ? 360.0 - t : 0.0 - t;  // due north is +0
-    return bearing == 360.0 ? 0.0 : bearing;               // a t too small to be seen beside 360
+    return bearing == 360.0 ? 0.0 : bearing;               // 360 minus a tiny t
 }
 
-// The length of a rhumb line. dlon is the difference of longitude, reduced; the parts between the latitudes
-// are the caller's, since no two steps compute them anew.
+// The length of a rhumb line. dlon is the reduced difference of longitude, parts_diff the parts between the
+// latitudes.
 double distance_over(double lat1, double lat2, double dlon, double parts_diff) {
     const double northing = (lat2 - lat1) * 60.0;
     double minutes = northing;

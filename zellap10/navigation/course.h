@@ -5,24 +5,24 @@
 /// @file
 ///
 /// Rhumb-line course and distance, by meridional parts of one fixed ellipsoid (that of Clarke, 1866).
-/// Distances are nautical miles of 60 to the degree of latitude.
+/// Distances are nautical miles, 60 to the degree of latitude.
 ///
 /// Latitudes and longitudes are decimal degrees, north and east positive, unless a function says radians.
-/// Bearings are degrees clockwise from north, from 0 up to but not including 360. Infinity and NaN are handed
-/// on; so is the pole, whose parts are 102765.6 in the north and minus infinity in the south. Figures of
-/// rounding were measured over 10^6 positions, up to latitude 85.
+/// Bearings are degrees clockwise from north, from 0 up to but not including 360. Infinity and NaN pass
+/// through. The parts of the north pole are 102765.6, those of the south pole minus infinity. Rounding was
+/// measured over 10^6 positions, up to latitude 85.
 ///
-/// Source: Bowditch, The American Practical Navigator, Mercator sailing and the table of meridional parts;
-/// two of the formula's terms have the other sign here.
+/// Source: Bowditch, The American Practical Navigator, Mercator sailing and the table of meridional parts.
+/// Two terms of the formula have the opposite sign here.
 
 /// The bearing from one position to another.
 ///
-/// @param lat1, lon1, lat2, lon2  degrees. The difference of longitude is used as it comes: across the 180th
-///                                meridian the bearing points the other way about the earth
+/// @param lat1, lon1, lat2, lon2  degrees. The difference of longitude is not reduced: across the 180th
+///                                meridian the bearing points the other way around the earth
 /// @return                        degrees; 90 from a position to itself
 ///
-/// NaN between two south poles. Rounding measured: 2e-12 degrees at most, between latitudes d degrees apart,
-/// less than one, 2e-12 / d.
+/// NaN between two south poles. Rounding measured: 2e-12 degrees at most; 2e-12 / d if the latitudes are d
+/// degrees apart and d is below 1.
 ZELLAP10_API double m_bearing(double lat1, double lon1, double lat2, double lon2);
 
 /// The direction from one position to another on the plane of longitude and meridional parts.
@@ -35,21 +35,21 @@ ZELLAP10_API double m_theta(double lat1, double lon1, double lat2, double lon2);
 
 /// The distance from one position to another along the rhumb line.
 ///
-/// @param lat1, lon1, lat2, lon2  degrees; the difference of longitude goes the short way about the
-///                                earth, for longitudes less than one and a half turns apart
+/// @param lat1, lon1, lat2, lon2  degrees; the difference of longitude is reduced to the short way around
+///                                the earth if it is below 540
 /// @return                        nautical miles, 0 from a position to itself
 ///
-/// Only exactly equal latitudes are sailed as a parallel: latitudes a last place apart give 0 or a length
-/// that is far off. To and from the south pole it is that of the meridian; along a pole it has no meaning.
-/// Rounding measured: along a parallel 3e-10 of the distance at most, between latitudes d degrees apart 6e-14
-/// / d of it.
+/// Only exactly equal latitudes count as a parallel: for latitudes one last place apart, the result is 0 or
+/// far off. To and from the south pole, the distance is that of the meridian; along a pole it has no meaning.
+/// Rounding measured, relative to the distance: 3e-10 at most along a parallel, 6e-14 / d between latitudes d
+/// degrees apart.
 ZELLAP10_API double m_distance(double lat1, double lon1, double lat2, double lon2);
 
 /// The distance and the bearing from one position to another.
 ///
 /// @param lat1, lon1, lat2, lon2  degrees
-/// @param bearing                 out: degrees. Unlike m_bearing, a difference of longitude past 180 is taken
-///                                back by one turn, which serves for longitudes from -180 to 180
+/// @param bearing                 out: degrees. Unlike in m_bearing, a difference of longitude past 180 is
+///                                reduced once by 360, enough for longitudes from -180 to 180
 /// @return                        nautical miles, as m_distance
 ///
 /// Rounding as in m_bearing and m_distance.
@@ -57,11 +57,11 @@ ZELLAP10_API double m_b_d(double lat1, double lon1, double lat2, double lon2, do
 
 /// The bearing of a vector.
 ///
-/// @param x, y  eastward and northward component, in one unit
+/// @param x, y  eastward and northward component, in the same unit
 /// @return      degrees; 90 for the zero vector
 ///
-/// Rounding measured: 6e-14 degrees at most. Since our own pi lies past the one of the arctangent, west and
-/// north-west are 1.2e-11 past 270 and 9e-12 past 315, south-west falls 9e-12 short of 225. Due north is +0.
+/// Rounding measured: 6e-14 degrees at most. Our pi is larger than that of the arctangent, so west is 1.2e-11
+/// past 270, north-west 9e-12 past 315 and south-west 9e-12 short of 225. Due north is +0.
 ZELLAP10_API double m_angle(double x, double y);
 
 /// The meridional parts from one latitude to another.
@@ -85,5 +85,5 @@ ZELLAP10_API double m_parts(double lat);
 /// @param minutes  minutes of arc on the equator
 /// @return         DEGREES, -90 to 90
 ///
-/// Rounding measured: 4e-14 degrees at most. The three refinements leave up to 3e-8 degrees.
+/// The three refinements leave up to 3e-8 degrees. Rounding measured: 4e-14 degrees at most.
 ZELLAP10_API double m_parts_inv(double minutes);

@@ -14,12 +14,12 @@ using platform::DEG_TO_RAD;
 constexpr double kOver60 = 0.016666666666666666;
 constexpr double kOver3600 = 0.0002777777777777778;
 
-// A course this near to 90 or 270 follows the parallel, DEGREES: the tangent is too large to measure by.
+// A course this near to 90 or 270 follows the parallel, DEGREES: its tangent is too large to be of use.
 constexpr double kParallelCourseDeg = 0.01;
-// Of the 0.0002 degrees that a parallel is measured over.
+// 1 / (2 kParallelDeg).
 constexpr double kOverParallel = 5000.0;
 
-// The size of the tangent of a course, negative for courses strictly between 90 and 180 or 270 and 360.
+// The absolute tangent of a course, negative for courses strictly between 90 and 180 or 270 and 360.
 double m_course_tan(double course) {
     const double size = std::fabs(std::tan(course * DEG_TO_RAD));
     return (course > 90.0 && course < 180.0) || (course > 270.0 && course < 360.0) ? -size : size;
@@ -39,7 +39,7 @@ double m_advance_d(double* lat, double* lon, double distance, double course) {
     double d = distance * kOver60;
     double dphi = 0.0;
     if (std::fabs(course - 90.0) < kParallelCourseDeg) {
-        // eastwards: d is the departure as it stands
+        // East: d is the departure.
     } else if (std::fabs(course - 270.0) < kParallelCourseDeg) {
         d = -d;
     } else {

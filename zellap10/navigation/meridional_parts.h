@@ -26,7 +26,7 @@ inline double parts(double phi) {
            (kOfSin * s - kOfSin3 * (s2 * s) - kOfSin5 * (s2 * s2 * s));
 }
 
-/// A parallel is measured between latitudes this far south and north of it, DEGREES.
+/// The length of a parallel is computed between latitudes this far south and north of it, DEGREES.
 constexpr double kParallelDeg = 0.0001;
 
 /// @param lat1, lat2  DEGREES
@@ -34,13 +34,13 @@ inline double parts_between(double lat1, double lat2) {
     return parts(lat2 * platform::DEG_TO_RAD) - parts(lat1 * platform::DEG_TO_RAD);
 }
 
-/// The latitude, RADIANS, that a sphere has at these parts.
+/// The latitude on a sphere with these parts, RADIANS.
 inline double sphere_latitude(double minutes) {
     return 2.0 * (std::atan(std::pow(10.0, kOverParts * minutes)) - platform::QUARTER_PI);
 }
 
-/// The inverse of parts: a start value and exactly three refinements, each of which shrinks the error by a
-/// factor of 1/150.
+/// The inverse of parts: a start value and exactly three refinements, each of which reduces the error to
+/// 1/150.
 ///
 /// @return  DEGREES
 inline double latitude_of(double minutes) {

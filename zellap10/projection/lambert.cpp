@@ -23,7 +23,7 @@ using platform::HALF_PI;
 using platform::QUARTER_PI;
 using platform::RAD_TO_DEG;
 
-// RADIANS: each pass shrinks the error by e2, some 1/150, so the last one leaves about 7e-10, which is 4 mm.
+// RADIANS: each pass reduces the error by e2, about 1/150, so the last leaves about 7e-10, which is 4 mm.
 constexpr double kLambertTolRad = 0.0000001;
 // The ellipsoids of the earth need four at most.
 constexpr int kLambertPasses = 20;

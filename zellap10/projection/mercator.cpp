@@ -12,8 +12,9 @@
 //   phi = 90 deg - 2 atan(t ((1 - e sin phi) / (1 + e sin phi))^(e/2))          (7-9)
 //   t = exp(-y / a)                                                             (7-10)
 //   phi = 90 deg - 2 atan(t) to begin with                                      (7-11)
-// Departures: the size of the tangent is taken, so that latitude 90 has a logarithm although our pi lies past
-// the true one; exp is a power of the base below; the half angle and the iteration are in degrees.
+// Departures: the absolute value of the tangent, so that latitude 90 has a logarithm although our pi is
+// larger than the true one; exp is a power of the base below; the half angle and the iteration are in
+// degrees.
 
 namespace zellap10::projection {
 namespace {
@@ -24,7 +25,7 @@ using platform::RAD_TO_DEG;
 // The natural base with eleven decimals, true value 2.71828182845904...
 constexpr double kBase = 2.71828182846;
 
-// DEGREES: each pass shrinks the error by e2, some 1/150, so the last leaves 7e-10, which is 0.1 mm.
+// DEGREES: each pass reduces the error by e2, about 1/150, so the last leaves 7e-10, which is 0.1 mm.
 constexpr double kLatTolDeg = 0.0000001;
 // The ellipsoids of the earth need four at most.
 constexpr int kMercatorPasses = 1000;

@@ -4,7 +4,7 @@
 
 namespace zellap10::projection {
 
-/// The sines and cosines of 2, 4 and 6 times an angle; those of 4 and 6 follow from those of 2.
+/// The sines and cosines of 2, 4 and 6 times an angle; those of 4 and 6 are computed from those of 2.
 struct Multiples {
     double angle;  // RADIANS
     double sin_2 = std::sin(2.0 * angle);

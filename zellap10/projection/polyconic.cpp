@@ -16,8 +16,8 @@
 //   Q = e2 sin 2phi (Ma^2 + B - 2 A Ma) K / 4 + (A - Ma) (K G - 2 / sin 2phi) - G
 //   phi - P / Q is the next phi               (18-21)
 //   lam = asin(x K / a) / sin phi + lam0      (18-22)
-// Departures: the source divides by K in the first term of Q; the longitude takes K of the last pass, which
-// stands on the latitude that the pass began with.
+// Departures: the source divides by K in the first term of Q; the longitude uses K of the last pass, computed
+// from the latitude at which that pass began.
 
 namespace zellap10::projection {
 namespace {
@@ -25,11 +25,11 @@ namespace {
 using platform::DEG_TO_RAD;
 using platform::RAD_TO_DEG;
 
-// RADIANS: the steps shrink quadratically, so the step after one of this size is lost in the rounding; only
-// near the equator they shrink slowly, and the last leaves up to 3e-7 degrees of latitude. The longitude,
-// whose K lags one pass behind, keeps an error of this size over the latitude.
+// RADIANS: convergence is quadratic, so the step after one of this size is lost in the rounding. Near the
+// equator it is slower, and the last step leaves up to 3e-7 degrees of latitude. The K of the longitude is
+// one pass older, which leaves an error of this tolerance divided by the latitude.
 constexpr double kPolyconicTolRad = 0.0000001;
-// All points of a chart settle in a few passes; some of the plane never do, and have no position then.
+// Points of a chart converge in a few passes. Some points of the plane never converge; they have no position.
 constexpr int kPolyconicPasses = 100;
 
 // Arc from the equator to phi, radians, with its sine s and its cosine c; metres.

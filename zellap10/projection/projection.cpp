@@ -13,8 +13,8 @@ namespace {
 
 enum Code : int { kMercator = 1, kPolyconic = 2, kTransverseMercator = 3, kLambert = 4 };
 
-// The record that stands in for a null one. Its powers of the eccentricity are stored figures, which differ
-// from those that follow from f in their last digits.
+// The record for a null pointer. Its powers of the eccentricity are rounded figures, which differ in their
+// last digits from those computed from f.
 constexpr tagPPARMS make_default_parms() {
     tagPPARMS parms;
     parms.a = datum::kWgs84A;

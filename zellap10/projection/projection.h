@@ -4,15 +4,14 @@
 
 /// @file
 ///
-/// What a projection needs on one ellipsoid, and all projections behind one code.
+/// The record of a projection on one ellipsoid, and functions that call a projection by its code.
 
-/// Everything that a projection needs on one ellipsoid: the figures of the ellipsoid, the origin, and what
-/// each projection works out once at set-up. Each projection has fields of its own, and a record serves one
-/// projection at a time. Fill it with project_init or project_init2; after that it is only read, and any
-/// number of threads may convert through it.
+/// A projection on one ellipsoid: the figures of the ellipsoid, the origin, and what each projection computes
+/// once at set-up, in fields of its own. A record holds one projection at a time. Fill it with project_init
+/// or project_init2. Conversions only read it, so any number of threads may share it.
 ///
-/// Angles in the record are RADIANS. Plane coordinates are metres with no false easting or northing: x grows
-/// with longitude, y with latitude.
+/// Angles in the record are RADIANS. Plane coordinates are metres without false easting or northing: x
+/// increases with longitude, y with latitude.
 struct tagPPARMS {
     double a = 0.0;   ///< semi-major axis, metres
     double f = 0.0;   ///< flattening
@@ -24,7 +23,7 @@ struct tagPPARMS {
     double lat0 = 0.0;  ///< latitude of origin, radians
     double lon0 = 0.0;  ///< central meridian, radians
 
-    double merc_k = 0.0;  ///< scale of the parallel lat0 relative to the equator; read by no calculation
+    double merc_k = 0.0;  ///< scale of the parallel lat0 relative to the equator; no calculation reads it
 
     double poly_m0 = 0.0;  ///< meridian arc from the equator to lat0, metres
 
@@ -43,47 +42,47 @@ struct tagPPARMS {
 /// The record by its short name.
 using PPARMS = tagPPARMS;
 
-/// Sets a record up for a projection with one origin, on the ellipsoid of a datum.
+/// Fills a record for a projection with one origin, on the ellipsoid of a datum.
 ///
 /// @param projection  1 Mercator, 2 polyconic, 3 transverse Mercator, 4 Lambert conformal conic; any other
-///                    value fills the ellipsoid fields and nothing else
-/// @param lat0        latitude of origin, degrees, north positive; 4 takes it for both its
-///                    parallels too, 2 ignores it: y is then measured from the equator
+///                    value fills only the ellipsoid fields
+/// @param lat0        latitude of origin, degrees, north positive. For 4, it is also both parallels; 2
+/// ignores
+///                    it and measures y from the equator
 /// @param lon0        central meridian, degrees, east positive
-/// @param datum       0 to 119; any other number gives NaN for the ellipsoid's fields and all that rests on
-///                    them, which lat0, lon0 and the lam_n of one parallel do not
-/// @param parms       out: the record; null does nothing. Fields of other projections keep what they held
+/// @param datum       0 to 119; any other number makes the ellipsoid's fields NaN, and all that depend on
+///                    them: all except lat0, lon0 and the lam_n of one parallel
+/// @param parms       out: the record; null does nothing. Fields of other projections do not change
 ///
-/// NaN in lat0 or lon0 makes the results NaN that rest on it.
+/// NaN in lat0 or lon0 makes results that depend on it NaN.
 ZELLAP10_API void project_init(int projection, double lat0, double lon0, int datum, tagPPARMS* parms);
 
-/// Sets a record up as project_init does, with two standard parallels.
+/// Fills a record as project_init does, with two standard parallels.
 ///
-/// @param projection, lat0, lon0, datum, parms  as in project_init, but that 4 takes its parallels from here
-/// @param lat1, lat2  standard parallels, degrees; only 4 uses them. Equal ones give one parallel; two that
-///                    are symmetric about the equator, or both on it, give no cone: every result is NaN, but
-///                    longitudes may be infinite
+/// @param projection, lat0, lon0, datum, parms  as in project_init
+/// @param lat1, lat2  standard parallels, degrees, which only 4 uses. If they are equal, there is one
+///                    parallel. Two that are symmetric about the equator, or both on it, define no cone:
+///                    results are then NaN, and longitudes NaN or infinite
 ZELLAP10_API void project_init2(int projection, double lat0, double lon0, double lat1, double lat2, int datum,
                                 tagPPARMS* parms);
 
-/// Turns a position into plane coordinates.
+/// Converts a position to plane coordinates.
 ///
-/// @param projection  the code that the record was set up with; other than 1 to 4 leaves x and y as they were
-/// @param parms       the record; null stands for one of WGS-84 at latitude 0, longitude 0, which serves 1
-///                    and 2 only
+/// @param projection  the code with which the record was filled; other than 1 to 4, x and y do not change
+/// @param parms       the record; null is one of WGS-84 at latitude 0, longitude 0, for 1 and 2 only
 /// @param lat, lon    degrees, on the record's datum
 /// @param x, y        out: metres
 ///
-/// Longitudes are not wrapped about the central meridian. For the rest see the function of the projection.
+/// Longitudes are not wrapped about the central meridian. See also the function of the projection.
 ZELLAP10_API void project_f(int projection, const tagPPARMS* parms, double lat, double lon, double* x,
                             double* y);
 
-/// Turns plane coordinates into a position.
+/// Converts plane coordinates to a position.
 ///
 /// @param projection, parms  as in project_f
 /// @param x, y               metres
 /// @param lat, lon           out: degrees, on the record's datum; the longitude may pass 180
 ///
-/// For the rest see the function of the projection.
+/// See also the function of the projection.
 ZELLAP10_API void project_i(int projection, const tagPPARMS* parms, double x, double y, double* lat,
                             double* lon);

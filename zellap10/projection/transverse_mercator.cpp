@@ -32,7 +32,7 @@ double arc_to(const tagPPARMS* parms, double phi, double s, double c) {
                         multiples_of(phi, s, c));
 }
 
-// The latitude on the central meridian whose arc takes mu radians of a sphere of the same arc; (3-26).
+// The latitude on the central meridian that has the rectifying latitude mu; (3-26).
 double footpoint(double e1, const Multiples& mu) {
     const double e1_2 = e1 * e1;
     const double e1_3 = e1_2 * e1;
