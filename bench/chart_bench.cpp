@@ -18,8 +18,8 @@
 #include <tiffio.h>
 #endif
 
-// Every operation stands beside the plainest code that does the same, and beside libtiff for lines in order.
-// All results are compared before a clock runs.
+// Each operation is measured next to the simplest code with the same result, and lines in order next to
+// libtiff. Results are compared before the measurement.
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr int kWindowWidth = 1920;
 constexpr int kWindowHeight = 1080;
 constexpr int kRuns[] = {4, 20, 180};  // mean length of a run
 
-// Runs of geometrically spread lengths, no two neighbours of one colour.
+// Runs with a geometric distribution of lengths. Adjacent runs have different colours.
 void draw_runs(int mean, int colours, int width, int line, unsigned char* pixels) {
     std::minstd_rand random(static_cast<unsigned>(line + 1));
     std::geometric_distribution<int> more(1.0 / mean);
@@ -70,14 +70,14 @@ struct OpenChart {
 
     OpenChart(const TempFolder& folder, const std::string& name, const samples::Chart& drawn)
         : path(folder.write(name, samples::chart_bytes(drawn))) {
-        demand(chart.OpenZellap(path.c_str(), 0) == 1, path + " does not open");
+        demand(chart.OpenZellap(path.c_str(), 0) == 1, "cannot open " + path);
     }
     ~OpenChart() { chart.CloseZellap(); }
 
     void same(const char* what) { demand(pixels == expected, what + std::string(" differ in ") + path); }
 };
 
-// A line, a window or a reduced line of a chart, the library's or the plain one.
+// Reads a line, a window or a reduced line, with the library or with the plain code.
 using Read = int (*)(PlainChart& chart, int line, unsigned char* dest);
 
 int library_line(PlainChart& chart, int line, unsigned char* dest) {
@@ -95,7 +95,7 @@ int library_window(PlainChart& chart, int, unsigned char* dest) {
 int plain_window(PlainChart& chart, int, unsigned char* dest) {
     return chart.plain_window(kMiddleLine, kWindowHeight, kMiddleCol, kWindowWidth, dest);
 }
-// What the lines of the window cost from their start to the window's right edge.
+// Decodes the lines of the window from their start to the right edge of the window.
 int window_from_left(PlainChart& chart, int, unsigned char* dest) {
     return chart.getMultiLines(kMiddleLine, kWindowHeight, 0, kMiddleCol + kWindowWidth, dest);
 }
@@ -108,7 +108,7 @@ int plain_reduced(PlainChart& chart, int line, unsigned char* dest) {
     return chart.plain_reduced_line(line / kFactor * kFactor, 0, kSize, dest, kFactor, kFactor);
 }
 
-constexpr int kLastLine = kSize - 9;  // so that a block of 8 lines from it on is inside
+constexpr int kLastLine = kSize - 9;  // a block of 8 lines from here is inside the chart
 
 void read_lines(benchmark::State& state, OpenChart& open, Read read, const std::vector<int>& lines) {
     std::size_t next = 0;
@@ -161,7 +161,7 @@ void register_reads(const std::shared_ptr<OpenChart>& open, int mean) {
     add("window_from_left", window_from_left, in_order);
 }
 
-// A window as a viewer asks for it, at 1 to `factor` from the middle of a wide chart, as far as that reaches.
+// Reads the window of a viewer in the middle of a wide chart, reduced by `factor` and limited to the chart.
 using ReducedLine = int (PlainChart::*)(int, int, int, unsigned char*, int, int);
 
 void read_view(OpenChart& open, ReducedLine reduced_line, int factor, unsigned char* dest) {
@@ -194,7 +194,7 @@ void register_views(const TempFolder& folder) {
     }
 }
 
-// Colours spread over the whole cube, more of them than widening leaves room for.
+// Random colours of the complete cube; widening fills the palette.
 void spread_colours(PlainChart& chart, int count) {
     std::minstd_rand random(11);
     const auto value = [&random] { return static_cast<unsigned char>(random() >> 8 & 0xFF); };
@@ -267,7 +267,7 @@ struct TiffCloser {
 };
 using Tiff = std::unique_ptr<TIFF, TiffCloser>;
 
-// The same picture in PackBits, one row a strip.
+// The same chart in PackBits, one row per strip.
 std::string write_tiff(const TempFolder& folder, OpenChart& open, int mean) {
     const std::string path = folder.file("runs" + std::to_string(mean) + ".tif");
     const Tiff tiff(TIFFOpen(path.c_str(), "w"));
@@ -301,8 +301,8 @@ void tiff_lines(benchmark::State& state, const std::string& path) {
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    // The C library leaves the locks of its files out until a program has had a second thread, as every
-    // application with a window has.
+    // The C library does not lock its files until a program has started a second thread. Applications with a
+    // window have.
     std::thread([] {}).join();
     const TempFolder folder;
     for (const int mean : kRuns) {

@@ -19,15 +19,15 @@
 #include <Eigen/SVD>
 #endif
 
-// A fit stands beside the same least-squares problem in LAPACK and Eigen, and the evaluation of a polynomial
-// beside a loop over its terms.
+// Fits next to the same least-squares problems in LAPACK and Eigen, and polynomials next to a loop over their
+// terms.
 
 namespace {
 
 constexpr int kTerms = 21;
 constexpr int kTermsOfOrder[] = {1, 3, 6, 10};
 
-// Points of a chart of 9000 by 10500 pixels whose latitude scale bends a little.
+// Points of a chart of 9000 by 10500 pixels with a slightly curved latitude scale.
 std::vector<PointRow> rows_of_points(int count) {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> x(0, 9000);
@@ -127,7 +127,7 @@ BENCHMARK(fit_lapack)->Apply(sizes_and_orders);
 BENCHMARK(fit_eigen)->Apply(sizes_and_orders);
 #endif
 
-// A record with points of its own, fitted directly or through a projection.
+// Fills and fits a record, in direct mode or in projection mode.
 void fill(CGEORec& record, int count, const char* projection) {
     add_points(record, rows_of_points(count));
     add_vertex(record, -70, 42);
@@ -154,7 +154,7 @@ double plain_sum(const double* coefficients, double a, double b) {
     return sum;
 }
 
-// Coefficients of every size, and places that differ from call to call.
+// Coefficients of different sizes, and arguments that change from call to call.
 struct Polynomial {
     double coefficients[2][kTerms];
     std::vector<double> places;

@@ -8,14 +8,14 @@
 #include <testing/temp_folder.h>
 #include <zellap10/chart/zellap.h>
 
-// What an open of the costliest files of 1 MiB takes, fits included: under a second of processor time each;
-// and of a large one whose text has no end: under a tenth.
+// The time to open the most expensive files of 1 MiB, including their fits: less than a second of processor
+// time each. A large file whose text has no end takes less than a tenth of a second.
 
 namespace {
 
 constexpr std::size_t kFileSize = 1 << 20;
 
-// Lines of a kind, over and over.
+// Repeats lines up to the size of the file.
 std::string filled_with(const std::vector<std::string>& lines) {
     std::string text;
     for (std::size_t i = 0; text.size() + lines[i].size() <= kFileSize; i = (i + 1) % lines.size())
@@ -28,8 +28,8 @@ std::string point(const std::string& longitude, int latitude, int y, int x) {
            std::to_string(x) + "\n";
 }
 
-// Nearly all points stand in the band in the middle that both halves take, so that each is fitted three times
-// in each direction.
+// Nearly all points are in the middle band, which belongs to both halves. Each is therefore fitted three
+// times in each direction.
 std::vector<std::string> points_in_the_band(int count, const std::string& odd_longitude) {
     std::vector<std::string> lines{point("1", 0, 0, 3), point("5", 9, 9, 7)};
     for (int i = 2; i < count; ++i) {
@@ -39,14 +39,14 @@ std::vector<std::string> points_in_the_band(int count, const std::string& odd_lo
     return lines;
 }
 
-// An inset for each eleven of them, the fewest that both halves can be fitted with at the highest order.
+// An inset for every eleven points, the fewest with which both halves are fitted at the highest order.
 std::string insets_of_points(const std::string& odd_longitude) {
     std::vector<std::string> lines = points_in_the_band(11, odd_longitude);
     lines.insert(lines.begin(), "[Inset\n");
     return filled_with(lines);
 }
 
-// A chart of 64 MiB whose end of the text is damaged, so that all of it is text.
+// A chart of 64 MiB without an end of the text, so that all of it is text.
 std::string endless_text() {
     std::minstd_rand random(3);
     std::string mebibyte(kFileSize, '\0');
@@ -97,7 +97,8 @@ void open_and_close(benchmark::State& state, const CostRow& row) {
     const std::string path = folder.write("c.cht", row.chart);
     for (auto _ : state) {
         CZellap chart;
-        if (chart.OpenZellap(path.c_str(), 0) != row.result) state.SkipWithError("opens or does not");
+        if (chart.OpenZellap(path.c_str(), 0) != row.result)
+            state.SkipWithError("unexpected result of OpenZellap");
     }
 }
 

@@ -1,5 +1,5 @@
-// Nanoseconds a point of projections, datum shifts and navigation, each row beside a rival that was found
-// when this was built: PROJ (proj_trans, in radians, as it takes them) and the rhumb lines of GeographicLib.
+// Nanoseconds per point of projections, datum shifts and navigation, next to PROJ (proj_trans, in radians)
+// and the rhumb lines of GeographicLib if these were found by the build.
 
 #include <array>
 #include <random>
@@ -21,7 +21,7 @@ namespace {
 constexpr int kWgs84 = 117;
 constexpr int kDatum = 38;
 
-// Two or three numbers of a position or a place on a plane, in the order of the function at hand.
+// A position or a point of the plane, two or three numbers in the order of the function that is measured.
 struct Point {
     double a, b, c, d;
 };
@@ -44,7 +44,7 @@ Points random_points(Range a, Range b, Range c = {0.0, 0.0}, Range d = {0.0, 0.0
     return points;
 }
 
-// Times one call a turn, over all points again and again.
+// Measures one call per iteration, over all points in turn.
 template <class Call>
 void add_row(const std::string& name, const Points& points, Call call) {
     benchmark::RegisterBenchmark(name.c_str(), [points, call](benchmark::State& state) {
@@ -59,13 +59,13 @@ void add_row(const std::string& name, const Points& points, Call call) {
 #if defined(ZELLAP10_BENCH_PROJ)
 void add_proj_row(const std::string& name, const char* definition, PJ_DIRECTION direction,
                   const Points& points) {
-    PJ* const proj = proj_create(PJ_DEFAULT_CTX, definition);  // lives as long as the program
+    PJ* const proj = proj_create(PJ_DEFAULT_CTX, definition);  // kept until the program ends
     add_row(name + "/PROJ", points, [proj, direction](const Point& p) {
         benchmark::DoNotOptimize(proj_trans(proj, direction, proj_coord(p.a, p.b, p.c, 0.0)));
     });
 }
 
-// The same positions as PROJ takes them: longitude first, in radians.
+// The same positions for PROJ: longitude first, in radians.
 Points for_proj(Points points) {
     for (Point& p : points)
         p = {proj_torad(p.b), proj_torad(p.a), p.c, 0.0};

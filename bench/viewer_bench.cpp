@@ -1,6 +1,6 @@
-// Times the chart viewer in a window of 1920 by 1080 on a chart of 16,000 by 12,000 pixels: at each reduction
-// the frames while panning, with grid, reference points and a route shown, and how long a fresh view takes to
-// be whole.
+// Times the chart viewer in a window of 1920 by 1080 on a chart of 16,000 by 12,000 pixels. For each
+// reduction it prints the frame times while panning, with grid, reference points and a route, and the time
+// until a new view is complete.
 
 #include <algorithm>
 #include <chrono>
@@ -29,16 +29,16 @@ using viewer::View;
 constexpr viewer::ScreenSize kChart{16000, 12000};
 constexpr viewer::ScreenSize kWindow{1920, 1080};
 constexpr viewer::ScreenPixel kMiddle{kWindow.width / 2.0, kWindow.height / 2.0};
-constexpr int kPan = 40;         // pixels a frame
+constexpr int kPan = 40;         // pixels per frame
 constexpr int kFramesAWay = 60;  // right, down, left and up again
-constexpr int kRounds = 3;       // of which the best counts: other programs take their share of the others
+constexpr int kRounds = 3;       // the best one counts, because other programs slow down some of them
 constexpr auto kFrame = std::chrono::microseconds(16667);
 
 double ms_since(Clock::time_point start) {
     return duration<double, std::milli>(Clock::now() - start).count();
 }
 
-// The sample chart of the English Channel, at a larger scale.
+// Draws the sample chart of the English Channel at a larger scale.
 void write_large_chart(const std::string& stem) {
     samples::Sheet sheet = samples::english_channel();
     sheet.area.east = 0.59;
@@ -62,7 +62,7 @@ void write_large_chart(const std::string& stem) {
                 canvas.height());
 }
 
-// A view and the memory that it draws into.
+// A view and its bitmap.
 class Screen {
 public:
     explicit Screen(const std::string& path)
@@ -79,7 +79,7 @@ public:
         return ms_since(start);
     }
 
-    // Draws whenever there is something new, until the view is whole.
+    // Draws after every change until the view is complete.
     void draw_whole() {
         for (draw(); !view_.is_complete(); draw()) {
             std::unique_lock<std::mutex> lock(mutex_);
@@ -131,7 +131,7 @@ struct Frames {
     int incomplete = 0;
 };
 
-// Drags the chart about, 60 frames a second.
+// Drags the chart at 60 frames per second.
 Frames pan(const std::string& path, int step) {
     Screen screen(path);
     View& view = screen.view();

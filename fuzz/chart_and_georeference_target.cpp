@@ -3,15 +3,15 @@
 #include "chart_checks.h"
 #include "record_checks.h"
 
-// A chart with its georeference through the chart object. An input is its arguments, the chart file,
-// a line of its own that parts the two, and the georeference file.
+// A chart and its georeference through the chart object. An input consists of arguments, the chart file, a
+// separating line and the georeference file.
 
 namespace {
 
 constexpr char kParting[] = "\n=GEO=\n";
 constexpr std::int64_t kPixelBudget = 100000;
 
-// Whether a record holds as much as a file, so many times.
+// Whether the counts of a record are `times` those of the file.
 bool same_counts(const CGEORec& record, const CGEORec& file, int times) {
     return record.Points.GetCount() == times * file.Points.GetCount() &&
            record.Vertices.GetCount() == times * file.Vertices.GetCount() &&
@@ -26,23 +26,23 @@ void open_and_check(const std::string& path, bool info_first, fuzz::Input& argum
     const std::string geo_path = path.substr(0, path.rfind('.')) + ".GEO";
     file.ReadGEO(geo_path.c_str(), 1);
     if (info_first) {
-        fuzz::must(chart.OpenZellap(path.c_str(), 1) == 1, "a file that is there has a header");
+        fuzz::must(chart.OpenZellap(path.c_str(), 1) == 1, "an existing file opens for information");
         fuzz::check_refusals(chart, kept);
         fuzz::check_unfitted_record(*base);
         fuzz::keep_record(*base, kept);
-        fuzz::must(same_counts(*base, file, 1), "a header's open reads the georeference");
+        fuzz::must(same_counts(*base, file, 1), "opening for information reads the georeference");
         // Without a close here, the next open finds points and fits them while it reads the header.
     }
     const int opened = chart.OpenZellap(path.c_str(), 0);
-    fuzz::must(chart.GetBaseGeoRec() == base, "the record stays where it is");
+    fuzz::must(chart.GetBaseGeoRec() == base, "the address of the record is constant");
     fuzz::keep_record(*base, kept);
     if (opened == 0) {
         fuzz::check_refusals(chart, kept);
         fuzz::must(same_counts(*base, file, info_first ? 1 : 0),
-                   "a refused chart leaves its record as it was");
+                   "a refused chart leaves its record unchanged");
         return;
     }
-    fuzz::must(same_counts(*base, file, info_first ? 2 : 1), "an open adds what the file has");
+    fuzz::must(same_counts(*base, file, info_first ? 2 : 1), "an open adds the contents of the file");
     fuzz::check_open_chart(chart, arguments, budget, kept);
     if (!info_first) fuzz::check_fitted_record(file, *chart.GetBaseGeoRec(), arguments, kept);
     chart.CloseZellap();

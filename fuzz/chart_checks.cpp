@@ -13,17 +13,17 @@ namespace {
 
 constexpr int kSmallest = std::numeric_limits<int>::min();
 constexpr int kLargest = std::numeric_limits<int>::max();
-constexpr int kWidestLine = 1 << 14;  // wider lines are only read in part
-constexpr int kEndLines = 4;          // lines read at either end of the picture
+constexpr int kWidestLine = 1 << 14;  // only a part of wider lines is read
+constexpr int kEndLines = 4;          // lines read at each end of the chart
 
-// A line as seekLine and vNextCRL tell it, cut behind some column.
+// A line decoded by seekLine and vNextCRL, cut after some column.
 struct Line {
     std::vector<unsigned char> pixels;
-    std::int64_t whole = 0;  // pixels in front of the first run that passes Width
+    std::int64_t valid = 0;  // pixels before the first run that passes Width
 };
 
 Line line_by_runs(PlainChart& chart, int line, int columns) {
-    Line told;
+    Line decoded;
     std::int64_t x = 0;
     bool inside = true;
     chart.seekLine(line);
@@ -31,34 +31,36 @@ Line line_by_runs(PlainChart& chart, int line, int columns) {
         int colour = -1;
         int length = -1;
         chart.vNextCRL(&colour, &length);
-        must(length >= 1 && colour >= 0 && colour < 1 << chart.BitsPerPixel, "a run is one of its coding");
+        must(length >= 1 && colour >= 0 && colour < 1 << chart.BitsPerPixel,
+             "a run has a length and a valid colour");
         inside = inside && x + length <= chart.Width;
         const std::int64_t end = std::min<std::int64_t>(x + length, columns);
-        told.pixels.resize(static_cast<std::size_t>(end), static_cast<unsigned char>(colour));
+        decoded.pixels.resize(static_cast<std::size_t>(end), static_cast<unsigned char>(colour));
         x += length;
-        if (inside) told.whole = x;
+        if (inside) decoded.valid = x;
     }
-    return told;
+    return decoded;
 }
 
 void check_line(PlainChart& chart, int line, Budget& budget, Kept& kept) {
     const int width = std::max(chart.Width, 0);
     if (width > kWidestLine || !budget.spend(3 * width)) return;
-    const Line told = line_by_runs(chart, line, width);
+    const Line decoded = line_by_runs(chart, line, width);
 
     GuardedPixels pixels(static_cast<std::size_t>(width));
     const int accepted = chart.getLine(line, pixels.data());
     kept.bytes(pixels.data(), pixels.size());
-    must(accepted == (told.whole == width ? 1 : 0), "getLine refuses just the runs that pass Width");
-    const auto whole = static_cast<std::size_t>(told.whole);
-    must(std::equal(pixels.data(), pixels.data() + whole, told.pixels.begin()), "getLine gives the runs");
-    must(pixels.untouched_from(whole), "getLine writes nothing but its runs");
+    must(accepted == (decoded.valid == width ? 1 : 0), "getLine refuses only runs that pass Width");
+    const auto valid = static_cast<std::size_t>(decoded.valid);
+    must(std::equal(pixels.data(), pixels.data() + valid, decoded.pixels.begin()),
+         "getLine decodes the runs");
+    must(pixels.untouched_from(valid), "getLine writes only its runs");
 
     GuardedPixels cut(static_cast<std::size_t>(width));
-    must(chart.getMultiLines(line, 1, 0, width, cut.data()) == 1, "a whole line is inside the picture");
+    must(chart.getMultiLines(line, 1, 0, width, cut.data()) == 1, "a complete line is inside the chart");
     kept.bytes(cut.data(), cut.size());
-    must(std::equal(cut.data(), cut.data() + cut.size(), told.pixels.begin()),
-         "getMultiLines gives them cut");
+    must(std::equal(cut.data(), cut.data() + cut.size(), decoded.pixels.begin()),
+         "getMultiLines decodes the runs and cuts the last one");
     must(cut.guards_untouched(), "getMultiLines writes nothing else");
 }
 
@@ -71,7 +73,7 @@ bool is_inside(const CZellap& chart, const Rectangle& r) {
            r.column >= 0 && static_cast<std::int64_t>(r.column) + r.columns <= std::max(chart.Width, 0);
 }
 
-// What it costs to decode a rectangle: each line from its start.
+// The pixels to decode for a rectangle: each line from its start.
 std::int64_t cost_of(const Rectangle& r) {
     return std::max<std::int64_t>(r.lines, 0) * (static_cast<std::int64_t>(r.column) + r.columns);
 }
@@ -80,7 +82,7 @@ void check_rectangle(PlainChart& chart, const Rectangle& r, Budget& budget, Kept
     if (!is_inside(chart, r)) {
         GuardedPixels pixels(16);
         must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 0,
-             "a rectangle outside the picture is refused");
+             "a rectangle outside the chart is refused");
         must(pixels.untouched(), "a refused rectangle writes nothing");
         return;
     }
@@ -88,14 +90,14 @@ void check_rectangle(PlainChart& chart, const Rectangle& r, Budget& budget, Kept
     if (size > 0 && !budget.spend(2 * cost_of(r))) return;
     GuardedPixels pixels(static_cast<std::size_t>(size));
     must(chart.getMultiLines(r.line, r.lines, r.column, r.columns, pixels.data()) == 1,
-         "a rectangle inside the picture is accepted");
+         "a rectangle inside the chart is accepted");
     kept.bytes(pixels.data(), pixels.size());
-    must(pixels.guards_untouched(), "a rectangle stays inside its room");
+    must(pixels.guards_untouched(), "a rectangle stays inside its buffer");
     for (int i = 0; size > 0 && i < r.lines; ++i) {
-        const Line told = line_by_runs(chart, r.line + i, r.column + r.columns);
-        must(std::equal(told.pixels.begin() + r.column, told.pixels.end(),
+        const Line decoded = line_by_runs(chart, r.line + i, r.column + r.columns);
+        must(std::equal(decoded.pixels.begin() + r.column, decoded.pixels.end(),
                         pixels.data() + static_cast<std::int64_t>(i) * r.columns),
-             "a rectangle gives the pixels of its lines");
+             "a rectangle has the pixels of its lines");
     }
 }
 
@@ -110,7 +112,7 @@ void check_reduction(PlainChart& chart, const Reduction& r, Budget& budget, Kept
         GuardedPixels pixels(16);
         must(
             chart.getAALine(from.line, from.column, from.columns, pixels.data(), r.x_factor, from.lines) == 0,
-            "a reduction outside the picture is refused");
+            "a reduction outside the chart is refused");
         must(pixels.untouched(), "a refused reduction writes nothing");
         return;
     }
@@ -118,9 +120,9 @@ void check_reduction(PlainChart& chart, const Reduction& r, Budget& budget, Kept
     const int count = from.columns / r.x_factor;
     GuardedPixels reduced(static_cast<std::size_t>(count));
     must(chart.getAALine(from.line, from.column, from.columns, reduced.data(), r.x_factor, from.lines) == 1,
-         "a reduction inside the picture is accepted");
+         "a reduction inside the chart is accepted");
     kept.bytes(reduced.data(), reduced.size());
-    must(reduced.guards_untouched(), "a reduction stays inside its room");
+    must(reduced.guards_untouched(), "a reduction stays inside its buffer");
     std::vector<unsigned char> pixels(static_cast<std::size_t>(from.lines) *
                                       static_cast<std::size_t>(from.columns));
     must(chart.getMultiLines(from.line, from.lines, from.column, from.columns, pixels.data()) == 1,
@@ -132,7 +134,7 @@ void check_reduction(PlainChart& chart, const Reduction& r, Budget& budget, Kept
     }
 }
 
-// A range of `limit` columns or lines, or one too many: its start and its length.
+// Draws start and length of a range of `limit` columns or lines; it may be one too long.
 void draw_range(Input& input, int limit, int& first, int& count) {
     first = input.around(0, std::max(limit, 0));
     const int left = first >= 0 && first <= limit ? limit - first : limit;
@@ -149,7 +151,7 @@ Rectangle draw_rectangle(const CZellap& chart, Input& input) {
 void check_colours(const PlainChart& chart, Input& input, Kept& kept) {
     const int count = chart.LogPalette.palNumEntries;
     const PALETTEENTRY* entries = chart.LogPalette.palPalEntry;
-    must(count <= 256 && count >= chart.HeaderColourCount, "a palette holds the chart's colours");
+    must(count <= 256 && count >= chart.HeaderColourCount, "a palette contains the chart's colours");
     PALETTEENTRY copied[512] = {};
     const HPALETTE handle = chart.GetPaletteHandle();
     must(handle != nullptr, "an open chart has a palette object");
@@ -177,16 +179,16 @@ void check_colours(const PlainChart& chart, Input& input, Kept& kept) {
         const int cell = input.take<std::uint16_t>() & 0x7FFF;
         must(chart.ColourIndex[cell] ==
                  chart.plain_nearest((cell >> 10) * 8, (cell >> 5 & 31) * 8, (cell & 31) * 8),
-             "a cell holds the nearest entry");
+             "a cell contains the nearest entry");
     }
 }
 
-// What begins outside the picture, or ends one line or column behind it.
+// Rectangles that begin outside the chart or end one line or column past it.
 void check_edges(PlainChart& chart, Budget& budget, Kept& kept) {
     for (const int line : {-1, chart.Height, kSmallest, kLargest}) {
         if (line >= 0 && line < chart.Height) continue;
         GuardedPixels pixels(16);
-        must(chart.getLine(line, pixels.data()) == 0, "a line outside the picture is refused");
+        must(chart.getLine(line, pixels.data()) == 0, "a line outside the chart is refused");
         must(pixels.untouched(), "a refused line writes nothing");
     }
     const int width = chart.Width;
@@ -208,19 +210,19 @@ void check_edges(PlainChart& chart, Budget& budget, Kept& kept) {
 
 void keep_header(const CZellap& chart, Kept& kept) {
     kept.bytes(chart.ChartName, sizeof chart.ChartName);
-    must(chart.ChartName[sizeof chart.ChartName - 1] == '\0', "a name is ended");
+    must(chart.ChartName[sizeof chart.ChartName - 1] == '\0', "a name is terminated");
     kept.add(chart.DU);
     kept.add(chart.GetDocumentSize().cx);
     kept.add(chart.GetDocumentSize().cy);
     kept.bytes(chart.HeaderColours, sizeof chart.HeaderColours);
     must(chart.HeaderColourCount >= 0 && chart.HeaderColourCount <= 256, "colours fit their table");
-    must(!chart.TextStream.is_open(), "the text is closed behind an open");
+    must(!chart.TextStream.is_open(), "the text is closed after an open");
 }
 
 void check_open_chart(PlainChart& chart, Input& input, Budget& budget, Kept& kept) {
     keep_header(chart, kept);
     must(chart.BitsPerPixel >= 1 && chart.BitsPerPixel <= 7, "bits per pixel are in range");
-    must(chart.LineCount == std::max(chart.Height, 0), "the line table has the picture's lines");
+    must(chart.LineCount == std::max(chart.Height, 0), "the line table has the lines of the chart");
     kept.bytes(chart.LineOffsets, (static_cast<std::size_t>(chart.LineCount) + 1) * sizeof(std::int32_t));
     check_colours(chart, input, kept);
     check_edges(chart, budget, kept);
@@ -234,9 +236,9 @@ void check_open_chart(PlainChart& chart, Input& input, Budget& budget, Kept& kep
         const Rectangle from = draw_rectangle(chart, input);
         check_reduction(chart, {from, input.around(1, 12)}, budget, kept);
     }
-    // The whole picture as one pixel, which only blocks of a few thousand pixels make a matter of its own.
+    // The complete chart as one pixel. Blocks of some thousand pixels are summed differently.
     check_reduction(chart, {{0, chart.Height, 0, chart.Width}, std::max(chart.Width, 1)}, budget, kept);
-    // Any line number will do here: the nearest line is taken.
+    // Any line number is valid: the nearest line is used.
     chart.seekLine(input.take<std::int32_t>());
     int colour = 0;
     int length = 0;
@@ -248,17 +250,17 @@ void check_open_chart(PlainChart& chart, Input& input, Budget& budget, Kept& kep
 void check_refusals(PlainChart& chart, Kept& kept) {
     keep_header(chart, kept);
     must(chart.ChartFile == nullptr && chart.LineOffsets == nullptr && chart.GetPaletteHandle() == nullptr,
-         "what is not open holds no file and no palette");
+         "a closed object has no file and no palette");
     GuardedPixels pixels(16);
     int colour = 41;
     int length = 42;
     must(chart.getLine(0, pixels.data()) == 0 && chart.getMultiLines(0, 1, 0, 1, pixels.data()) == 0 &&
              chart.getMultiLines(0, 0, 0, 0, pixels.data()) == 0 &&
              chart.getAALine(0, 0, 1, pixels.data(), 1, 1) == 0,
-         "what is not open gives no pixels");
+         "a closed object returns no pixels");
     chart.seekLine(0);
     chart.vNextCRL(&colour, &length);
-    must(pixels.untouched() && colour == 41 && length == 42, "what is not open writes nothing");
+    must(pixels.untouched() && colour == 41 && length == 42, "a closed object writes nothing");
 }
 
 void read_changed_chart(PlainChart& chart, Budget& budget, Kept& kept) {
@@ -267,17 +269,17 @@ void read_changed_chart(PlainChart& chart, Budget& budget, Kept& kept) {
         if (!budget.spend(3 * width)) return;
         GuardedPixels pixels(static_cast<std::size_t>(width));
         must(chart.getMultiLines(line, 1, 0, width, pixels.data()) == 1,
-             "a changed file refuses no rectangle");
+             "a changed file returns every rectangle");
         kept.bytes(pixels.data(), pixels.size());
         must(std::all_of(pixels.data(), pixels.data() + pixels.size(),
                          [&chart](int pixel) { return pixel < 1 << chart.BitsPerPixel; }),
-             "a changed file gives pixels of its coding");
-        must(pixels.guards_untouched(), "a changed file stays inside its room");
+             "a changed file has valid colours");
+        must(pixels.guards_untouched(), "a changed file stays inside its buffer");
         must(chart.getAALine(line, 0, width, pixels.data(), 2, 1) == 1,
-             "a changed file refuses no reduction");
-        must(pixels.guards_untouched(), "a reduction of a changed file stays inside its room");
+             "a changed file returns every reduction");
+        must(pixels.guards_untouched(), "a reduction of a changed file stays inside its buffer");
         if (width == chart.Width) chart.getLine(line, pixels.data());
-        must(pixels.guards_untouched(), "a line of a changed file stays inside its room");
+        must(pixels.guards_untouched(), "a line of a changed file stays inside its buffer");
     }
 }
 

@@ -5,16 +5,16 @@
 
 namespace fuzz {
 
-/// Reads all that an open chart gives, with arguments drawn from the input, and checks what must hold.
+/// Reads everything from an open chart, with arguments from the input, and checks the results.
 void check_open_chart(PlainChart& chart, Input& input, Budget& budget, Kept& kept);
 
-/// Checks that an object that is not open refuses and writes nothing.
+/// Checks that a closed object refuses every call and writes nothing.
 void check_refusals(PlainChart& chart, Kept& kept);
 
-/// Reads lines and rectangles without a word on what they hold: the file is not what it was at the open.
+/// Reads lines and rectangles after the file was changed, without checking their colours.
 void read_changed_chart(PlainChart& chart, Budget& budget, Kept& kept);
 
-/// Reads the fields that the text header fills.
+/// Reads the fields of the text header.
 void keep_header(const CZellap& chart, Kept& kept);
 
 }  // namespace fuzz

@@ -6,14 +6,14 @@
 #include "chart_checks.h"
 #include <samples/chart_writer.h>
 
-// Chart files without a georeference. An input is its arguments and then the file; a bit of the first
-// byte has a line table put behind it, since hardly any change of a file leaves its table where it was.
+// Chart files without a georeference. An input consists of arguments and the file. A bit of the first byte
+// appends a line table, because most mutations move the table of the file.
 
 namespace {
 
 constexpr std::int64_t kPixelBudget = 400000;
 
-// Up to 64 lines, which share what stands behind the text.
+// Appends a table of 64 lines that share the bytes after the text.
 std::string with_line_table(std::string bytes) {
     const std::size_t first = std::min(bytes.find('\x1A'), bytes.size());
     const std::size_t table = bytes.size();
@@ -42,9 +42,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PlainChart chart;
     const int opened = chart.OpenZellap(path.c_str(), info_only ? 1 : 0);
     if (opened == 0 || info_only) {
-        fuzz::must(opened == 1 || !info_only, "a file that is there has a header");
+        fuzz::must(opened == 1 || !info_only, "an existing file opens for information");
         fuzz::must(opened == 1 || (chart.Width == 0 && chart.Height == 0 && chart.HeaderColourCount == 0),
-                   "a refused chart leaves the object as it was");
+                   "a refused chart leaves the object unchanged");
         fuzz::check_refusals(chart, kept);
         return 0;
     }
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     chart.CloseZellap();
     fuzz::check_refusals(chart, kept);
     if (opens_again) {
-        // What the file is by now may be refused.
+        // The changed file may be refused.
         if (chart.OpenZellap(path.c_str(), 0) == 1) fuzz::check_open_chart(chart, arguments, budget, kept);
     }
     return 0;

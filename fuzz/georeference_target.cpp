@@ -2,8 +2,8 @@
 
 #include "record_checks.h"
 
-// Georeference files by themselves, with the fit and all conversions. An input is its arguments and then the
-// file.
+// Georeference files without a chart, with the fit and all conversions. An input consists of arguments and
+// the file.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);

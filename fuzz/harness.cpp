@@ -9,10 +9,10 @@ namespace fuzz {
 
 namespace {
 
-// Written and never read; volatile, so that nothing that leads here can be left out.
+// Never read; volatile, so that the compiler keeps the computation.
 volatile std::uint64_t kept;
 
-// Where the ways of arithmetic part: ends of ranges, poles, seams, and the neighbours of a split.
+// Values at which the code branches: ends of ranges, poles, seams and neighbours of a split.
 constexpr double kSpecial[] = {
     0.0,
     -0.0,
@@ -68,7 +68,7 @@ double Input::real() {
     const int kind = take<std::uint8_t>();
     if (kind < kSpecialCount) return kSpecial[kind];
     if (kind < 96) return take<double>();
-    if (kind < 160) return take<std::int32_t>() / 10000000.0;  // degrees, and some beyond
+    if (kind < 160) return take<std::int32_t>() / 10000000.0;  // degrees, a little past 180
     if (kind < 208) return take<std::int16_t>();
     return take<std::int32_t>() * (kind < 232 ? 0.01 : 1.0);
 }
@@ -86,7 +86,7 @@ Kept::~Kept() {
 void Kept::bytes(const void* data, std::size_t size) {
     const auto* at = static_cast<const unsigned char*>(data);
     for (std::size_t i = 0; i < size; ++i) {
-        // A branch on each byte: what is not initialised is reported here, not somewhere behind.
+        // The branch makes a memory checker report an uninitialized byte here.
         if (at[i] == 0) ++sum_;
         sum_ = (sum_ << 7 | sum_ >> 57) ^ at[i];
     }

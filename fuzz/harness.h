@@ -9,19 +9,19 @@
 
 #include <testing/temp_folder.h>
 
-/// What the fuzz targets share. A target is one function that takes any bytes; it calls the library with them
-/// and aborts with a message where something that must hold does not.
+/// Shared by the fuzz targets. A target is a function that calls the library with any bytes. It aborts with a
+/// message if a check fails.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace fuzz {
 
-/// Bytes in front of an input's file, from which a target draws the arguments of its calls.
+/// The bytes before the file in an input; they provide the arguments of the calls.
 constexpr std::size_t kArguments = 96;
 
-/// Aborts with a message, which names the fault in a log, unless `holds`.
+/// Aborts with a message unless `holds`.
 void must(bool holds, const char* message);
 
-/// Takes arguments off the front of an input; zeros once it is used up.
+/// Takes arguments from the front of an input; zeros after its end.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
@@ -36,16 +36,16 @@ public:
         return number;
     }
 
-    /// A flag, from a byte of its own.
+    /// A flag, from one byte.
     bool flag() { return (take<std::uint8_t>() & 1) != 0; }
 
-    /// Mostly a number from `low` to `high`, now and then any other.
+    /// A number from `low` to `high`, sometimes any other.
     int around(int low, int high);
 
-    /// A double of a kind that the next byte chooses: a special one, a likely position, or any at all.
+    /// A double. The next byte selects a special value, a likely position or any number.
     double real();
 
-    /// The next bytes as an input of their own.
+    /// The next bytes as a separate input.
     Input part(std::size_t count);
 
     std::string rest() const { return size_ > 0 ? std::string(data_, data_ + size_) : std::string(); }
@@ -62,7 +62,7 @@ private:
     std::size_t size_;
 };
 
-/// Reads what it is given, byte by byte, so that a tool which watches memory sees each of them used.
+/// Reads every byte that it gets, so that a memory checker sees each of them used.
 class Kept {
 public:
     Kept() = default;
@@ -83,17 +83,17 @@ private:
     std::uint64_t sum_ = 0;
 };
 
-/// Whether two numbers are the same bit by bit, NaN and the sign of 0 included.
+/// Whether two numbers have the same bits, including NaN and the sign of 0.
 inline bool same(double a, double b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-/// Whether they are the same, or both NaN of whatever kind.
+/// Whether two numbers are equal, or both NaN.
 inline bool equal_or_nan(double a, double b) {
     return a == b || (a != a && b != b);
 }
 
-/// What one input may still cost: every loop whose length an input chooses asks first.
+/// Limits the time for one input. Loops whose length depends on the input ask it first.
 class Budget {
 public:
     explicit Budget(std::int64_t units) : left_(units) {}

@@ -9,7 +9,7 @@
 #include <samples/chart_writer.h>
 #include <testing/record_parts.h>
 
-// Writes the inputs that the fuzz targets start from: a folder for each target.
+// Writes the initial inputs of the fuzz targets, one folder per target.
 
 namespace {
 
@@ -19,7 +19,7 @@ const std::string kNoArguments(fuzz::kArguments, '\0');
 
 constexpr int kStartsOfCall = 40;
 
-// Arguments that differ from byte to byte, behind the first byte, which chooses the way of a target.
+// Pseudo-random arguments. The first byte selects the mode of a target.
 std::string arguments(int way, unsigned start) {
     std::string bytes(1, static_cast<char>(way));
     for (unsigned number = start; bytes.size() < fuzz::kArguments; number = number * 1664525 + 1013904223)
@@ -82,7 +82,7 @@ struct NamedText {
     std::string text;
 };
 
-// Points on a grid of `side` by `side` over a picture of 9000 by 9000 pixels.
+// Points on a grid of `side` by `side` over a chart of 9000 by 9000 pixels.
 std::string grid(int side, double west, double north) {
     std::string text;
     for (int i = 0; i < side * side; ++i) {
@@ -133,8 +133,8 @@ std::vector<NamedText> georeferences() {
     };
 }
 
-// A byte that names a call and arguments behind it: of all kinds, or where `special` of those kinds alone
-// that one byte stands for, such as NaN and the poles.
+// A byte that selects a call, and arguments of all kinds; with `special` only special values such as NaN and
+// the poles.
 std::string calls(int call, bool special, unsigned start) {
     std::string bytes = arguments(call, start);
     for (std::size_t i = 1; special && i < bytes.size(); ++i)

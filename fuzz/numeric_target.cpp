@@ -5,8 +5,8 @@
 #include "harness.h"
 #include <zellap10/zellap10.h>
 
-// The functions of projections, datums, navigation and the solver, with any numbers. An input is a row of
-// calls: a byte that names one, and its arguments.
+// Projections, datums, navigation and the solver with any numbers. An input is a sequence of calls, each a
+// byte that selects the function and its arguments.
 
 namespace {
 
@@ -27,14 +27,14 @@ void keep(Kept& kept, const Pair& pair) {
     kept.add(pair.second);
 }
 
-// Where an argument is no number, so is a result that rests on it.
+// If an argument is NaN, the results that depend on it are NaN.
 void must_hand_on(std::initializer_list<double> arguments, double result) {
     const bool all_numbers =
         std::none_of(arguments.begin(), arguments.end(), [](double number) { return std::isnan(number); });
     must(all_numbers || std::isnan(result), "NaN in, NaN out");
 }
 
-// A code or a datum row, and numbers beside their range; the ends of the tables more often than others.
+// A code, or a datum number, sometimes just out of range. The ends of the datum table are more likely.
 int draw_code(Input& input) {
     return input.around(-1, 5);
 }
@@ -49,8 +49,8 @@ bool is_projection(int code) {
     return code >= 1 && code <= 4;
 }
 
-// With a record that a set-up made, NaN is handed on. No other record promises that, and no cone of endless
-// n, since any number to the 0th is 1.
+// A record from a set-up function returns NaN for NaN, except a cone with infinite n: any number to the power
+// 0 is 1.
 void project(int code, const tagPPARMS* parms, bool hands_nan_on, Input& input, Kept& kept) {
     const double a = input.real();
     const double b = input.real();
@@ -60,7 +60,7 @@ void project(int code, const tagPPARMS* parms, bool hands_nan_on, Input& input, 
     project_f(code, parms, a, b, &again.first, &again.second);
     must(is_projection(code) || plane.untouched(), "no projection writes nothing");
     must(fuzz::same(plane.first, again.first) && fuzz::same(plane.second, again.second),
-         "a projection gives the same again");
+         "a projection repeats its result");
     keep(kept, plane);
     hands_nan_on = hands_nan_on && is_projection(code);
     if (hands_nan_on) {
@@ -96,7 +96,7 @@ void call_projection(Input& input, Kept& kept) {
     project(code, &parms, !std::isinf(parms.lam_n), input, kept);
 }
 
-// A record that no set-up made.
+// A record with any contents.
 void call_any_record(Input& input, Kept& kept) {
     double numbers[sizeof(tagPPARMS) / sizeof(double)];
     for (double& number : numbers)
@@ -121,7 +121,8 @@ void call_shift(Input& input, Kept& kept) {
         double to[3] = {lat, lon, h};
         shift(&to[0], &to[1], &to[2], datum);
         kept.bytes(to, sizeof to);
-        must(known || (std::isnan(to[0]) && std::isnan(to[1]) && std::isnan(to[2])), "no datum is nowhere");
+        must(known || (std::isnan(to[0]) && std::isnan(to[1]) && std::isnan(to[2])),
+             "an unknown datum gives NaN");
         for (const double result : to)
             must_hand_on({lat, lon}, result);
         must_hand_on({h}, to[2]);
@@ -129,7 +130,8 @@ void call_shift(Input& input, Kept& kept) {
     double xyz[3] = {0.0, 0.0, 0.0};
     llhxyz(lat, lon, h, datum, &xyz[0], &xyz[1], &xyz[2]);
     kept.bytes(xyz, sizeof xyz);
-    must(known || (std::isnan(xyz[0]) && std::isnan(xyz[1]) && std::isnan(xyz[2])), "no datum is nowhere");
+    must(known || (std::isnan(xyz[0]) && std::isnan(xyz[1]) && std::isnan(xyz[2])),
+         "an unknown datum gives NaN");
     for (const double axis : xyz)
         must_hand_on({lat, h}, axis);
     must_hand_on({lon}, xyz[0]);
@@ -140,11 +142,12 @@ void call_shift(Input& input, Kept& kept) {
     double moved[3] = {xyz[0], xyz[1], xyz[2]};
     shxyz(datum, draw_datum(input), &moved[0], &moved[1], &moved[2]);
     kept.bytes(moved, sizeof moved);
-    must(known || std::isnan(moved[0]), "no datum is nowhere");
+    must(known || std::isnan(moved[0]), "an unknown datum gives NaN");
     double llh[3] = {0.0, 0.0, 0.0};
     xyzllh(xyz[0], xyz[1], xyz[2], datum, &llh[0], &llh[1], &llh[2]);
     kept.bytes(llh, sizeof llh);
-    must(known || (std::isnan(llh[0]) && std::isnan(llh[1]) && std::isnan(llh[2])), "no datum is nowhere");
+    must(known || (std::isnan(llh[0]) && std::isnan(llh[1]) && std::isnan(llh[2])),
+         "an unknown datum gives NaN");
     must_hand_on({xyz[0], xyz[1], xyz[2]}, llh[0]);
     must_hand_on({xyz[0], xyz[1]}, llh[1]);
     must_hand_on({xyz[0], xyz[1], xyz[2]}, llh[2]);
@@ -153,7 +156,7 @@ void call_shift(Input& input, Kept& kept) {
 }
 
 void check_bearing(double bearing) {
-    must(std::isnan(bearing) || (bearing >= 0.0 && bearing < 360.0), "a bearing is in one turn");
+    must(std::isnan(bearing) || (bearing >= 0.0 && bearing < 360.0), "a bearing is from 0 to 360");
 }
 
 void call_course(Input& input, Kept& kept) {
@@ -165,8 +168,8 @@ void call_course(Input& input, Kept& kept) {
     const double distance = m_b_d(at[0], at[1], at[2], at[3], &other);
     check_bearing(bearing);
     check_bearing(other);
-    must(fuzz::equal_or_nan(distance, m_distance(at[0], at[1], at[2], at[3])), "m_b_d gives m_distance");
-    must(!(distance < 0.0), "a distance has no sign");
+    must(fuzz::equal_or_nan(distance, m_distance(at[0], at[1], at[2], at[3])), "m_b_d returns m_distance");
+    must(!(distance < 0.0), "a distance is not negative");
     const double theta = m_theta(at[0], at[1], at[2], at[3]);
     for (const double direction : {bearing, other, theta})
         must_hand_on({at[0], at[1], at[2], at[3]}, direction);
@@ -178,13 +181,13 @@ void call_course(Input& input, Kept& kept) {
         kept.add(number);
     }
     const double back = m_parts_inv(at[3]);
-    must(std::isnan(back) || std::fabs(back) <= 90.0000001, "parts have a latitude");
+    must(std::isnan(back) || std::fabs(back) <= 90.0000001, "parts have a latitude up to 90");
     must_hand_on({at[3]}, back);
     must_hand_on({at[0], at[2]}, m_diff(at[0], at[2]));
     must_hand_on({at[0], at[1]}, angle);
     const double speed = input.real();
     const long seconds = m_ttg(at[0], at[1], at[2], at[3], speed);
-    must(seconds == 0 || !std::isnan(distance / speed), "no number is no time");
+    must(seconds == 0 || !std::isnan(distance / speed), "an undefined time is 0");
     kept.add(seconds);
 }
 
@@ -195,7 +198,7 @@ void call_advance(Input& input, Kept& kept) {
     const double b = input.real();
     const double course = input.real();
     Pair to{lat, lon};
-    must(fuzz::equal_or_nan(m_advance_d(&to.first, &to.second, a, course), a), "a distance is handed back");
+    must(fuzz::equal_or_nan(m_advance_d(&to.first, &to.second, a, course), a), "the distance is returned");
     keep(kept, to);
     must_hand_on({lat, course}, to.first);
     must_hand_on({lat, lon, a, course}, to.second);
@@ -226,12 +229,13 @@ void call_polynomial(Input& input, Kept& kept) {
     must(fuzz::equal_or_nan(record.Evaluate(coefficients, a, b), sum),
          "a polynomial is the sum of its terms in order");
     const double size = record.pythag(a, b);
-    must(!(size < 0.0), "a length has no sign");
+    must(!(size < 0.0), "a length is not negative");
     kept.add(size);
     kept.text(record.deg2dms(a));
 }
 
-// Any small matrix, and a right-hand side. What is given up on may hold anything; the call must end.
+// Any small matrix and right-hand side. Without convergence the result may be anything, but the call must
+// end.
 void call_solver(Input& input, Kept& kept) {
     static const CGEORec record;
     const int m = input.take<std::uint8_t>() % 9;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-// What a fit sets beside the transforms' coefficients.
+// What a fit sets apart from the coefficients.
 constexpr double CGEORec::*kNumbers[] = {&CGEORec::MinLat, &CGEORec::MeanLat, &CGEORec::MaxLat,
                                          &CGEORec::MinLon, &CGEORec::MeanLon, &CGEORec::MaxLon};
 
@@ -31,7 +31,7 @@ bool same_transforms(const std::vector<double>& a, const std::vector<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
 }
 
-// Points are as the file has them, but for what a turn down and up again does to longitudes.
+// Points equal those of the file, except for the rounding of longitudes moved down and up by 360.
 void check_points(const CRefPointList& file, const CRefPointList& fitted, bool wraps) {
     const auto before = elements_of(file);
     const auto after = elements_of(fitted);
@@ -43,11 +43,11 @@ void check_points(const CRefPointList& file, const CRefPointList& fitted, bool w
         if (wraps && longitude < -180.0) longitude += 360.0;
         must(is.X == before[i]->X && is.Y == before[i]->Y && same(is.Latitude, before[i]->Latitude) &&
                  same(is.Longitude, longitude) && is.Name == before[i]->Name,
-             "a fit leaves points as they were");
+             "a fit leaves points unchanged");
     }
 }
 
-int whole(double number) {
+int truncated(double number) {
     if (!(number > -2147483648.0)) return number != number ? 0 : std::numeric_limits<int>::min();
     return number >= 2147483647.0 ? std::numeric_limits<int>::max() : static_cast<int>(number);
 }
@@ -59,11 +59,11 @@ void check_vertices(const CRefPointList& file, const CGEORec& fitted) {
     for (std::size_t i = 0; i < before.size(); ++i) {
         const CRefPoint& is = *after[i];
         must(same(is.Longitude, before[i]->Longitude) && same(is.Latitude, before[i]->Latitude),
-             "a fit leaves the positions of vertices as they were");
+             "a fit leaves the positions of vertices unchanged");
         double x = 0.0;
         double y = 0.0;
         fitted.wpxy(is.Longitude, is.Latitude, &x, &y);
-        must(is.X == whole(x) && is.Y == whole(y), "a vertex has the pixel of its position");
+        must(is.X == truncated(x) && is.Y == truncated(y), "a vertex has the pixel of its position");
     }
 }
 
@@ -81,28 +81,29 @@ void check_inset_rect(const CGEORec& inset) {
     const PixelRect& rect = inset.InsetRect;
     const int given[] = {rect.left, rect.top, rect.right, rect.bottom};
     for (int i = 0; i < 4; ++i)
-        must(given[i] == whole(static_cast<double>(pixels[i])),
-             "an inset holds its points and 80 pixels more");
+        must(given[i] == truncated(static_cast<double>(pixels[i])),
+             "InsetRect contains the points and a margin of 80 pixels");
 }
 
 void check_modes(const CGEORec& record) {
-    must(record.Wraps180 == 0 || record.Wraps180 == 1, "a record wraps or does not");
-    must(record.ProjCode >= 0 && record.ProjCode <= 4, "a projection is known");
-    must(record.Wraps180 == 0 || record.ProjCode == 0, "a record over the 180th meridian has no projection");
+    must(record.Wraps180 == 0 || record.Wraps180 == 1, "Wraps180 is 0 or 1");
+    must(record.ProjCode >= 0 && record.ProjCode <= 4, "ProjCode is valid");
+    must(record.Wraps180 == 0 || record.ProjCode == 0,
+         "a record across the 180th meridian has no projection");
     const std::vector<double> all = transforms_of(record);
     const bool direct = record.ProjCode == 0;
-    // The first four are no coefficients; the polynomials are 168 and the affine ones 84.
+    // Four other numbers, then 168 coefficients of polynomials and 84 of affine transforms.
     const auto first = all.begin() + 4 + (direct ? 168 : 0);
     const auto last = direct ? all.end() : all.begin() + 4 + 168;
     must(std::all_of(first, last, [](double number) { return number == 0.0; }),
          "a fit fills the transforms of its own mode");
     for (const double number : all) {
-        must(!direct || number == number, "a fit that is no number is not taken");
+        must(!direct || number == number, "a fit with NaN is not used");
     }
     const auto points = record.Points.GetCount();
     must(points >= 6 || (record.pwSplit == kLargest && record.wpSplit == kLargest), "a half has six points");
     must(points >= 3 || !direct || std::count(all.begin() + 4, all.end(), 0.0) == all.end() - all.begin() - 4,
-         "no fit goes without three points");
+         "a fit needs three points");
 }
 
 void convert(const CGEORec& record, Input& input, Kept& kept) {
@@ -114,23 +115,25 @@ void convert(const CGEORec& record, Input& input, Kept& kept) {
         double longitude = 0.0;
         double latitude = 0.0;
         record.pwxy(a, b, &longitude, &latitude);
-        must(same(longitude, record.pwx(a, b)) && same(latitude, record.pwy(a, b)), "pwx and pwy are pwxy's");
+        must(same(longitude, record.pwx(a, b)) && same(latitude, record.pwy(a, b)),
+             "pwx and pwy agree with pwxy");
         must(record.SelectPWpoly(a, b) == (b > record.pwSplit ? 1 : 0), "a row is in its region");
         double x = 0.0;
         double y = 0.0;
         record.wpxy(a, b, &x, &y);
-        must(same(x, record.wpx(a, b)) && same(y, record.wpy(a, b)), "wpx and wpy are wpxy's");
+        must(same(x, record.wpx(a, b)) && same(y, record.wpy(a, b)), "wpx and wpy agree with wpxy");
         must(record.SelectWPpoly(a, b) == (b > record.wpSplit ? 1 : 0), "a latitude is in its region");
         double plane[4] = {0.25, 0.25, 0.25, 0.25};
         record.ProjFwd(a, b, &plane[0], &plane[1]);
         record.ProjFwdWGS84(a + record.LongitudeOffset, b + record.LatitudeOffset, &plane[2], &plane[3]);
-        must(same(plane[0], plane[2]) && same(plane[1], plane[3]), "the plane lies beside the chart's frame");
+        must(same(plane[0], plane[2]) && same(plane[1], plane[3]),
+             "ProjFwd and ProjFwdWGS84 differ by the offsets");
         double back[4] = {0.25, 0.25, 0.25, 0.25};
         record.ProjInv(a, b, &back[0], &back[1]);
         record.ProjInvWGS84(a, b, &back[2], &back[3]);
         must(equal_or_nan(back[0], back[2] - record.LongitudeOffset) &&
                  equal_or_nan(back[1], back[3] - record.LatitudeOffset),
-             "the chart's frame lies beside the plane");
+             "ProjInv and ProjInvWGS84 differ by the offsets");
         must(record.ProjCode != 0 ||
                  (plane[2] == 0.25 && plane[3] == 0.25 && back[2] == 0.25 && back[3] == 0.25),
              "no projection writes nothing");
@@ -142,7 +145,7 @@ void convert(const CGEORec& record, Input& input, Kept& kept) {
     }
 }
 
-// The fits and the split by themselves, which keep nothing in the record.
+// The fits and the split alone, which do not change the record.
 void check_fits(CGEORec& record, Input& input, Kept& kept) {
     const int order = input.around(-1, 6);
     double first[21] = {};
@@ -174,7 +177,7 @@ void check_one(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
     for (const RecordField& field : kRecordFields) {
         must(field.text != nullptr ? file.*field.text == fitted.*field.text
                                    : same(file.*field.number, fitted.*field.number),
-             "a fit leaves what the file says as it was");
+             "a fit leaves the fields of the file unchanged");
     }
     check_points(file.Points, fitted.Points, fitted.Wraps180 != 0);
     check_vertices(file.Vertices, fitted);
@@ -187,7 +190,7 @@ void check_one(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
     if (fitted.Points.GetCount() > 400) return;
     fitted.solvepoly();
     kept.add(fitted.pwSplit);
-    // Longitudes that went down a turn and up again may differ in their last place, which another fit sees.
+    // Longitudes moved down and up by 360 may differ in the last place, which changes the next fit.
     must(wraps || same_transforms(before, transforms_of(fitted)), "a fit of the same points is the same");
 }
 
@@ -218,11 +221,11 @@ void keep_record(const CGEORec& record, Kept& kept) {
 
 void check_unfitted_record(const CGEORec& record) {
     const std::vector<double> all = transforms_of(record);
-    must(record.pwSplit == kLargest && record.wpSplit == kLargest, "what is not fitted has one region");
+    must(record.pwSplit == kLargest && record.wpSplit == kLargest, "a record without a fit has one region");
     must(std::all_of(all.begin() + 4, all.end(), [](double number) { return number == 0.0; }),
-         "what is not fitted has no transforms");
+         "a record without a fit has no transforms");
     for (const CRefPoint* vertex : elements_of(record.Vertices))
-        must(vertex->X == 0 && vertex->Y == 0, "what is not fitted gives no pixels");
+        must(vertex->X == 0 && vertex->Y == 0, "vertices without a fit have no pixels");
 }
 
 void check_fitted_record(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept) {
@@ -230,7 +233,7 @@ void check_fitted_record(const CGEORec& file, CGEORec& fitted, Input& input, Kep
     const auto before = elements_of(file.Insets);
     const auto after = elements_of(fitted.Insets);
     must(before.size() == after.size(), "a fit keeps the insets");
-    // Many insets are alike; the first few of a file stand for the rest.
+    // Checks only the first few insets, because many are alike.
     for (std::size_t i = 0; i < std::min<std::size_t>(before.size(), 8); ++i) {
         check_inset_rect(*after[i]);
         check_one(*before[i], *after[i], input, kept);

@@ -5,7 +5,7 @@
 
 namespace fuzz {
 
-/// A record that owns its insets too, as a chart object does for its own record.
+/// A record that owns its insets, like the record of a chart object.
 class OwnRecord : public CGEORec {
 public:
     OwnRecord() = default;
@@ -15,8 +15,8 @@ public:
 /// Reads every field of a record, its points and vertices, and its insets.
 void keep_record(const CGEORec& record, Kept& kept);
 
-/// Checks a fitted record, and its insets, against the same file read without a fit; then fits it again and
-/// converts positions and pixels that the input draws.
+/// Compares a fitted record and its insets with the same file read without a fit. Then fits it again and
+/// converts positions and pixels from the input.
 void check_fitted_record(const CGEORec& file, CGEORec& fitted, Input& input, Kept& kept);
 
 /// Checks that a record read without a fit has none.

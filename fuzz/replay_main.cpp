@@ -8,17 +8,17 @@
 
 #include "harness.h"
 
-// Runs a fuzz target over files, without the fuzzer: each argument is a file, or a folder whose files are run
-// in the order of their names. A folder that is not there counts as empty. Each file is run as it is, then
-// cut and with a byte changed behind its arguments: at every place of a small file, and all over a larger
-// one.
+// Runs a fuzz target on files, without the fuzzer. Each argument is a file, or a folder whose files are run
+// in the order of their names. A missing folder counts as empty. Each file is run unchanged, then truncated
+// and with one byte changed: at every place after the arguments of a small file, and at some places of a
+// larger one.
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kSmallFile = 180;     // which is damaged at every place
-constexpr std::size_t kPlacesOfLarge = 60;  // of a larger one
+constexpr std::size_t kSmallFile = 180;     // damaged at every place
+constexpr std::size_t kPlacesOfLarge = 60;  // in a larger file
 
 void add_files(const fs::path& path, std::vector<fs::path>& files) {
     if (fs::is_regular_file(path)) files.push_back(path);
@@ -32,7 +32,7 @@ void add_files(const fs::path& path, std::vector<fs::path>& files) {
 }
 
 void run(const std::string& bytes) {
-    // In a block of its very size, so that a tool that watches memory sees a read behind its end.
+    // A block of the exact size, so that a memory checker sees a read past its end.
     const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
     LLVMFuzzerTestOneInput(data.data(), data.size());
 }

@@ -12,18 +12,19 @@
 #include <testing/temp_folder.h>
 #include <zellap10/chart/zellap.h>
 
-/// The folder of a chart's file. A base, so that it goes after the chart: Windows removes no open file.
+/// The folder of a chart file. As a base class it is destroyed after the chart: Windows cannot remove an open
+/// file.
 class ChartFolder {
 protected:
     TempFolder folder_;
 };
 
-/// A chart object in a folder of its own.
+/// A chart object with a folder for its files.
 class ChartUnderTest : private ChartFolder, public PlainChart {
 public:
     ChartUnderTest() = default;
 
-    /// Opens a chart of these bytes, in a file of its own, which goes with the object.
+    /// Writes these bytes to a new file and opens it. The file is removed with the object.
     int open(const std::string& bytes, int info_only = 0) {
         const std::string name = "chart" + std::to_string(++opens_) + ".cht";
         return OpenZellap(folder_.write(name, bytes).c_str(), info_only);
@@ -33,7 +34,7 @@ private:
     int opens_ = 0;
 };
 
-/// All public fields of a chart object but Path, as the bytes that they are, and what they point to.
+/// All public fields of a chart object except Path, byte by byte, and what they point to.
 inline std::vector<std::string> state_of(const CZellap& chart) {
     std::vector<std::string> state;
     const auto add = [&state](const void* begin, const void* end) {
@@ -59,13 +60,13 @@ inline std::vector<std::string> state_of(const CZellap& chart) {
     return state;
 }
 
-/// The text part of a chart of this size, with a red and a blue.
+/// The text of a chart of this size, with colours red and blue.
 inline std::string text_of_size(int width, int height) {
     return "NOS/NA=SAMPLE,RA=0,0," + std::to_string(width) + "," + std::to_string(height) +
            "\r\nRGB/1,255,0,0\r\nRGB/2,0,0,255\r\n";
 }
 
-/// Two lines of 20 pixels at 4 bits a pixel: 8 of colour 1 and 12 of colour 2, then 20 of colour 2.
+/// Two lines of 20 pixels at 4 bits per pixel: 8 of colour 1 and 12 of colour 2, then 20 of colour 2.
 inline std::string small_chart() {
     using namespace std::string_literals;
     return text_of_size(20, 2) +
@@ -75,8 +76,8 @@ inline std::string small_chart() {
            "\x00\x00\x00\x3C\x00\x00\x00\x41\x00\x00\x00\x45"s;
 }
 
-/// A chart of runs of 1 pixel to some hundreds, of every colour that the depth has. No two lines are alike,
-/// nor are charts of different depths.
+/// A chart with runs from 1 to 512 pixels in all colours of its bits per pixel. All lines are different, and
+/// so are charts with different bits per pixel.
 inline samples::Chart random_chart(int width, int height, int bits_per_pixel) {
     samples::Chart chart;
     chart.width = width;

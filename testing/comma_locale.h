@@ -2,12 +2,11 @@
 
 #include <clocale>
 
-/// While an object of this class lives, the program's locale writes numbers with a decimal comma; after it,
-/// the locale is "C" again.
+/// Sets a locale with a decimal comma. The destructor sets the "C" locale.
 class CommaLocale {
 public:
     CommaLocale() {
-        // The first is the build's own, the others are Windows' names for one of its own.
+        // The build makes the first one; the others are names on Windows.
         for (const char* const name : {"de_DE.UTF-8", "German_Germany.1252", "de-DE"}) {
             if (std::setlocale(LC_ALL, name) != nullptr) break;
         }

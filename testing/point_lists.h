@@ -6,7 +6,7 @@
 #include <testing/record_parts.h>
 #include <zellap10/georef/geo_record.h>
 
-/// One reference point, as tables of tests write it.
+/// A reference point in the table of a test.
 struct PointRow {
     int x;
     int y;
@@ -14,7 +14,7 @@ struct PointRow {
     double latitude;
 };
 
-/// Points that a test owns, and the list that the operations of a record take.
+/// Points that belong to a test, and a list of them for the operations of a record.
 class PointList {
 public:
     PointList() = default;
@@ -37,7 +37,7 @@ private:
     CRefPointList list_;
 };
 
-/// Gives a record points of its own.
+/// Adds points to a record, which owns them.
 inline void add_points(CGEORec& record, const std::vector<PointRow>& rows) {
     for (const PointRow& row : rows) {
         record.Points.AddTail(new CRefPoint("", row.x, row.y, row.longitude, row.latitude));

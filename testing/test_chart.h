@@ -8,18 +8,18 @@
 #include <testing/temp_folder.h>
 #include <zellap10/plotter/position.h>
 
-/// A chart of a degree a thousand pixels, written to a folder. No two tiles of it are alike, nor are charts.
+/// A chart with 1000 pixels per degree. All its tiles are different, and so are charts of different widths.
 struct TestChart {
     int width = 1500;
     int height = 900;
     double north = 50;    ///< of the first row, degrees
     double west = -2;     ///< of the first column
-    double step = 0.001;  ///< degrees a pixel
-    double offset = 0;    ///< of both, from the chart's datum to WGS 84
+    double step = 0.001;  ///< degrees per pixel
+    double offset = 0;    ///< of latitude and longitude, from the chart's datum to WGS 84
     bool has_inset = false;
     std::string name = "TEST CHART";
 
-    /// Gives the path of the chart file.
+    /// Returns the path of the chart file.
     std::string write(const TempFolder& folder, const std::string& stem) const {
         folder.write(stem + ".GEO", samples::geo_text(georeference()));
         return folder.write(stem + ".chart", bytes());
@@ -60,7 +60,7 @@ private:
         return file;
     }
 
-    // Ten times as detailed, and elsewhere; its first column and row are 200 and 100.
+    // Ten times the scale, at another place. It begins at column 200 and row 100.
     TestChart inset() const {
         TestChart chart = *this;
         chart.step = step / 10;

@@ -12,7 +12,7 @@ namespace {
 
 long live_blocks = 0;
 unsigned long long bytes_asked = 0;
-long countdown = 0;  // allocations up to and with the one that fails; 0 where none will
+long countdown = 0;  // until the allocation that fails, 0 for none
 bool fail_on = false;
 bool failed = false;
 

@@ -1,17 +1,16 @@
 #pragma once
 
-/// The allocations of this program, through its own operator new and newlocale, which fail when they are told
-/// to.
+/// Replaces operator new and newlocale of the program with functions that fail on request.
 namespace failing_new {
 
-/// Blocks that are allocated now.
+/// The number of allocated blocks.
 long live();
 
-/// Bytes that were asked for so far.
+/// The bytes requested since the program started.
 unsigned long long asked();
 
-/// Makes allocations fail as long as it lives: the n-th from now on, counted from 1, and with `all_after`
-/// every later one too. A throwing operator new throws, one that must not throw and newlocale give null.
+/// While an object exists, the n-th allocation from now fails, counted from 1, and with `all_after` all later
+/// ones. The throwing operator new throws; the other one and newlocale return null.
 class Scope {
 public:
     Scope(long n, bool all_after);
@@ -19,7 +18,7 @@ public:
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
 
-    /// Whether there were as many allocations that one has failed.
+    /// Whether an allocation has failed.
     static bool has_failed();
 };
 

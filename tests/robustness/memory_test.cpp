@@ -17,7 +17,8 @@
 
 namespace {
 
-// Fits two regions, an inset in projection mode, and texts that do not fit into the text object itself.
+// A file with a fit in two regions, an inset in projection mode, and texts too long for the string object
+// itself.
 std::string georeference_text() {
     std::string text = "Name=A name that is far too long for a short string\r\nVertex1=42.0 -70.0\r\n";
     for (int i = 0; i < 16; ++i) {
@@ -32,16 +33,16 @@ std::string georeference_text() {
            "Point2=-69 42 0 900\r\nPoint3=-70 41 900 0\r\n";
 }
 
-// Runs a call while memory fails, and tells whether it came to its end.
+// Runs a call while memory fails. Returns whether it ended without std::bad_alloc.
 using Runner = std::function<bool(const std::function<void()>& call)>;
 
-// Makes trials with each allocation failing in turn, alone and with all behind it, until none is left to
-// fail. Gives how many failed.
+// Repeats a trial with each allocation failing in turn, alone and with all later ones. Returns the number of
+// failures.
 int fail_in_turn(const std::function<void(const Runner&)>& trial) {
     int failures = 0;
     for (const bool all_after : {false, true}) {
         for (long n = 1;; ++n) {
-            SCOPED_TRACE("allocation " + std::to_string(n) + (all_after ? " and all behind it" : ""));
+            SCOPED_TRACE("allocation " + std::to_string(n) + (all_after ? " and all later ones" : ""));
             const long before = failing_new::live();
             trial([&](const std::function<void()>& call) {
                 try {
@@ -67,7 +68,7 @@ protected:
         geo_path_ = folder_.write("chart.GEO", georeference_text());
     }
 
-    // What an object opened without trouble has and draws, as one row of numbers.
+    // The transforms and pixels of an open chart, as one vector.
     static std::vector<double> answers_of(ChartUnderTest& chart) {
         std::vector<double> all = transforms_of(chart.BaseRec);
         all.push_back(static_cast<double>(chart.BaseRec.Points.GetCount()));
@@ -93,7 +94,7 @@ protected:
     std::string geo_path_;
 };
 
-// What is open stays as it is, or is closed where the new file's facts have been taken.
+// An open chart is unchanged, or closed if the header of the new file has been stored.
 TEST_F(MemoryRunsOut, InAnOpen) {
     const std::string other =
         folder_.write("other.cht", samples::chart_bytes(text_of_size(5000, 1), 4, {"\x01"}));
@@ -103,14 +104,14 @@ TEST_F(MemoryRunsOut, InAnOpen) {
     const std::vector<double> expected = answers_of(good);
     const struct {
         const char* name;
-        bool open;  // before, and then it is the other chart that is opened
+        bool open;  // another chart is open already
         int info_only;
         int least_unchanged, least_closed;
     } rows[] = {
         {"a first chart", false, 0, 0, 400},
-        {"a first chart's facts", false, 1, 0, 100},
+        {"a first chart for information", false, 1, 0, 100},
         {"another chart", true, 0, 3, 50},
-        {"another chart's facts", true, 1, 1, 20},
+        {"another chart for information", true, 1, 1, 20},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -127,7 +128,7 @@ TEST_F(MemoryRunsOut, InAnOpen) {
             int opened = 0;
             const bool ended = run([&] { opened = chart.OpenZellap(path.c_str(), row.info_only); });
             if (opened == 1) {
-                // An open on an open object replaces these three and frees none of them.
+                // A second open replaces these three without freeing them.
                 if (!row.open || row.info_only != 0) return;
                 std::fclose(file);
                 delete[] offsets;
@@ -143,7 +144,7 @@ TEST_F(MemoryRunsOut, InAnOpen) {
                 expect_closed(chart);
                 ++closed;
             }
-            // With a close between or without: both ways the next open must not see the one that failed.
+            // With or without a close in between, the next open must not depend on the failed one.
             if (row.open || closed % 2 == 0) chart.CloseZellap();
             ASSERT_EQ(chart.OpenZellap(path_.c_str(), 0), 1);
             EXPECT_EQ(answers_of(chart), expected);
@@ -159,12 +160,11 @@ TEST_F(MemoryRunsOut, InAReducedLine) {
     const int failures = fail_in_turn([&](const Runner& run) {
         GuardedPixels dest(2);
         int given = -1;
-        EXPECT_TRUE(run([&] { given = chart.getAALine(0, 0, 20, dest.data(), 10, 2); }))
-            << "it throws nothing";
+        EXPECT_TRUE(run([&] { given = chart.getAALine(0, 0, 20, dest.data(), 10, 2); })) << "it never throws";
         EXPECT_EQ(given, dest.untouched() ? 0 : 1);
         EXPECT_EQ(chart.getAALine(0, 0, 20, dest.data(), 10, 2), 1);
     });
-    EXPECT_EQ(failures, 2) << "one allocation, in two ways";
+    EXPECT_EQ(failures, 2) << "one allocation, alone and with all later ones";
 }
 
 struct Kind {
@@ -172,7 +172,7 @@ struct Kind {
     double west;
 };
 
-// Each is fitted after the one in front of it, the first after the last: the mode changes every time.
+// Each is fitted after the one before it, the first after the last, so that the mode always changes.
 const Kind kKinds[] = {{"", 10.0}, {"", 179.0}, {"LAMBERT", 10.0}};
 
 void set_points(CGEORec& record, const Kind& kind) {
@@ -202,7 +202,7 @@ TEST_F(MemoryRunsOut, InAFit) {
             const bool ended = run([&] { record.solvepoly(); });
             EXPECT_EQ(elements_of(record.Points)[0]->Longitude, longitude);
             if (ended) return;
-            EXPECT_EQ(transforms_of(record), before) << "an earlier fit stays whole";
+            EXPECT_EQ(transforms_of(record), before) << "an earlier fit is unchanged";
             record.solvepoly();
             EXPECT_EQ(record.Wraps180, kind.west > 100.0 ? 1 : 0);
             EXPECT_EQ(record.ProjCode, kind.projection[0] != 0 ? 4 : 0);
@@ -228,7 +228,7 @@ TEST_F(MemoryRunsOut, InAGeoreferenceFile) {
 
 TEST_F(MemoryRunsOut, InATextOfAnAngle) {
     const CommaLocale locale;
-    ASSERT_TRUE(locale.is_set()) << "the build makes it where the system has none";
+    ASSERT_TRUE(locale.is_set()) << "the build makes it if the system has none";
     const CGEORec record;
     const int failures = fail_in_turn([&](const Runner& run) {
         CString text = "as it was";
@@ -238,7 +238,7 @@ TEST_F(MemoryRunsOut, InATextOfAnAngle) {
     EXPECT_GT(failures, 0);
 }
 
-// What a header claims is compared with the file before any memory is asked for: only buffers of streams.
+// Sizes in the header are compared with the file before memory is allocated. Only streams allocate buffers.
 TEST(ClaimOfAnySize, CostsNoMemory) {
     for (const char* size : {"2147483647,2147483647", "1,2147483647", "2147483647,1", "-1,536870912"}) {
         SCOPED_TRACE(size);
@@ -252,7 +252,7 @@ TEST(ClaimOfAnySize, CostsNoMemory) {
     }
 }
 
-// An inset is an object of over 3 KiB, and seven bytes of the file are enough for one.
+// An inset takes more than 3 KiB of memory but only seven bytes of the file.
 TEST(InsetsOfAnyNumber, CostNoMoreMemoryThanTheMostInsets) {
     std::string text = "Name=Base\n";
     while (text.size() < 1U << 20)
@@ -265,7 +265,7 @@ TEST(InsetsOfAnyNumber, CostNoMoreMemoryThanTheMostInsets) {
     EXPECT_LT(failing_new::asked() - before, 36U << 20);
     const auto insets = elements_of(record.Insets);
     EXPECT_EQ(insets.size(), 10000U);
-    EXPECT_TRUE(insets.back()->Name.IsEmpty()) << "what stands behind one too many belongs to none";
+    EXPECT_TRUE(insets.back()->Name.IsEmpty()) << "lines after one inset too many are ignored";
     EXPECT_STREQ(record.Name, "Base");
     zellap10::georef::delete_all(record.Insets);
 }

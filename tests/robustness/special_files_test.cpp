@@ -8,13 +8,13 @@
 #if !defined(_WIN32)
 #include <sys/stat.h>
 
-// Paths that lead to no file of bytes, or to one elsewhere.
+// Folders, devices, pipes and links.
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// Nobody writes to it: a reader that waited for bytes would wait for ever.
+// Nobody writes to the pipe: a reader that waits for bytes never returns.
 TEST(Pipe, IsNoFile) {
     const TempFolder folder;
     ASSERT_EQ(mkfifo(folder.file("pipe.cht").c_str(), 0600), 0);

@@ -12,7 +12,7 @@ namespace {
 constexpr int kThreads = 8;
 constexpr int kRounds = 20;
 
-// What pixels come to that one thread decodes, as often as there are rounds.
+// The sum of results and pixels that one thread decodes in all rounds.
 double decode(CZellap& chart) {
     double sum = 0.0;
     unsigned char pixels[40] = {};
@@ -23,7 +23,7 @@ double decode(CZellap& chart) {
     return sum;
 }
 
-// What positions of a chart come to, and of a projection's record that others use too.
+// The sum of positions from a chart and from a projection record shared with other threads.
 double convert(CZellap& chart, const PPARMS& shared) {
     double sum = chart.GetDocumentSize().cx + chart.ChartName[0];
     for (int round = 0; round < kRounds; ++round) {
@@ -43,8 +43,8 @@ double convert(CZellap& chart, const PPARMS& shared) {
     return sum;
 }
 
-// Threads with charts of their own, through one record of projections, and one that decodes a chart while
-// another converts its positions.
+// Threads with their own charts and a shared projection record, and one thread that decodes a chart while
+// another converts positions of it.
 TEST(Threads, ShareWhatIsNotDecoded) {
     const TempFolder folder;
     PPARMS shared;
