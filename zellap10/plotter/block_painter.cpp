@@ -1,0 +1,294 @@
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include <zellap10/plotter/block_painter.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+constexpr int kTileBits = 8;
+static_assert(1 << kTileBits == kTileSide, "a tile's column is a shift");
+
+std::int64_t fixed(double pixels) {
+    return std::llround(pixels * kOnePixel);
+}
+
+// A step that long leaves every tile.
+std::int32_t fixed_step(double pixels) {
+    constexpr double kMost = 30000.0;
+    return static_cast<std::int32_t>(fixed(std::clamp(pixels, -kMost, kMost)));
+}
+
+// Boxes until the tile changes, at places times 2^16.
+std::int64_t boxes_in_tile(std::int64_t place, std::int64_t step, int tile, int begin_tile, int end_tile) {
+    const std::int64_t first = std::int64_t{tile} << (kTileBits + kFractionBits);
+    const std::int64_t end = std::int64_t{tile + 1} << (kTileBits + kFractionBits);
+    if (step > 0 && tile + 1 < end_tile) return std::max<std::int64_t>((end - place + step - 1) / step, 1);
+    if (step < 0 && tile > begin_tile) return std::max<std::int64_t>((place - first) / -step + 1, 1);
+    return kMostResampled;
+}
+
+std::int32_t last_of(std::int32_t first, std::int32_t step, int count) {
+    return first + step * (count - 1);
+}
+
+// Places of boxes whose three pixels are inside a tile and its apron.
+bool fits(std::int32_t first, std::int32_t step, int count) {
+    constexpr std::int32_t kEnd = (kTileStride - 2) << kFractionBits;
+    const std::int32_t last = last_of(first, step, count);
+    return first >= 0 && last >= 0 && first < kEnd && last < kEnd;
+}
+
+}  // namespace
+
+SchemeTable::SchemeTable(ColourScheme scheme) : is_day_(scheme == ColourScheme::kDay) {
+    for (std::size_t channel = 0; channel < parts_.size(); ++channel) {
+        for (Argb value = 0; value < 256; ++value)
+            parts_[channel][value] = colour_in(scheme, value << 8 * channel);
+    }
+}
+
+void SchemeTable::apply(Argb* pixels, int count) const {
+    if (is_day_) return;
+    for (int i = 0; i < count; ++i) {
+        const Argb pixel = pixels[i];
+        pixels[i] = (pixel & 0xFF000000) | parts_[0][pixel & 0xFF] | parts_[1][pixel >> 8 & 0xFF] |
+                    parts_[2][pixel >> 16 & 0xFF];
+    }
+}
+
+// Tiles of a level under a cell.
+struct BlockPainter::Source {
+    double scale;          // level pixels per chart pixel
+    double width, height;  // of a box, level pixels
+    std::shared_ptr<const BoxWeights> across, down;
+    int columns, rows;  // tiles of the level
+    int first_column, first_row, end_column, end_row;
+    std::vector<std::shared_ptr<const Tile>> tiles;
+
+    [[nodiscard]] const Argb* tile(int column, int row) const {
+        return tiles[static_cast<std::size_t>((row - first_row) * (end_column - first_column) + column -
+                                              first_column)]
+            ->data();
+    }
+};
+
+BlockPainter::BlockPainter(const Frame& frame, ChartStore& store)
+    : frame_(frame), store_(store), scheme_(frame.scheme) {}
+
+bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t stride) {
+    part_ = part;
+    pixels_ = pixels;
+    stride_ = stride;
+    is_complete_ = true;
+    free_ = part.width * part.height;
+    free_of_row_.fill(part.width);
+    for (auto& row : taken_)
+        row.fill(0);
+    for (const auto& chart : frame_.charts) {
+        if (free_ == 0) break;
+        paint_chart(*chart);
+    }
+    for (int y = part.y; y < part.y + part.height; ++y) {
+        for_free(y, {part.x, part.x + part.width}, [&](RowSpan span) {
+            Argb* const row = pixels + (y - part.y) * stride - part.x;
+            std::fill(row + span.first, row + span.end, frame_.background);
+        });
+    }
+    return is_complete_;
+}
+
+// Calls `use` with the free spans within one, and takes them.
+template <class Use>
+void BlockPainter::for_free(int y, RowSpan span, Use use) {
+    int& free = free_of_row_[static_cast<std::size_t>(y)];
+    if (free == 0) return;
+    auto& taken = taken_[static_cast<std::size_t>(y)];
+    int count = 0;
+    for (int x = span.first; x < span.end;) {
+        char* const begin = taken.data();
+        const int first = static_cast<int>(std::find(begin + x, begin + span.end, 0) - begin);
+        const int end = static_cast<int>(std::find(begin + first, begin + span.end, 1) - begin);
+        if (first < end) use(RowSpan{first, end});
+        std::fill(begin + first, begin + end, 1);
+        count += end - first;
+        x = end;
+    }
+    free -= count;
+    free_ -= count;
+}
+
+void BlockPainter::paint_chart(FrameChart& chart) {
+    const ChartStore::Failure failure = store_.failure(*chart.file);
+    opened_ = store_.chart(*chart.file);
+    if (opened_ == nullptr) {
+        if (failure != ChartStore::Failure::kFile) is_complete_ = false;
+        return;
+    }
+    chart_ = &chart;
+    opened_part_ = opened_->part(chart.chosen.entry->inset);
+    if (opened_part_ == nullptr) return;
+    for (const GridCell& cell : cells_of(frame_.plane, opened_part_->georeference, part_.left, part_.top))
+        paint_cell(cell);
+}
+
+void BlockPainter::paint_cell(const GridCell& cell) {
+    const int left = static_cast<int>(cell.left - part_.left);
+    const int top = static_cast<int>(cell.top - part_.top);
+    const int first_x = std::max(left, part_.x);
+    const int end_x = std::min(left + cell.side, part_.x + part_.width);
+    const int first_y = std::max(top, part_.y);
+    const int end_y = std::min(top + cell.side, part_.y + part_.height);
+    if (first_x >= end_x || first_y >= end_y) return;
+    CellClip clip(opened_part_->area, cell);
+    std::optional<Source> source;
+    for (int y = first_y; y < end_y; ++y) {
+        if (free_of_row_[static_cast<std::size_t>(y)] == 0) continue;
+        for (const RowSpan& inside : clip.spans(y - top)) {
+            const RowSpan span{std::max(inside.first + left, first_x), std::min(inside.end + left, end_x)};
+            const auto& taken = taken_[static_cast<std::size_t>(y)];
+            if (span.first >= span.end || std::find(taken.begin() + span.first, taken.begin() + span.end,
+                                                    0) == taken.begin() + span.end) {
+                continue;
+            }
+            chart_->is_shown = true;
+            if (!source) source = source_of(cell);
+            if (!source) return;
+            for_free(y, span, [&](RowSpan free) {
+                paint_row(cell, *source, y - top, {free.first - left, free.end - left});
+            });
+        }
+    }
+}
+
+std::optional<BlockPainter::Source> BlockPainter::source_of(const GridCell& cell) {
+    const Vector right = cell.corners[1] - cell.corners[0] + cell.corners[3] - cell.corners[2];
+    const Vector down = cell.corners[2] - cell.corners[0] + cell.corners[3] - cell.corners[1];
+    const double reduction =
+        std::max(std::hypot(right.x, down.x), std::hypot(right.y, down.y)) / (2.0 * cell.side);
+    const auto level_of = [](double pixels) { return pixels >= 2.0 ? std::ilogb(pixels) : 0; };
+    const int nominal = level_of(chart_->chosen.reduction);
+    const int level =
+        std::clamp(std::clamp(level_of(reduction), nominal - 1, nominal + 1) + frame_.coarser, 0, kMostLevel);
+    if (auto source = source_at(cell, level, true)) return source;
+    is_complete_ = false;
+    for (int other = level + 1; other <= kMostLevel; ++other) {
+        if (auto source = source_at(cell, other, false)) return source;
+        const CSize size = level_size(opened_->size, other);
+        if (size.cx <= kTileSide && size.cy <= kTileSide) break;
+    }
+    return level > 0 ? source_at(cell, level - 1, false) : std::nullopt;
+}
+
+std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell, int level, bool wanted) {
+    const CSize size = level_size(opened_->size, level);
+    Source source{std::ldexp(1.0, -level),
+                  0.0,
+                  0.0,
+                  nullptr,
+                  nullptr,
+                  (size.cx + kTileSide - 1) / kTileSide,
+                  (size.cy + kTileSide - 1) / kTileSide,
+                  0,
+                  0,
+                  0,
+                  0,
+                  {}};
+
+    const Vector right = cell.corners[1] - cell.corners[0] + cell.corners[3] - cell.corners[2];
+    const Vector down = cell.corners[2] - cell.corners[0] + cell.corners[3] - cell.corners[1];
+    const double per_pixel = source.scale / (2.0 * cell.side);
+    source.width = std::clamp(std::hypot(right.x, down.x) * per_pixel, 1.0, 2.0);
+    source.height = std::clamp(std::hypot(right.y, down.y) * per_pixel, 1.0, 2.0);
+    // Only the part of the cell that is drawn.
+    const double first_x = static_cast<double>(std::max<std::int64_t>(part_.left + part_.x - cell.left, 0));
+    const double first_y = static_cast<double>(std::max<std::int64_t>(part_.top + part_.y - cell.top, 0));
+    const double end_x = static_cast<double>(
+        std::min<std::int64_t>(part_.left + part_.x + part_.width - cell.left, cell.side));
+    const double end_y =
+        static_cast<double>(std::min<std::int64_t>(part_.top + part_.y + part_.height - cell.top, cell.side));
+    const Box box = box_around(
+        {cell.at(first_x, first_y), cell.at(end_x, first_y), cell.at(first_x, end_y), cell.at(end_x, end_y)});
+    const auto tile_at = [&](double pixel, double side, int tiles) {
+        const double place = std::floor(((pixel + 0.5) * source.scale - 0.5 * side) / kTileSide);
+        return static_cast<int>(std::clamp(place, 0.0, tiles - 1.0));
+    };
+    source.first_column = tile_at(box.min.x - 0.1, source.width, source.columns);
+    source.end_column = tile_at(box.max.x + 0.1, source.width, source.columns) + 1;
+    source.first_row = tile_at(box.min.y - 0.1, source.height, source.rows);
+    source.end_row = tile_at(box.max.y + 0.1, source.height, source.rows) + 1;
+    bool is_complete = true;
+    for (int row = source.first_row; row < source.end_row; ++row) {
+        for (int column = source.first_column; column < source.end_column; ++column) {
+            source.tiles.push_back(store_.tile(*chart_->file, *opened_, {level, column, row}, wanted));
+            is_complete = is_complete && source.tiles.back() != nullptr;
+            if (!is_complete && !wanted) return std::nullopt;
+        }
+    }
+    if (!is_complete) return std::nullopt;
+    source.across = std::make_shared<const BoxWeights>(static_cast<std::int32_t>(fixed(source.width)));
+    source.down = std::make_shared<const BoxWeights>(static_cast<std::int32_t>(fixed(source.height)));
+    return source;
+}
+
+void BlockPainter::paint_row(const GridCell& cell, const Source& source, int row, RowSpan span) {
+    const Vector first = cell.at(0.0, row);
+    const Vector step{(cell.at(cell.side, row).x - first.x) / cell.side,
+                      (cell.at(cell.side, row).y - first.y) / cell.side};
+    BoxRow boxes{};
+    boxes.left_step = fixed_step(step.x * source.scale);
+    boxes.top_step = fixed_step(step.y * source.scale);
+    std::int64_t left = fixed((first.x + 0.5) * source.scale - 0.5 * source.width);
+    std::int64_t top = fixed((first.y + 0.5) * source.scale - 0.5 * source.height);
+    // Rows that are level to 1/256 pixel are drawn as if they were.
+    const std::int64_t rise = std::int64_t{boxes.top_step} * cell.side;
+    if (rise < kOnePixel / 256 && rise > -kOnePixel / 256) {
+        top += rise / 2;
+        boxes.top_step = 0;
+    }
+    left += std::int64_t{boxes.left_step} * span.first;
+    top += std::int64_t{boxes.top_step} * span.first;
+    const int x = static_cast<int>(cell.left - part_.left) + span.first;
+    const int y = static_cast<int>(cell.top - part_.top) + row;
+    Argb* const dest = pixels_ + (y - part_.y) * stride_ + (x - part_.x);
+    paint_run(source, boxes, left, top, span.end - span.first, dest);
+    scheme_.apply(dest, span.end - span.first);
+}
+
+// Cuts a run where it passes from a tile to another.
+void BlockPainter::paint_run(const Source& source, const BoxRow& first, std::int64_t left, std::int64_t top,
+                             int count, Argb* dest) const {
+    const auto tile_of = [](std::int64_t place, int begin, int end) {
+        return static_cast<int>(
+            std::clamp<std::int64_t>(place >> (kTileBits + kFractionBits), begin, end - 1));
+    };
+    const auto in_tile = [](std::int64_t place, int tile) {
+        constexpr std::int64_t kMost = (std::int64_t{kTileStride - 2} << kFractionBits) - 1;
+        const std::int64_t origin = (std::int64_t{tile} * kTileSide - kTileApron) * kOnePixel;
+        return static_cast<std::int32_t>(std::clamp<std::int64_t>(place - origin, 0, kMost));
+    };
+    while (count > 0) {
+        const int column = tile_of(left, source.first_column, source.end_column);
+        const int row = tile_of(top, source.first_row, source.end_row);
+        BoxRow boxes = first;
+        boxes.left = in_tile(left, column);
+        boxes.top = in_tile(top, row);
+        boxes.count = static_cast<int>(
+            std::min({std::int64_t{count},
+                      boxes_in_tile(left, first.left_step, column, source.first_column, source.end_column),
+                      boxes_in_tile(top, first.top_step, row, source.first_row, source.end_row),
+                      std::int64_t{kMostResampled}}));
+        if (!fits(boxes.left, boxes.left_step, boxes.count) || !fits(boxes.top, boxes.top_step, boxes.count))
+            boxes.count = 1;
+        resample(source.tile(column, row), kTileStride, boxes, *source.across, *source.down, dest);
+        left += std::int64_t{first.left_step} * boxes.count;
+        top += std::int64_t{first.top_step} * boxes.count;
+        dest += boxes.count;
+        count -= boxes.count;
+    }
+}
+
+}  // namespace zellap10::plotter

@@ -1,0 +1,386 @@
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <new>
+#include <system_error>
+#include <tuple>
+
+#include <zellap10/chart/georeference_path.h>
+#include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/chart_store.h>
+#include <zellap10/plotter/trouble.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t kTileBytes = sizeof(Argb) * kTileStride * kTileStride;
+constexpr std::size_t kMostFiles = 2048;  // known, without their tiles
+constexpr int kMostOpen = 64;             // chart objects, each with an open file
+constexpr int kMostTilesOfJob = 8;        // decoded together, which bounds the memory of a worker
+constexpr int kMostWidth = 1 << 24;       // a line of more pixels may take longer than 0.1 s
+constexpr auto kCheckEvery = std::chrono::seconds(1);
+
+// Size and time of a chart's two files.
+struct Stamp {
+    std::uintmax_t sizes[2] = {};
+    fs::file_time_type times[2] = {};
+
+    bool operator==(const Stamp& other) const {
+        return std::equal(sizes, sizes + 2, other.sizes) && std::equal(times, times + 2, other.times);
+    }
+};
+
+Stamp stamp_of(const std::string& path) {
+    Stamp stamp;
+    int i = 0;
+    for (const std::string& file : {path, chart::georeference_path(path)}) {
+        std::error_code ignored;
+        stamp.sizes[i] = fs::file_size(file, ignored);
+        stamp.times[i] = fs::last_write_time(file, ignored);
+        ++i;
+    }
+    return stamp;
+}
+
+}  // namespace
+
+bool operator<(const TileKey& a, const TileKey& b) {
+    return std::tie(a.level, a.row, a.column) < std::tie(b.level, b.row, b.column);
+}
+
+struct ChartStore::File {
+    struct Cached {
+        std::shared_ptr<const Tile> tile;  // null while it is only requested
+        std::uint64_t used = 0;            // the last drawing that wanted it
+    };
+
+    std::string path;
+    std::shared_ptr<const OpenedChart> opened;
+    std::map<TileKey, Cached> tiles;
+    Failure failure = Failure::kNone;
+    std::string reason;
+    Stamp stamp;
+    Clock::time_point checked;
+    std::uint64_t used = 0;       // the last drawing that asked for it
+    std::uint64_t requested = 0;  // the last drawing that had it opened or compared
+    bool busy = false;            // a worker has it, and alone touches the chart object
+    std::unique_ptr<CZellap> object;
+};
+
+ChartStore::ChartStore(std::size_t memory_bytes, int workers, std::function<void()> on_more)
+    : most_tiles_(memory_bytes / kTileBytes), on_more_(std::move(on_more)) {
+    for (int i = 0; i < workers; ++i)
+        workers_.emplace_back([this] { work(); });
+}
+
+ChartStore::~ChartStore() {
+    {
+        const Lock lock(mutex_);
+        stop_ = true;
+    }
+    has_work_.notify_all();
+    for (std::thread& worker : workers_)
+        worker.join();
+}
+
+void ChartStore::begin() {
+    const Lock lock(mutex_);
+    ++drawing_;
+    requests_.clear();
+    wanted_tiles_ = 0;
+    if (files_.size() <= kMostFiles) return;
+    queue_.clear();
+    for (auto each = files_.begin(); each != files_.end();) {
+        File& file = *each->second;
+        if (file.busy || file.used + 1 >= drawing_) {
+            ++each;
+            continue;
+        }
+        forget(file);
+        each = files_.erase(each);
+    }
+}
+
+ChartStore::File& ChartStore::file(const std::string& path) {
+    const Lock lock(mutex_);
+    std::unique_ptr<File>& file = files_[path];
+    if (file == nullptr) {
+        file = std::make_unique<File>();
+        file->path = path;
+    }
+    file->used = drawing_;
+    return *file;
+}
+
+ChartStore::Failure ChartStore::failure(const File& file) {
+    const Lock lock(mutex_);
+    return file.failure;
+}
+
+std::shared_ptr<const OpenedChart> ChartStore::chart(File& file) {
+    const Lock lock(mutex_);
+    const bool is_open = file.opened != nullptr || file.failure != Failure::kNone;
+    if ((!is_open || Clock::now() - file.checked > kCheckEvery) && file.requested != drawing_) {
+        file.requested = drawing_;
+        requests_.emplace_back(&file, std::nullopt);
+    }
+    return file.opened;
+}
+
+std::shared_ptr<const Tile> ChartStore::tile(File& file, const OpenedChart& opened, const TileKey& key,
+                                             bool wanted) {
+    const Lock lock(mutex_);
+    if (file.opened.get() != &opened) return nullptr;
+    const auto found = file.tiles.find(key);
+    if (!wanted) return found != file.tiles.end() ? found->second.tile : nullptr;
+    File::Cached& cached = found != file.tiles.end() ? found->second : file.tiles[key];
+    if (cached.used != drawing_) {
+        cached.used = drawing_;
+        ++wanted_tiles_;
+        if (cached.tile == nullptr) requests_.emplace_back(&file, key);
+    }
+    return cached.tile;
+}
+
+void ChartStore::end(bool announces) {
+    {
+        const Lock lock(mutex_);
+        // What is present and was wanted stays; the first requests that fit beside it are met.
+        std::size_t missing = 0;
+        for (const auto& request : requests_)
+            missing += request.second ? 1 : 0;
+        std::size_t room = most_tiles_ - std::min(most_tiles_, wanted_tiles_ - missing);
+        queue_.clear();
+        for (const auto& request : requests_) {
+            if (request.second && room == 0) continue;
+            if (request.second) --room;
+            queue_.push_back(request);
+        }
+        requests_.clear();
+        announces_ = announces;
+    }
+    has_work_.notify_all();
+}
+
+void ChartStore::wait() {
+    Lock lock(mutex_);
+    is_idle_.wait(lock, [this] { return queue_.empty() && running_ == 0; });
+}
+
+std::uint64_t ChartStore::changes() {
+    const Lock lock(mutex_);
+    return changes_;
+}
+
+bool ChartStore::is_too_small() {
+    const Lock lock(mutex_);
+    return wanted_tiles_ > most_tiles_;
+}
+
+std::vector<std::pair<std::string, std::string>> ChartStore::problems() {
+    const Lock lock(mutex_);
+    std::vector<std::pair<std::string, std::string>> result;
+    for (const auto& [path, file] : files_) {
+        if (file->failure != Failure::kNone) result.emplace_back(path, file->reason);
+    }
+    return result;
+}
+
+// The first request whose file no other worker has, with those for the tiles to the right of it.
+std::optional<ChartStore::Job> ChartStore::take_job() {
+    const auto is_free = [](const auto& request) { return !request.first->busy; };
+    const auto first = std::find_if(queue_.begin(), queue_.end(), is_free);
+    if (first == queue_.end()) return std::nullopt;
+    Job job{first->first, std::nullopt};
+    const std::optional<TileKey> key = first->second;
+    queue_.erase(first);
+    if (!key) return job;
+    job.tiles = TileRow{key->level, key->row, key->column, 1};
+    for (auto next = queue_.begin(); next != queue_.end() && job.tiles->count < kMostTilesOfJob;) {
+        const bool is_next = next->first == job.file && next->second && next->second->level == key->level &&
+                             next->second->row == key->row &&
+                             next->second->column == key->column + job.tiles->count;
+        if (!is_next) {
+            ++next;
+            continue;
+        }
+        ++job.tiles->count;
+        next = queue_.erase(next);
+    }
+    return job;
+}
+
+void ChartStore::work() {
+    Lock lock(mutex_);
+    for (;;) {
+        std::optional<Job> job;
+        has_work_.wait(lock, [&] { return stop_ || (job = take_job()); });
+        if (stop_) return;
+        File& file = *job->file;
+        file.busy = true;
+        ++running_;
+        bool has_more = false;
+        try {
+            has_more = run(*job, lock);
+        } catch (const std::bad_alloc&) {
+            if (!lock.owns_lock()) lock.lock();
+            fail(file, Failure::kMemory, "Memory ran out.");
+        }
+        file.busy = false;
+        --running_;
+        const bool announces = has_more && announces_ && on_more_;
+        if (has_more) announces_ = false;
+        has_work_.notify_all();
+        is_idle_.notify_all();
+        if (!announces) continue;
+        lock.unlock();
+        on_more_();
+        lock.lock();
+    }
+}
+
+// All below are called with the lock, give it away while they work, and return with it: whether there is more
+// to draw.
+bool ChartStore::run(const Job& job, Lock& lock) {
+    File& file = *job.file;
+    const bool has_changed = check(file, lock);
+    if (file.failure != Failure::kNone) return has_changed;
+    if (file.opened == nullptr || file.object == nullptr) {
+        const bool is_new = file.opened == nullptr;
+        if (!open(file, lock) || is_new) return true;
+    }
+    return job.tiles ? decode(file, *job.tiles, lock) || has_changed : has_changed;
+}
+
+bool ChartStore::check(File& file, Lock& lock) {
+    const std::string path = file.path;
+    lock.unlock();
+    const Stamp stamp = stamp_of(path);
+    lock.lock();
+    const bool waits = file.failure == Failure::kMemory && Clock::now() - file.checked <= kCheckEvery;
+    const bool is_known = file.opened != nullptr || file.failure != Failure::kNone;
+    if (is_known && stamp == file.stamp && (file.failure != Failure::kMemory || waits)) {
+        if (!waits) file.checked = Clock::now();
+        return false;
+    }
+    forget(file);
+    file.stamp = stamp;
+    file.checked = Clock::now();
+    return is_known;
+}
+
+bool ChartStore::open(File& file, Lock& lock) {
+    const std::string path = file.path;
+    const std::shared_ptr<const OpenedChart> before = file.opened;
+    lock.unlock();
+    auto object = std::make_unique<CZellap>();
+    std::shared_ptr<const OpenedChart> opened = before;
+    std::string reason;
+    if (object->OpenZellap(path.c_str(), 0) == 0) {
+        const std::optional<Trouble> diagnosis = trouble_with_chart(path.c_str());
+        reason = diagnosis ? diagnosis->text : "The chart cannot be opened.";
+    } else if (object->GetDocumentSize().cx < 1 || object->GetDocumentSize().cy < 1) {
+        reason = "The chart has no pixels.";
+    } else if (object->GetDocumentSize().cx > kMostWidth) {
+        reason = "The chart is wider than 16777216 pixels.";
+    } else if (opened == nullptr) {
+        opened = std::make_shared<const OpenedChart>(*object);
+    }
+    lock.lock();
+    if (!reason.empty()) {
+        fail(file, Failure::kFile, std::move(reason));
+        return false;
+    }
+    file.opened = std::move(opened);
+    file.object = std::move(object);
+    close_some(file);
+    return true;
+}
+
+bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
+    CZellap& object = *file.object;
+    const std::shared_ptr<const OpenedChart> opened = file.opened;
+    lock.unlock();
+    const CSize size = level_size(opened->size, row.level);
+    const bool is_inside = (row.first_column + row.count - 1) * kTileSide < size.cx &&
+                           row.row * kTileSide < size.cy && object.GetDocumentSize().cx == opened->size.cx &&
+                           object.GetDocumentSize().cy == opened->size.cy;
+    std::vector<Tile> tiles;
+    if (is_inside) tiles = decode_tiles(object, opened->colours, row, stop_);
+    const bool is_same = stamp_of(file.path) == file.stamp;
+    lock.lock();
+    if (stop_) return false;
+    if (!is_same) {
+        forget(file);
+        return true;
+    }
+    if (tiles.empty()) {
+        fail(file, Failure::kFile, "A line of the chart cannot be read.");
+        return true;
+    }
+    for (int i = 0; i < row.count; ++i) {
+        File::Cached& cached = file.tiles[{row.level, row.first_column + i, row.row}];
+        if (cached.tile == nullptr) ++tiles_;
+        cached.tile = std::make_shared<const Tile>(std::move(tiles[static_cast<std::size_t>(i)]));
+        cached.used = std::max(cached.used, drawing_);
+        make_room();
+    }
+    return true;
+}
+
+void ChartStore::fail(File& file, Failure failure, std::string reason) {
+    forget(file);
+    file.failure = failure;
+    file.reason = std::move(reason);
+}
+
+void ChartStore::forget(File& file) {
+    for (const auto& each : file.tiles)
+        tiles_ -= each.second.tile != nullptr ? 1 : 0;
+    file.tiles.clear();
+    if (file.opened != nullptr) ++changes_;
+    file.opened = nullptr;
+    file.object = nullptr;
+    file.failure = Failure::kNone;
+}
+
+// Drops the tiles that were not wanted for longest.
+void ChartStore::make_room() {
+    while (tiles_ > most_tiles_) {
+        File* oldest_file = nullptr;
+        std::map<TileKey, File::Cached>::iterator oldest;
+        for (const auto& [path, file] : files_) {
+            for (auto each = file->tiles.begin(); each != file->tiles.end(); ++each) {
+                if (each->second.tile == nullptr) continue;
+                if (oldest_file != nullptr && each->second.used >= oldest->second.used) continue;
+                oldest_file = file.get();
+                oldest = each;
+            }
+        }
+        if (oldest_file == nullptr) return;
+        oldest_file->tiles.erase(oldest);
+        --tiles_;
+    }
+}
+
+void ChartStore::close_some(const File& kept) {
+    int open = 0;
+    for (const auto& each : files_)
+        open += each.second->object != nullptr ? 1 : 0;
+    while (open > kMostOpen) {
+        File* oldest = nullptr;
+        for (const auto& [path, file] : files_) {
+            if (file->object == nullptr || file->busy || file.get() == &kept) continue;
+            if (oldest == nullptr || file->used < oldest->used) oldest = file.get();
+        }
+        if (oldest == nullptr) return;
+        oldest->object = nullptr;
+        --open;
+    }
+}
+
+}  // namespace zellap10::plotter

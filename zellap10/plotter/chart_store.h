@@ -1,0 +1,122 @@
+#pragma once
+
+/// @file
+///
+/// Open charts and their decoded tiles, which worker threads fetch.
+
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <zellap10/plotter/opened_chart.h>
+#include <zellap10/plotter/raster_levels.h>
+
+namespace zellap10::plotter {
+
+/// A tile of a chart: its level, and its place among the tiles of the level.
+struct TileKey {
+    int level, column, row;
+};
+
+bool operator<(const TileKey& a, const TileKey& b);
+
+/// Chart files with their tiles, up to a limit of memory, and the threads that decode them.
+///
+/// A drawing is: `begin`; any number of `chart` and `tile`, from several threads; `end`, after which the
+/// workers fetch what was missing, in the order of the requests.
+class ChartStore {
+public:
+    /// A chart file, open or not. Valid until the next `begin`.
+    struct File;
+
+    enum class Failure {
+        kNone,
+        kFile,    ///< until it changes
+        kMemory,  ///< for a second
+    };
+
+    /// @param on_more  called by a worker once after each `end` with something missing; may be empty
+    ChartStore(std::size_t memory_bytes, int workers, std::function<void()> on_more);
+    ~ChartStore();
+    ChartStore(const ChartStore&) = delete;
+    ChartStore& operator=(const ChartStore&) = delete;
+
+    void begin();
+    [[nodiscard]] File& file(const std::string& path);
+    [[nodiscard]] Failure failure(const File& file);
+
+    /// An open chart; null if it is not open, and then it is opened. Once in a second it is compared with its
+    /// file, and forgotten if that has changed.
+    [[nodiscard]] std::shared_ptr<const OpenedChart> chart(File& file);
+
+    /// A decoded tile; null if there is none, and if the file has changed since it was opened.
+    ///
+    /// @param wanted  decode it if it is missing
+    [[nodiscard]] std::shared_ptr<const Tile> tile(File& file, const OpenedChart& opened, const TileKey& key,
+                                                   bool wanted);
+
+    /// Passes the requests since `begin` to the workers, in place of earlier ones.
+    ///
+    /// @param announces  call on_more when one of them is done
+    void end(bool announces);
+
+    /// Waits until all requests are done.
+    void wait();
+
+    /// Grows when a chart was forgotten.
+    [[nodiscard]] std::uint64_t changes();
+
+    /// Whether the tiles that were wanted since `begin` take more memory than there is.
+    [[nodiscard]] bool is_too_small();
+
+    /// Path and reason of each failed file.
+    [[nodiscard]] std::vector<std::pair<std::string, std::string>> problems();
+
+private:
+    struct Job {
+        File* file;
+        std::optional<TileRow> tiles;  // empty to open the chart or to compare it with its file
+    };
+    using Lock = std::unique_lock<std::mutex>;
+
+    void work();
+    [[nodiscard]] std::optional<Job> take_job();
+    [[nodiscard]] bool run(const Job& job, Lock& lock);
+    [[nodiscard]] bool check(File& file, Lock& lock);
+    [[nodiscard]] bool open(File& file, Lock& lock);
+    [[nodiscard]] bool decode(File& file, const TileRow& row, Lock& lock);
+    void fail(File& file, Failure failure, std::string reason);
+    void forget(File& file);
+    void make_room();
+    void close_some(const File& kept);
+
+    const std::size_t most_tiles_;
+    const std::function<void()> on_more_;
+    std::atomic<bool> stop_{false};
+    std::mutex mutex_;
+    std::condition_variable has_work_;
+    std::condition_variable is_idle_;
+    std::map<std::string, std::unique_ptr<File>> files_;
+    std::deque<std::pair<File*, std::optional<TileKey>>> requests_;  // since begin
+    std::deque<std::pair<File*, std::optional<TileKey>>> queue_;     // of the workers
+    std::size_t tiles_ = 0;
+    std::size_t wanted_tiles_ = 0;  // since begin, decoded or not
+    std::uint64_t drawing_ = 0;
+    std::uint64_t changes_ = 0;
+    int running_ = 0;
+    bool announces_ = false;
+    std::vector<std::thread> workers_;
+};
+
+}  // namespace zellap10::plotter

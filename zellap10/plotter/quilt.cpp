@@ -1,0 +1,297 @@
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <set>
+#include <utility>
+
+#include <zellap10/plotter/block_painter.h>
+#include <zellap10/plotter/chart_choice.h>
+#include <zellap10/plotter/chart_store.h>
+#include <zellap10/plotter/quilt.h>
+#include <zellap10/plotter/screen_grid.h>
+#include <zellap10/plotter/team.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+constexpr std::size_t kLeastMemory = std::size_t{32} << 20;
+constexpr int kMostThreads = 64;
+constexpr int kMostCoarser = 8;
+
+struct Rectangle {
+    int left, top, right, bottom;  // right and bottom are outside
+};
+
+std::int64_t block_of(std::int64_t place) {
+    return place >= 0 ? place / kBlockSide : (place + 1) / kBlockSide - 1;
+}
+
+// The parts of a rectangle of the screen that are in a block each.
+void add_parts(const ScreenPlane& plane, const Rectangle& area, std::vector<BlockPart>& parts) {
+    if (area.left >= area.right || area.top >= area.bottom) return;
+    const std::int64_t left = plane.left() + area.left;
+    const std::int64_t right = plane.left() + area.right;
+    const std::int64_t top = plane.top() + area.top;
+    const std::int64_t bottom = plane.top() + area.bottom;
+    for (std::int64_t row = block_of(top); row * kBlockSide < bottom; ++row) {
+        for (std::int64_t column = block_of(left); column * kBlockSide < right; ++column) {
+            const std::int64_t x = column * kBlockSide;
+            const std::int64_t y = row * kBlockSide;
+            const int first_x = static_cast<int>(std::max(left - x, std::int64_t{0}));
+            const int first_y = static_cast<int>(std::max(top - y, std::int64_t{0}));
+            const int end_x = static_cast<int>(std::min(right - x, std::int64_t{kBlockSide}));
+            const int end_y = static_cast<int>(std::min(bottom - y, std::int64_t{kBlockSide}));
+            parts.push_back({x, y, first_x, first_y, end_x - first_x, end_y - first_y});
+        }
+    }
+}
+
+}  // namespace
+
+class Quilt::Impl {
+public:
+    Impl(std::shared_ptr<const Catalogue> charts, Options options)
+        : catalogue(std::move(charts)),
+          store(std::max(options.memory_bytes, kLeastMemory), std::clamp(options.workers, 1, kMostThreads),
+                std::move(options.on_more)),
+          team_(std::clamp(options.threads, 1, kMostThreads)) {}
+
+    Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+        for (;;) {
+            const Result result = draw_at(view, scheme, background, bitmap);
+            if (!store.is_too_small() || coarser_ >= kMostCoarser) return result;
+            ++coarser_;
+            is_frame_known_ = false;
+        }
+    }
+
+    Result draw_complete(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+        set_size(view, bitmap);
+        is_frame_known_ = false;
+        const ChartChoice choice = choose_charts(*catalogue, view, {});
+        const ScreenPlane plane(view);
+        std::vector<BlockPart> parts;
+        add_parts(plane, {0, 0, width_, height_}, parts);
+        std::set<const CatalogueEntry*> shown;
+        // Each chart of a pile may have to be opened and decoded in turn before the next is known to show.
+        const std::size_t patience = 3 * choice.charts.size() + 10;
+        for (std::size_t failures = 0; !parts.empty() && failures < patience; ++failures) {
+            store.begin();
+            const Frame frame = frame_of(choice, plane, scheme, background, 0);
+            const std::size_t before = parts.size();
+            parts = paint(frame, parts);
+            store.end(false);
+            add_shown(frame, shown);
+            if (parts.size() < before) failures = 0;
+            if (!parts.empty()) store.wait();
+        }
+        copy_to(bitmap);
+        return {parts.empty(), in_order(choice, shown)};
+    }
+
+    std::optional<Hit> at(const MapView& view, ScreenPixel pixel) {
+        const std::optional<Position> position = view.to_position(pixel);
+        if (!position) return std::nullopt;
+        for (const ChosenChart& chosen : choose_charts(*catalogue, view, readable_).charts) {
+            if (!chosen.entry->extent.contains(*position)) continue;
+            const auto opened = store.chart(store.file(chosen.entry->path));
+            const OpenedChart::Part* const part =
+                opened != nullptr ? opened->part(chosen.entry->inset) : nullptr;
+            if (part == nullptr) continue;
+            const std::optional<ChartPixel> place = part->georeference.pixel_of(*position);
+            if (place && part->area.contains(*place)) return Hit{chosen.entry, *place};
+        }
+        return std::nullopt;
+    }
+
+    void set_catalogue(std::shared_ptr<const Catalogue> charts) {
+        catalogue = std::move(charts);
+        readable_.clear();
+        shown_.clear();
+        is_frame_known_ = false;
+    }
+
+    std::shared_ptr<const Catalogue> catalogue;
+    ChartStore store;
+
+private:
+    Result draw_at(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+        set_size(view, bitmap);
+        ChartChoice choice = choose_charts(*catalogue, view, readable_);
+        readable_ = std::move(choice.readable);
+        const ScreenPlane plane(view);
+        const std::uint64_t changes = store.changes();
+        const bool is_known = is_frame_known_ && plane_->is_same(plane) && scheme == scheme_ &&
+                              background == background_ && changes == changes_;
+        if (!is_known) {
+            coarser_ = plane_ && plane_->is_same(plane) ? coarser_ : 0;
+            shown_.clear();
+        }
+        const std::vector<BlockPart> parts =
+            is_known ? parts_after_pan(plane) : parts_of(plane, {0, 0, width_, height_});
+        is_frame_known_ = false;
+        store.begin();
+        const Frame frame = frame_of(choice, plane, scheme, background, coarser_);
+        // Has those compared with their files that the new parts do not need.
+        for (const auto& chart : frame.charts) {
+            if (shown_.count(chart->chosen.entry) > 0) static_cast<void>(store.chart(*chart->file));
+        }
+        const bool is_complete = paint(frame, parts).empty() && store.changes() == changes;
+        store.end(true);
+        add_shown(frame, shown_);
+        plane_ = plane;
+        scheme_ = scheme;
+        background_ = background;
+        changes_ = changes;
+        is_frame_known_ = is_complete;
+        copy_to(bitmap);
+        return {is_complete, in_order(choice, shown_)};
+    }
+
+    void set_size(const MapView& view, const Bitmap& bitmap) {
+        const int width = std::clamp(bitmap.width, 0, view.size().width);
+        const int height = std::clamp(bitmap.height, 0, view.size().height);
+        if (width == width_ && height == height_) return;
+        is_frame_known_ = false;
+        width_ = height_ = 0;
+        pixels_.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        width_ = width;
+        height_ = height;
+    }
+
+    Frame frame_of(const ChartChoice& choice, const ScreenPlane& plane, ColourScheme scheme, Argb background,
+                   int coarser) {
+        Frame frame{plane, scheme, background, coarser, {}};
+        for (const ChosenChart& chart : choice.charts)
+            frame.charts.push_back(std::make_unique<FrameChart>(chart, store.file(chart.entry->path)));
+        return frame;
+    }
+
+    static std::vector<BlockPart> parts_of(const ScreenPlane& plane, const Rectangle& area) {
+        std::vector<BlockPart> parts;
+        add_parts(plane, area, parts);
+        return parts;
+    }
+
+    // Moves the frame and returns what came into view.
+    std::vector<BlockPart> parts_after_pan(const ScreenPlane& plane) {
+        const std::int64_t right = plane.left() - plane_->left();
+        const std::int64_t down = plane.top() - plane_->top();
+        if (right >= width_ || -right >= width_ || down >= height_ || -down >= height_)
+            return parts_of(plane, {0, 0, width_, height_});
+        const int dx = static_cast<int>(right);
+        const int dy = static_cast<int>(down);
+        const auto kept = static_cast<std::size_t>(width_ - std::abs(dx)) * sizeof(Argb);
+        const auto move_row = [&](int y) {
+            std::memmove(row_of(y) + std::max(-dx, 0), row_of(y + dy) + std::max(dx, 0), kept);
+        };
+        if (dx != 0 || dy != 0) {
+            for (int y = 0; dy >= 0 && y < height_ - dy; ++y)
+                move_row(y);
+            for (int y = height_ - 1; dy < 0 && y >= -dy; --y)
+                move_row(y);
+        }
+        std::vector<BlockPart> parts;
+        const int top = std::max(-dy, 0);
+        const int bottom = height_ - std::max(dy, 0);
+        add_parts(plane, {0, 0, width_, top}, parts);
+        add_parts(plane, {0, bottom, width_, height_}, parts);
+        add_parts(plane, {0, top, std::max(-dx, 0), bottom}, parts);
+        add_parts(plane, {width_ - std::max(dx, 0), top, width_, bottom}, parts);
+        return parts;
+    }
+
+    // Returns the parts that are not complete.
+    std::vector<BlockPart> paint(const Frame& frame, const std::vector<BlockPart>& parts) {
+        std::vector<char> is_complete(parts.size(), 0);
+        team_.run(static_cast<int>(parts.size()), [&](int i) {
+            const auto index = static_cast<std::size_t>(i);
+            const BlockPart& part = parts[index];
+            Argb* const pixels = row_of(static_cast<int>(part.top + part.y - frame.plane.top())) +
+                                 (part.left + part.x - frame.plane.left());
+            try {
+                is_complete[index] = BlockPainter(frame, store).paint(part, pixels, width_) ? 1 : 0;
+            } catch (const std::bad_alloc&) {
+                for (int y = 0; y < part.height; ++y)
+                    std::fill_n(pixels + std::ptrdiff_t{y} * width_, part.width, frame.background);
+            }
+        });
+        std::vector<BlockPart> rest;
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (is_complete[i] == 0) rest.push_back(parts[i]);
+        }
+        return rest;
+    }
+
+    static void add_shown(const Frame& frame, std::set<const CatalogueEntry*>& shown) {
+        for (const auto& chart : frame.charts) {
+            if (chart->is_shown) shown.insert(chart->chosen.entry);
+        }
+    }
+
+    static std::vector<const CatalogueEntry*> in_order(const ChartChoice& choice,
+                                                       const std::set<const CatalogueEntry*>& shown) {
+        std::vector<const CatalogueEntry*> charts;
+        for (const ChosenChart& chart : choice.charts) {
+            if (shown.count(chart.entry) > 0) charts.push_back(chart.entry);
+        }
+        return charts;
+    }
+
+    Argb* row_of(int y) { return pixels_.data() + std::ptrdiff_t{y} * width_; }
+
+    void copy_to(const Bitmap& bitmap) {
+        for (int y = 0; y < height_; ++y) {
+            std::memcpy(static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride, row_of(y),
+                        static_cast<std::size_t>(width_) * sizeof(Argb));
+        }
+    }
+
+    Team team_;
+    // The last frame. It is known if it is complete: then a view of the same plane needs only what is new.
+    std::vector<Argb> pixels_;
+    int width_ = 0;
+    int height_ = 0;
+    bool is_frame_known_ = false;
+    std::optional<ScreenPlane> plane_;
+    ColourScheme scheme_ = ColourScheme::kDay;
+    Argb background_ = 0;
+    std::uint64_t changes_ = 0;
+    std::set<const CatalogueEntry*> shown_;
+    std::set<const CatalogueEntry*> readable_;
+    int coarser_ = 0;
+};
+
+Quilt::Quilt(std::shared_ptr<const Catalogue> catalogue, Options options)
+    : impl_(std::make_unique<Impl>(std::move(catalogue), std::move(options))) {}
+
+Quilt::Quilt(std::shared_ptr<const Catalogue> catalogue) : Quilt(std::move(catalogue), Options()) {}
+
+Quilt::~Quilt() = default;
+
+void Quilt::set_catalogue(std::shared_ptr<const Catalogue> catalogue) {
+    impl_->set_catalogue(std::move(catalogue));
+}
+
+Quilt::Result Quilt::draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+    return impl_->draw(view, scheme, background, bitmap);
+}
+
+Quilt::Result Quilt::draw_complete(const MapView& view, ColourScheme scheme, Argb background,
+                                   const Bitmap& bitmap) {
+    return impl_->draw_complete(view, scheme, background, bitmap);
+}
+
+std::optional<Quilt::Hit> Quilt::at(const MapView& view, ScreenPixel pixel) {
+    return impl_->at(view, pixel);
+}
+
+std::vector<Quilt::Problem> Quilt::problems() const {
+    std::vector<Problem> problems;
+    for (auto& [path, text] : impl_->store.problems())
+        problems.push_back({path, text});
+    return problems;
+}
+
+}  // namespace zellap10::plotter

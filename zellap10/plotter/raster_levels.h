@@ -1,0 +1,48 @@
+#pragma once
+
+/// @file
+///
+/// The raster of a chart in true colour, reduced by powers of two and cut into tiles.
+
+#include <atomic>
+#include <vector>
+
+#include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/colours.h>
+
+namespace zellap10::plotter {
+
+/// Pixels along the edge of a tile. Around it a tile has two pixels of its neighbours, or of the nearest
+/// column and row at the edges of the chart, so that the pixels under a box are in one tile.
+constexpr int kTileSide = 256;
+constexpr int kTileApron = 2;
+constexpr int kTileStride = kTileSide + 2 * kTileApron;
+
+/// The levels of a chart: at level n a pixel is the mean of 2^n by 2^n chart pixels, or of those that the
+/// chart has at its right and lower edge.
+constexpr int kMostLevel = 13;
+
+/// The size of a level.
+[[nodiscard]] CSize level_size(CSize chart, int level);
+
+/// kTileStride by kTileStride pixels.
+using Tile = std::vector<Argb>;
+
+/// Some tiles of a row of tiles, from left to right.
+struct TileRow {
+    int level;
+    int row;
+    int first_column;
+    int count;
+};
+
+/// Decodes tiles.
+///
+/// @param chart    open
+/// @param colours  of the chart
+/// @param stop     ends the work after a line once it is true
+/// @return         the tiles; none if it was stopped or if the chart cannot be read
+[[nodiscard]] std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const TileRow& row,
+                                             const std::atomic<bool>& stop);
+
+}  // namespace zellap10::plotter
