@@ -101,10 +101,10 @@ TEST(ParsePosition, GivesAReason) {
 TEST(ParsePosition, ReadsTheTextsOfPositions) {
     for (int i = -900; i <= 900; ++i) {
         const Position position{i / 10.0, i * 0.19999};
-        const std::string text = position_text(position);
+        const std::string text = format_position(position);
         const ParsedPosition parsed = parse_position(text);
         ASSERT_TRUE(parsed.position) << text << ": " << parsed.reason;
-        EXPECT_EQ(position_text(*parsed.position), text);
+        EXPECT_EQ(format_position(*parsed.position), text);
     }
 }
 

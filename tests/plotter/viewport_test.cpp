@@ -33,6 +33,40 @@ Argb colour_of_block(ChartUnderTest& chart, std::int64_t column, std::int64_t ro
     return colours_of(chart)[index];
 }
 
+// The mean of a block, pixel by pixel.
+Argb mean_of_block(ChartUnderTest& chart, std::int64_t column, std::int64_t row, int reduction) {
+    const std::int64_t x = column * reduction;
+    const std::int64_t y = row * reduction;
+    if (x < 0 || y < 0 || x >= kWidth || y >= kHeight) return kBackground;
+    unsigned char indexes[kWidth * kHeight];
+    chart.plain_window(0, kHeight, 0, kWidth, indexes);
+    unsigned sums[3] = {};
+    unsigned count = 0;
+    for (std::int64_t line = y; line < std::min<std::int64_t>(y + reduction, kHeight); ++line) {
+        for (std::int64_t i = x; i < std::min<std::int64_t>(x + reduction, kWidth); ++i, ++count) {
+            for (unsigned part = 0; part < 3; ++part)
+                sums[part] += colours_of(chart)[indexes[line * kWidth + i]] >> 8 * part & 0xFF;
+        }
+    }
+    Argb mean = 0xFF000000;
+    for (unsigned part = 0; part < 3; ++part)
+        mean |= (sums[part] + count / 2) / count << 8 * part;
+    return mean;
+}
+
+void expect_means(ChartUnderTest& chart, const Viewport& viewport) {
+    std::vector<Argb> drawn(static_cast<std::size_t>(viewport.width * viewport.height), 1);
+    EXPECT_TRUE(draw_viewport(chart, viewport, colours_of(chart), kBackground,
+                              {drawn.data(), viewport.width, viewport.height, viewport.width * 4},
+                              Averaging::kTrueColour));
+    for (int i = 0; i < viewport.width * viewport.height; ++i) {
+        EXPECT_EQ(drawn[static_cast<std::size_t>(i)],
+                  mean_of_block(chart, std::int64_t{viewport.column} + i % viewport.width,
+                                std::int64_t{viewport.row} + i / viewport.width, viewport.reduction))
+            << i;
+    }
+}
+
 // In a picture with rows at odd addresses, bytes between them, and upside down if need be.
 void expect_blocks(ChartUnderTest& chart, const Viewport& viewport, bool upside_down) {
     const auto& [left, top, reduction, width, height] = viewport;
@@ -72,6 +106,7 @@ TEST(Viewports, ShowsTheBlocksOfTheChart) {
         SCOPED_TRACE(name);
         expect_blocks(chart, viewport, false);
         expect_blocks(chart, viewport, true);
+        expect_means(chart, viewport);
     };
     expect("a part", {3, 5, 1, 9, 8});
     expect("larger than the chart", {-4, -3, 1, 32, 25});

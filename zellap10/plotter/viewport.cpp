@@ -1,9 +1,12 @@
 #include "zellap10/plotter/viewport.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <vector>
+
+#include <zellap10/plotter/block_means.h>
 
 namespace zellap10::plotter {
 
@@ -84,6 +87,30 @@ private:
     unsigned char* pixels_;
 };
 
+bool draw_means(CZellap& chart, const Viewport& viewport, const ColourTable& colours, Argb background,
+                const Bitmap& bitmap) {
+    const CSize size = chart.GetDocumentSize();
+    const Span span = span_of(viewport, size.cx);
+    const std::int64_t rows = span.length > 0 ? blocks_along(size.cy, viewport.reduction) : 0;
+    BlockMeans means(chart, colours, viewport.reduction, span.block, span.block + span.length);
+    std::vector<Argb> pixels(means.size());
+    const std::atomic<bool> stop{false};
+    bool complete = chart.ChartFile != nullptr;
+    for (int y = 0; y < bitmap.height; ++y) {
+        const Row row(bitmap, y);
+        row.fill(0, bitmap.width, background);
+        const std::int64_t block_row = std::int64_t{viewport.row} + y;
+        if (block_row < 0 || block_row >= rows) continue;
+        if (!means.read(static_cast<int>(block_row), pixels.data(), stop)) {
+            complete = false;
+            continue;
+        }
+        for (int i = 0; i < span.length; ++i)
+            row.set(span.first + i, pixels[static_cast<std::size_t>(i)]);
+    }
+    return complete;
+}
+
 }  // namespace
 
 ChartPixel Viewport::to_chart(ScreenPixel pixel) const {
@@ -95,8 +122,10 @@ ScreenPixel Viewport::to_screen(ChartPixel pixel) const {
 }
 
 bool draw_viewport(CZellap& chart, const Viewport& viewport, const ColourTable& colours, Argb background,
-                   const Bitmap& bitmap) {
+                   const Bitmap& bitmap, Averaging averaging) {
     if (viewport.width != bitmap.width || viewport.height != bitmap.height) return false;
+    if (averaging == Averaging::kTrueColour && viewport.reduction > 1)
+        return draw_means(chart, viewport, colours, background, bitmap);
     return read_rows(chart, viewport, [&](int y, const Span& span, const unsigned char* indexes) {
         const Row row(bitmap, y);
         if (indexes == nullptr) return row.fill(0, bitmap.width, background);

@@ -39,11 +39,17 @@ struct Viewport {
     [[nodiscard]] ScreenPixel to_screen(ChartPixel pixel) const;
 };
 
+/// What becomes of the chart pixels of a block.
+enum class Averaging {
+    kPalette,     ///< the palette colour nearest to their mean, as getAALine computes it: up to 32 of 255 off
+    kTrueColour,  ///< their mean
+};
+
 /// Draws a viewport.
 ///
-/// At reduction 1 the pixels are those of the chart. At higher reductions each is the palette colour nearest
-/// to the mean colour of its block, as getAALine computes it. A block at the right or lower edge of the chart
-/// may be incomplete. It becomes the mean of the pixels that it has, so that no line or column is lost.
+/// At reduction 1 the pixels are those of the chart. At higher reductions each is the mean of its block. A
+/// block at the right or lower edge of the chart may be incomplete. It becomes the mean of the pixels that it
+/// has, so that no line or column is lost.
 ///
 /// Lines are decoded from their start: the right end of a wide chart costs more than the left. A viewport
 /// with an incomplete block of the right edge decodes its lines twice.
@@ -54,11 +60,12 @@ struct Viewport {
 /// @param background  the colour outside the chart
 /// @param bitmap      receives the pixels; bytes between its rows are not changed. Its size is that of the
 ///                    viewport
+/// @param averaging   of blocks
 /// @return            false if the chart is not open, if a line cannot be read (its pixels are then
 ///                    background), if memory for the blocks runs out, if the reduction is below 1, or if the
 ///                    sizes differ (then nothing is drawn)
 bool draw_viewport(CZellap& chart, const Viewport& viewport, const ColourTable& colours, Argb background,
-                   const Bitmap& bitmap);
+                   const Bitmap& bitmap, Averaging averaging = Averaging::kPalette);
 
 /// Reads the colour indexes of a viewport, with the blocks of draw_viewport.
 ///

@@ -1,0 +1,100 @@
+#include <algorithm>
+
+#include <zellap10/plotter/block_means.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+constexpr int kLaneBits = 21;
+constexpr std::uint64_t kLaneMask = (std::uint64_t{1} << kLaneBits) - 1;
+constexpr int kLanePixels = 8192;
+static_assert(kLanePixels * 255 <= kLaneMask, "a lane holds the sum of its pixels");
+
+// A piece of a line, which bounds the memory that a wide chart takes. It is decoded from the start of the
+// line.
+constexpr std::int64_t kMostColumns = 1 << 22;
+
+std::uint64_t lanes_of(Argb colour) {
+    return std::uint64_t{colour >> 16 & 0xFF} << 2 * kLaneBits |
+           std::uint64_t{colour >> 8 & 0xFF} << kLaneBits | std::uint64_t{colour & 0xFF};
+}
+
+void add(std::array<std::uint64_t, 3>& sum, std::uint64_t lanes) {
+    for (std::size_t i = 0; i < 3; ++i)
+        sum[i] += lanes >> i * kLaneBits & kLaneMask;
+}
+
+Argb mean(const std::array<std::uint64_t, 3>& sum, std::uint64_t count) {
+    Argb colour = 0xFF000000;
+    for (std::size_t i = 0; i < 3; ++i)
+        colour |= static_cast<Argb>((sum[i] + count / 2) / count) << 8 * i;
+    return colour;
+}
+
+}  // namespace
+
+BlockMeans::BlockMeans(CZellap& chart, const ColourTable& colours, int factor, int first, int end)
+    : chart_(chart), factor_(factor), size_(chart.GetDocumentSize()), left_(std::int64_t{first} * factor) {
+    columns_ = std::min<std::int64_t>(std::int64_t{end} * factor, size_.cx) - left_;
+    std::transform(colours.begin(), colours.end(), lanes_.begin(), lanes_of);
+    indexes_.resize(static_cast<std::size_t>(std::min(columns_, kMostColumns)));
+    lines_.resize(static_cast<std::size_t>(end - first));
+    sums_.resize(lines_.size());
+}
+
+bool BlockMeans::read(int row, Argb* pixels, const std::atomic<bool>& stop) {
+    std::fill(sums_.begin(), sums_.end(), Sum());
+    const std::int64_t first = std::int64_t{row} * factor_;
+    const std::int64_t end = std::min<std::int64_t>(first + factor_, size_.cy);
+    const int flush_after = std::max(kLanePixels / factor_, 1);
+    for (std::int64_t line = first; line < end; ++line) {
+        if (stop || !add_line(static_cast<int>(line))) return false;
+        if ((line - first + 1) % flush_after == 0 || line + 1 == end) flush();
+    }
+    for (std::size_t i = 0; i < sums_.size(); ++i)
+        pixels[i] = mean(sums_[i], static_cast<std::uint64_t>((end - first) * width_of(i)));
+    return true;
+}
+
+std::int64_t BlockMeans::width_of(std::size_t block) const {
+    return std::min(columns_ - static_cast<std::int64_t>(block) * factor_, std::int64_t{factor_});
+}
+
+bool BlockMeans::add_line(int line) {
+    std::size_t block = 0;
+    std::int64_t rest = lines_.empty() ? 0 : width_of(0);
+    for (std::int64_t done = 0; done < columns_;) {
+        const std::int64_t count = std::min(columns_ - done, kMostColumns);
+        if (chart_.getMultiLines(line, 1, static_cast<int>(left_ + done), static_cast<int>(count),
+                                 indexes_.data()) == 0) {
+            return false;
+        }
+        const unsigned char* index = indexes_.data();
+        for (std::int64_t left = count; left > 0;) {
+            const std::int64_t run = std::min({rest, left, std::int64_t{kLanePixels}});
+            Lanes lanes = 0;
+            for (std::int64_t i = 0; i < run; ++i)
+                lanes += lanes_[*index++];
+            // A line of a wide block passes the lanes by itself.
+            if (factor_ > kLanePixels)
+                add(sums_[block], lanes);
+            else
+                lines_[block] += lanes;
+            left -= run;
+            rest -= run;
+            if (rest == 0 && ++block < lines_.size()) rest = width_of(block);
+        }
+        done += count;
+    }
+    return true;
+}
+
+void BlockMeans::flush() {
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        add(sums_[i], lines_[i]);
+        lines_[i] = 0;
+    }
+}
+
+}  // namespace zellap10::plotter
