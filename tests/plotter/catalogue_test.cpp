@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -80,6 +84,104 @@ TEST_F(CatalogueOf, FilesTakesOnlyChartsThatCoverSomething) {
     folder_.write("plain.GEO", "Point=1 1 0 0\nPoint=2 1 0 9\nPoint=1 2 9 0\n");
     EXPECT_TRUE(catalogue_.add_file(folder_.file("plain.chart")));
     EXPECT_EQ(names_of(catalogue_.covering({1.2, 1.2})), Names{"TEST CHART"}) << "the name of its header";
+}
+
+// The inset is at the columns 200 to 400 and the rows 100 to 250; 80 pixels around are its frame.
+TEST_F(CatalogueOf, AChartDoesNotCoverWhatItsInsetHides) {
+    TestChart sheet{900, 700, 50, -2, 0.001, 0.25, true, "Sheet"};
+    ASSERT_TRUE(catalogue_.add_file(sheet.write(folder_, "sheet")));
+    const auto covers = [&](double x, double y) {
+        const auto position = sheet.position(x, y);
+        return !catalogue_.covering({position.latitude + 0.25, position.longitude + 0.25}).empty();
+    };
+    EXPECT_FALSE(covers(300, 200));
+    EXPECT_FALSE(covers(122, 22));
+    EXPECT_FALSE(covers(478, 328));
+    EXPECT_TRUE(covers(118, 200));
+    EXPECT_TRUE(covers(300, 332));
+    EXPECT_EQ(names_of(catalogue_.covering({9.99, 20.01})), Names{"HARBOUR"});
+}
+
+TEST_F(CatalogueOf, AFolderIsOpenedOnceAndThenOnlyWhatHasChanged) {
+    const std::string saved = folder_.file("../zellap10_catalogue_test_" + std::to_string(std::rand()));
+    EXPECT_EQ(catalogue_.add_folder(folder_.file("")).opened, 6) << "with a text beside ocean.GEO";
+    ASSERT_TRUE(catalogue_.save(saved));
+    Catalogue again;
+    ASSERT_TRUE(again.load(saved));
+    const auto report = again.add_folder(folder_.file(""));
+    EXPECT_EQ(report.opened, 0);
+    EXPECT_EQ(report.added, 4);
+    ASSERT_EQ(names_of(again.entries()), names_of(catalogue_.entries()));
+    for (std::size_t i = 0; i < again.entries().size(); ++i) {
+        const auto& entry = *again.entries()[i];
+        const auto& before = *catalogue_.entries()[i];
+        EXPECT_EQ(entry.path, before.path);
+        EXPECT_EQ(entry.inset, before.inset);
+        EXPECT_EQ(entry.metres_per_pixel, before.metres_per_pixel);
+        EXPECT_EQ(entry.outline.corners.size(), before.outline.corners.size());
+        EXPECT_EQ(entry.outline.corners[2].latitude, before.outline.corners[2].latitude);
+        EXPECT_EQ(entry.extent.width, before.extent.width);
+        EXPECT_EQ(entry.hidden.size(), before.hidden.size());
+    }
+    TestChart{310, 200, 65, -30, 0.3, 0, false, "Sea"}.write(folder_, "ocean");
+    std::filesystem::remove(folder_.file("coast.GEO"));
+    Catalogue later;
+    ASSERT_TRUE(later.load(saved));
+    EXPECT_EQ(later.add_folder(folder_.file("")).opened, 2);
+    EXPECT_EQ(names_of(later.entries()), (Names{"Twin", "Fiji", "Sea"}));
+
+    // A cut at many bytes, and one byte wrong: nothing is loaded, or it is.
+    std::ifstream stream(saved, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    for (std::size_t size = 0; size < bytes.size(); size += 5) {
+        samples::write_file(saved, bytes.substr(0, size));
+        ASSERT_FALSE(Catalogue().load(saved)) << size;
+        if (size % 65 != 0) continue;
+        std::string wrong = bytes;
+        wrong[size] = static_cast<char>(~wrong[size]);
+        samples::write_file(saved, wrong);
+        Catalogue damaged;
+        if (damaged.load(saved)) damaged.add_folder(folder_.file(""));
+    }
+    std::filesystem::remove(saved);
+    EXPECT_FALSE(Catalogue().load(saved));
+    EXPECT_FALSE(catalogue_.save(folder_.file("none/there")));
+}
+
+// The queries of 2,000 charts with a grid, against a look at each.
+TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
+    const auto number = [](int i, int modulus) { return i * 7919 % modulus; };
+    samples::write_file(folder_.file("m.chart"), TestChart{}.bytes());
+    for (int i = 0; i < 2000; ++i) {
+        const double south = -85.0 + number(i, 167);
+        const double west = -180.0 + number(i, 359);
+        const double size = i % 50 == 0 ? 40.0 : 0.5 + i % 7;
+        const std::string vertices =
+            "Vertex=" + std::to_string(south) + ' ' + std::to_string(west) +
+            "\nVertex=" + std::to_string(south) + ' ' + std::to_string(std::remainder(west + size, 360.0)) +
+            "\nVertex=" + std::to_string(std::min(south + size, 89.0)) + ' ' +
+            std::to_string(std::remainder(west + size, 360.0)) +
+            "\nVertex=" + std::to_string(std::min(south + size, 89.0)) + ' ' + std::to_string(west) + '\n';
+        folder_.write("m.GEO", vertices);
+        catalogue_.add_file(folder_.file("m.chart"));
+    }
+    const auto all = catalogue_.entries();
+    ASSERT_GT(all.size(), 1900U);
+    for (int i = 0; i < 300; ++i) {
+        const double west = number(i * 3, 360) - 180.0;
+        const zellap10::plotter::Extent extent{-70.0 + i % 100, -70.0 + i % 100 + i % 9, west,
+                                               i % 30 == 0 ? 355.0 : i % 13 * 1.0};
+        Catalogue::Entries expected;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(expected), [&](const auto* entry) {
+            return entry->extent.overlaps(extent) && entry->outline.overlaps(extent);
+        });
+        EXPECT_EQ(catalogue_.overlapping(extent), expected) << i;
+        const zellap10::plotter::Position position{-70.0 + i % 140, west};
+        expected.clear();
+        std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
+                     [&](const auto* entry) { return entry->shows(position); });
+        EXPECT_EQ(catalogue_.covering(position), expected) << i;
+    }
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "zellap10/plotter/catalogue.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -9,6 +7,9 @@
 
 #include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/zellap.h>
+#include <zellap10/plotter/catalogue.h>
+#include <zellap10/plotter/catalogue_state.h>
+#include <zellap10/plotter/inset_area.h>
 
 namespace zellap10::plotter {
 
@@ -20,6 +21,34 @@ bool has_georeference_file(const std::string& path) {
     return georeference != path && std::filesystem::exists(georeference, ignored);
 }
 
+std::vector<CatalogueEntry> entries_of(const std::string& path) {
+    CZellap chart;
+    if (chart.OpenZellap(path.c_str(), 1) == 0) return {};
+    const CSize size = chart.GetDocumentSize();
+    if (size.cx <= 0 || size.cy <= 0) return {};
+    std::vector<CatalogueEntry> entries;
+    const auto add_record = [&](const CGEORec& record, std::optional<int> inset) {
+        Outline outline = outline_of(record);
+        const std::optional<Extent> extent = outline.extent();
+        if (!extent) return;
+        std::string name(record.Name);
+        if (name.empty() && !inset) name = chart.ChartName;
+        entries.push_back(
+            {path, inset, std::move(name), metres_per_pixel_of(record), std::move(outline), *extent, {}});
+    };
+    CGEORec& base = *chart.GetBaseGeoRec();
+    add_record(base, {});
+    if (!entries.empty() && !base.Insets.IsEmpty()) entries.front().hidden = hidden_by_insets(base, size);
+    int number = 0;
+    for (const CGEORec* inset : base.Insets)
+        add_record(*inset, number++);
+    return entries;
+}
+
+bool is_before(double a_metres, std::size_t a_number, double b_metres, std::size_t b_number) {
+    return a_metres < b_metres || (a_metres == b_metres && a_number < b_number);
+}
+
 }  // namespace
 
 std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const Sheet& sheet) {
@@ -28,67 +57,73 @@ std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const S
     return index < sheet.insets().size() ? sheet.insets()[index] : std::nullopt;
 }
 
+bool CatalogueEntry::shows(Position position) const {
+    return extent.contains(position) && outline.covers(position) &&
+           std::none_of(hidden.begin(), hidden.end(),
+                        [position](const Outline& part) { return part.covers(position); });
+}
+
+Catalogue::Catalogue() : state_(std::make_unique<State>()) {}
+Catalogue::~Catalogue() = default;
+Catalogue::Catalogue(Catalogue&&) noexcept = default;
+Catalogue& Catalogue::operator=(Catalogue&&) noexcept = default;
+
 bool Catalogue::add_file(const std::string& path) {
-    CZellap chart;
-    if (chart.OpenZellap(path.c_str(), 1) == 0) return false;
-    if (chart.GetDocumentSize().cx <= 0 || chart.GetDocumentSize().cy <= 0) return false;
-    const std::size_t before = entries_.size();
-    const auto add_record = [&](const CGEORec& record, std::optional<int> inset) {
-        Outline outline = outline_of(record);
-        const std::optional<Extent> extent = outline.extent();
-        if (!extent) return;
-        std::string name(record.Name);
-        if (name.empty() && !inset) name = chart.ChartName;
-        add({path, inset, std::move(name), metres_per_pixel_of(record), std::move(outline), *extent});
-    };
-    const CGEORec& base = *chart.GetBaseGeoRec();
-    add_record(base, {});
-    int number = 0;
-    for (const CGEORec* inset : base.Insets)
-        add_record(*inset, number++);
-    return entries_.size() > before;
+    const FileStamp stamp = file_stamp(path);
+    const auto loaded = state_->loaded.find(path);
+    KnownFile known{stamp, {}};
+    if (loaded != state_->loaded.end() && loaded->second.stamp == stamp) {
+        known.entries = loaded->second.entries;
+    } else {
+        known.entries = entries_of(path);
+        ++state_->opened;
+    }
+    for (const CatalogueEntry& entry : known.entries) {
+        const std::size_t number = state_->entries.size();
+        state_->entries.push_back(std::make_unique<const State::Numbered>(State::Numbered{entry, number}));
+        state_->index.add(entry.extent);
+    }
+    const bool has_entries = !known.entries.empty();
+    state_->added[path] = std::move(known);
+    return has_entries;
 }
 
 FolderReport Catalogue::add_folder(const std::string& path) {
     const FolderFiles files = files_below(path);
-    FolderReport report{0, files.skipped_folders};
+    const int opened = state_->opened;
+    FolderReport report{0, files.skipped_folders, 0};
     for (const std::string& file : files.paths)
         report.added += has_georeference_file(file) && add_file(file) ? 1 : 0;
+    report.opened = state_->opened - opened;
     return report;
 }
 
-void Catalogue::add(CatalogueEntry entry) {
-    auto added = std::make_unique<const CatalogueEntry>(std::move(entry));
-    const auto is_finer = [](const auto& a, const auto& b) {
-        return a->metres_per_pixel.value_or(HUGE_VAL) < b->metres_per_pixel.value_or(HUGE_VAL);
-    };
-    const auto place = std::upper_bound(entries_.begin(), entries_.end(), added, is_finer);
-    entries_.insert(place, std::move(added));
-}
-
 template <class Covers>
-Catalogue::Entries Catalogue::chosen(Covers covers) const {
-    Entries found;
-    for (const auto& entry : entries_) {
-        if (covers(*entry)) found.push_back(entry.get());
+Catalogue::Entries Catalogue::State::chosen(const Extent& extent, Covers covers) const {
+    std::vector<const Numbered*> found;
+    for (const std::size_t number : index.near(extent)) {
+        if (covers(*entries[number])) found.push_back(entries[number].get());
     }
-    return found;
+    std::sort(found.begin(), found.end(), [](const Numbered* a, const Numbered* b) {
+        return is_before(a->metres_per_pixel.value_or(HUGE_VAL), a->number,
+                         b->metres_per_pixel.value_or(HUGE_VAL), b->number);
+    });
+    return {found.begin(), found.end()};
 }
 
 Catalogue::Entries Catalogue::covering(Position position) const {
-    return chosen([position](const CatalogueEntry& entry) {
-        return entry.extent.contains(position) && entry.outline.covers(position);
-    });
+    const Extent extent{position.latitude, position.latitude, normalize_longitude(position.longitude), 0.0};
+    return state_->chosen(extent, [position](const CatalogueEntry& entry) { return entry.shows(position); });
 }
 
 Catalogue::Entries Catalogue::overlapping(const Extent& extent) const {
-    return chosen([&extent](const CatalogueEntry& entry) {
+    return state_->chosen(extent, [&extent](const CatalogueEntry& entry) {
         return entry.extent.overlaps(extent) && entry.outline.overlaps(extent);
     });
 }
 
 Catalogue::Entries Catalogue::entries() const {
-    return chosen([](const CatalogueEntry&) { return true; });
+    return state_->chosen({-90.0, 90.0, -180.0, 360.0}, [](const CatalogueEntry&) { return true; });
 }
 
 }  // namespace zellap10::plotter

@@ -22,6 +22,12 @@ struct CatalogueEntry {
     std::optional<double> metres_per_pixel;  ///< as Georeference::metres_per_pixel
     Outline outline;                         ///< in WGS 84
     Extent extent;                           ///< of the outline
+    /// The parts of a chart's outline that its insets hide with their frames, which are on the 80 pixels
+    /// around the points of an inset.
+    std::vector<Outline> hidden;
+
+    /// Whether the chart or the inset shows a position: inside the outline and not hidden.
+    [[nodiscard]] bool shows(Position position) const;
 };
 
 /// The georeference of an entry after its chart was opened.
@@ -45,6 +51,7 @@ struct FolderFiles {
 struct FolderReport {
     int added = 0;            ///< charts
     int skipped_folders = 0;  ///< as FolderFiles::skipped_folders
+    int opened = 0;           ///< files that were opened, since they were not known by Catalogue::load
 };
 
 /// Charts and insets with what they cover. Files are opened for information only, and none stays open.
@@ -53,11 +60,19 @@ struct FolderReport {
 /// too many forms. Entries without that figure come last. Equally detailed ones keep the order in which they
 /// were added. Entries stay valid as long as the catalogue exists.
 ///
+/// A catalogue of a large folder is filled fast with the help of a file that it was saved to before: `load`,
+/// `add_folder`, `save`. Only new and changed charts are then opened.
+///
 /// Several threads may query a catalogue at the same time while nothing is added to it.
 class Catalogue {
 public:
     /// The result of a query.
     using Entries = std::vector<const CatalogueEntry*>;
+
+    Catalogue();
+    ~Catalogue();
+    Catalogue(Catalogue&&) noexcept;
+    Catalogue& operator=(Catalogue&&) noexcept;
 
     /// Adds a chart and those of its insets that cover something. A file that is added again is in it twice.
     ///
@@ -73,7 +88,19 @@ public:
     /// add_file refuses are ignored.
     FolderReport add_folder(const std::string& path);
 
-    /// The entries that cover a position in WGS 84.
+    /// Saves what is known of the files that were added, and of those that were refused.
+    ///
+    /// @param path  a file of its own. It is replaced when all is written
+    /// @return      false if it cannot be written
+    bool save(const std::string& path) const;
+
+    /// Loads what an earlier catalogue has saved. This adds no entries: it saves add_file from opening the
+    /// charts whose files have the same sizes and times as then.
+    ///
+    /// @return  false if nothing was loaded: the file cannot be read, or is none of `save`
+    bool load(const std::string& path);
+
+    /// The entries that show a position in WGS 84, which no place hidden by an inset does.
     [[nodiscard]] Entries covering(Position position) const;
 
     /// The entries that have a position in common with an extent in WGS 84.
@@ -83,11 +110,9 @@ public:
     [[nodiscard]] Entries entries() const;
 
 private:
-    void add(CatalogueEntry entry);
-    template <class Covers>
-    Entries chosen(Covers covers) const;
+    struct State;
 
-    std::vector<std::unique_ptr<const CatalogueEntry>> entries_;  // in the order of results
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace zellap10::plotter

@@ -1,20 +1,17 @@
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <new>
-#include <system_error>
 #include <tuple>
 
-#include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/chart_store.h>
+#include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/trouble.h>
 
 namespace zellap10::plotter {
 
 namespace {
 
-namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kTileBytes = sizeof(Argb) * kTileStride * kTileStride;
@@ -23,28 +20,6 @@ constexpr int kMostOpen = 64;             // chart objects, each with an open fi
 constexpr int kMostTilesOfJob = 8;        // decoded together, which bounds the memory of a worker
 constexpr int kMostWidth = 1 << 24;       // a line of more pixels may take longer than 0.1 s
 constexpr auto kCheckEvery = std::chrono::seconds(1);
-
-// Size and time of a chart's two files.
-struct Stamp {
-    std::uintmax_t sizes[2] = {};
-    fs::file_time_type times[2] = {};
-
-    bool operator==(const Stamp& other) const {
-        return std::equal(sizes, sizes + 2, other.sizes) && std::equal(times, times + 2, other.times);
-    }
-};
-
-Stamp stamp_of(const std::string& path) {
-    Stamp stamp;
-    int i = 0;
-    for (const std::string& file : {path, chart::georeference_path(path)}) {
-        std::error_code ignored;
-        stamp.sizes[i] = fs::file_size(file, ignored);
-        stamp.times[i] = fs::last_write_time(file, ignored);
-        ++i;
-    }
-    return stamp;
-}
 
 }  // namespace
 
@@ -63,7 +38,7 @@ struct ChartStore::File {
     std::map<TileKey, Cached> tiles;
     Failure failure = Failure::kNone;
     std::string reason;
-    Stamp stamp;
+    FileStamp stamp;
     Clock::time_point checked;
     std::uint64_t used = 0;       // the last drawing that asked for it
     std::uint64_t requested = 0;  // the last drawing that had it opened or compared
@@ -259,7 +234,7 @@ bool ChartStore::run(const Job& job, Lock& lock) {
 bool ChartStore::check(File& file, Lock& lock) {
     const std::string path = file.path;
     lock.unlock();
-    const Stamp stamp = stamp_of(path);
+    const FileStamp stamp = file_stamp(path);
     lock.lock();
     const bool waits = file.failure == Failure::kMemory && Clock::now() - file.checked <= kCheckEvery;
     const bool is_known = file.opened != nullptr || file.failure != Failure::kNone;
@@ -311,7 +286,7 @@ bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
                            object.GetDocumentSize().cy == opened->size.cy;
     std::vector<Tile> tiles;
     if (is_inside) tiles = decode_tiles(object, opened->colours, row, stop_);
-    const bool is_same = stamp_of(file.path) == file.stamp;
+    const bool is_same = file_stamp(file.path) == file.stamp;
     lock.lock();
     if (stop_) return false;
     if (!is_same) {

@@ -1,27 +1,15 @@
+#include <zellap10/plotter/inset_area.h>
 #include <zellap10/plotter/opened_chart.h>
 #include <zellap10/plotter/sheet.h>
 
 namespace zellap10::plotter {
 
-namespace {
-
-PixelOutline outline_of(const PixelRect& rect) {
-    const double left = rect.left;
-    const double top = rect.top;
-    const double right = rect.right;
-    const double bottom = rect.bottom;
-    return PixelOutline({{left, top}, {right, top}, {right, bottom}, {left, bottom}});
-}
-
-}  // namespace
-
 OpenedChart::OpenedChart(CZellap& opened) : size(opened.GetDocumentSize()), colours(colours_of(opened)) {
     const CGEORec& base = *opened.GetBaseGeoRec();
     const Sheet sheet(base, size);
-    // The frame of an inset is on the 80 pixels around its points.
     std::vector<PixelOutline> holes;
     for (const CGEORec* inset : base.Insets)
-        holes.push_back(outline_of(inset->InsetRect));
+        holes.push_back(inset_area(*inset));
     const double width = size.cx;
     const double height = size.cy;
     if (sheet.chart())

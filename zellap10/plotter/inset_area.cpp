@@ -1,0 +1,64 @@
+#include <algorithm>
+#include <optional>
+
+#include <zellap10/plotter/georeference.h>
+#include <zellap10/plotter/inset_area.h>
+
+namespace zellap10::plotter {
+
+namespace {
+
+constexpr double kMargin = 80.0;
+constexpr int kPiecesOfEdge = 8;  // which follow an edge that is not straight in latitude and longitude
+
+Outline outline_on_earth(const PixelOutline& area, const Georeference& chart) {
+    Outline outline;
+    const std::vector<ChartPixel>& corners = area.corners();
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const ChartPixel from = corners[i];
+        const ChartPixel to = corners[(i + 1) % corners.size()];
+        for (int piece = 0; piece < kPiecesOfEdge; ++piece) {
+            const double share = static_cast<double>(piece) / kPiecesOfEdge;
+            const auto position =
+                chart.position_of({from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share});
+            if (!position) return {};
+            const double before =
+                outline.corners.empty() ? position->longitude : outline.corners.back().longitude;
+            outline.corners.push_back({position->latitude, longitude_near(position->longitude, before)});
+        }
+    }
+    return outline;
+}
+
+}  // namespace
+
+PixelOutline inset_area(const CGEORec& inset) {
+    if (inset.Points.IsEmpty()) return {};
+    const CRefPoint& first = **inset.Points.begin();
+    double left = first.X, right = first.X, top = first.Y, bottom = first.Y;
+    for (const CRefPoint* point : inset.Points) {
+        left = std::min<double>(left, point->X);
+        right = std::max<double>(right, point->X);
+        top = std::min<double>(top, point->Y);
+        bottom = std::max<double>(bottom, point->Y);
+    }
+    left -= kMargin;
+    top -= kMargin;
+    right += kMargin;
+    bottom += kMargin;
+    return PixelOutline({{left, top}, {right, top}, {right, bottom}, {left, bottom}});
+}
+
+std::vector<Outline> hidden_by_insets(CGEORec& base, CSize size) {
+    base.solvepoly();
+    std::vector<Outline> hidden;
+    const std::optional<Georeference> chart = Georeference::from(base, size);
+    if (!chart) return hidden;
+    for (const CGEORec* inset : base.Insets) {
+        Outline outline = outline_on_earth(inset_area(*inset), *chart);
+        if (!outline.corners.empty()) hidden.push_back(std::move(outline));
+    }
+    return hidden;
+}
+
+}  // namespace zellap10::plotter
