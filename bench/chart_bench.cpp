@@ -62,9 +62,59 @@ void demand(bool holds, const std::string& what) {
     std::exit(1);
 }
 
+int plain_number(std::FILE* file) {
+    unsigned number = 0;
+    for (int i = 0; i < 4; ++i)
+        number = number << 8 | static_cast<unsigned>(std::getc(file));
+    return static_cast<int>(number);
+}
+
+// Opens a chart and decodes complete lines by plain code, too.
+class BenchChart : public PlainChart {
+public:
+    int plain_open(const char* path) {
+        if (!OpenZellap(path, 1)) return 0;
+        ChartFile = std::fopen(path, "rb");
+        if (ChartFile == nullptr) return 0;
+        std::fseek(ChartFile, -4, SEEK_END);
+        const int table = plain_number(ChartFile);
+        LineCount = Height;
+        std::fseek(ChartFile, table, SEEK_SET);
+        LineOffsets = new std::int32_t[static_cast<std::size_t>(LineCount) + 1];
+        for (int i = 0; i < LineCount; ++i)
+            LineOffsets[i] = plain_number(ChartFile);
+        LineOffsets[LineCount] = table;
+        std::rewind(ChartFile);
+        while (std::getc(ChartFile) != 0x1A) {
+        }
+        std::getc(ChartFile);
+        BitsPerPixel = std::getc(ChartFile);
+        ColourShift = 7 - BitsPerPixel;
+        RunMask = (1 << ColourShift) - 1;
+        ColourMask = ((1 << BitsPerPixel) - 1) << ColourShift;
+        plain_palette();
+        PaletteHandle = CreatePalette(LogPalette);
+        plain_index();
+        return 1;
+    }
+
+    int plain_line(int line, unsigned char* dest) {
+        plain_seek(line);
+        for (int x = 0; x < Width;) {
+            int colour;
+            int length;
+            plain_run(&colour, &length);
+            if (x + length > Width) return 0;
+            std::memset(dest + x, colour, static_cast<std::size_t>(length));
+            x += length;
+        }
+        return 1;
+    }
+};
+
 struct OpenChart {
     std::string path;
-    PlainChart chart;
+    BenchChart chart;
     std::vector<unsigned char> pixels = std::vector<unsigned char>(kSize * kWindowHeight);
     std::vector<unsigned char> expected = pixels;
 
@@ -78,33 +128,33 @@ struct OpenChart {
 };
 
 // Reads a line, a window or a reduced line, with the library or with the plain code.
-using Read = int (*)(PlainChart& chart, int line, unsigned char* dest);
+using Read = int (*)(BenchChart& chart, int line, unsigned char* dest);
 
-int library_line(PlainChart& chart, int line, unsigned char* dest) {
+int library_line(BenchChart& chart, int line, unsigned char* dest) {
     return chart.getLine(line, dest);
 }
-int plain_line(PlainChart& chart, int line, unsigned char* dest) {
+int plain_line(BenchChart& chart, int line, unsigned char* dest) {
     return chart.plain_line(line, dest);
 }
 
 constexpr int kMiddleCol = (kSize - kWindowWidth) / 2;
 constexpr int kMiddleLine = (kSize - kWindowHeight) / 2;
-int library_window(PlainChart& chart, int, unsigned char* dest) {
+int library_window(BenchChart& chart, int, unsigned char* dest) {
     return chart.getMultiLines(kMiddleLine, kWindowHeight, kMiddleCol, kWindowWidth, dest);
 }
-int plain_window(PlainChart& chart, int, unsigned char* dest) {
+int plain_window(BenchChart& chart, int, unsigned char* dest) {
     return chart.plain_window(kMiddleLine, kWindowHeight, kMiddleCol, kWindowWidth, dest);
 }
 // Decodes the lines of the window from their start to the right edge of the window.
-int window_from_left(PlainChart& chart, int, unsigned char* dest) {
+int window_from_left(BenchChart& chart, int, unsigned char* dest) {
     return chart.getMultiLines(kMiddleLine, kWindowHeight, 0, kMiddleCol + kWindowWidth, dest);
 }
 template <int kFactor>
-int library_reduced(PlainChart& chart, int line, unsigned char* dest) {
+int library_reduced(BenchChart& chart, int line, unsigned char* dest) {
     return chart.getAALine(line / kFactor * kFactor, 0, kSize, dest, kFactor, kFactor);
 }
 template <int kFactor>
-int plain_reduced(PlainChart& chart, int line, unsigned char* dest) {
+int plain_reduced(BenchChart& chart, int line, unsigned char* dest) {
     return chart.plain_reduced_line(line / kFactor * kFactor, 0, kSize, dest, kFactor, kFactor);
 }
 
@@ -162,10 +212,10 @@ void register_reads(const std::shared_ptr<OpenChart>& open, int mean) {
 }
 
 // Reads the window of a viewer in the middle of a wide chart, reduced by `factor` and limited to the chart.
-using ReducedLine = int (PlainChart::*)(int, int, int, unsigned char*, int, int);
+using ReducedLine = int (BenchChart::*)(int, int, int, unsigned char*, int, int);
 
 void read_view(OpenChart& open, ReducedLine reduced_line, int factor, unsigned char* dest) {
-    PlainChart& chart = open.chart;
+    BenchChart& chart = open.chart;
     const int columns = std::min(kWindowWidth * factor, chart.Width);
     const int lines = std::min(kWindowHeight, chart.Height / factor);
     const int first_line = (chart.Height - lines * factor) / 2;
@@ -186,16 +236,16 @@ void register_views(const TempFolder& folder) {
             ->Unit(benchmark::kMillisecond);
     };
     for (const int factor : {2, 3, 4, 8, 16}) {
-        read_view(*open, &PlainChart::getAALine, factor, open->pixels.data());
-        read_view(*open, &PlainChart::plain_reduced_line, factor, open->expected.data());
+        read_view(*open, &BenchChart::getAALine, factor, open->pixels.data());
+        read_view(*open, &BenchChart::plain_reduced_line, factor, open->expected.data());
         open->same("views");
-        add("view", &PlainChart::getAALine, factor);
-        add("view_plain", &PlainChart::plain_reduced_line, factor);
+        add("view", &BenchChart::getAALine, factor);
+        add("view_plain", &BenchChart::plain_reduced_line, factor);
     }
 }
 
 // Random colours of the complete cube; widening fills the palette.
-void spread_colours(PlainChart& chart, int count) {
+void spread_colours(BenchChart& chart, int count) {
     std::minstd_rand random(11);
     const auto value = [&random] { return static_cast<unsigned char>(random() >> 8 & 0xFF); };
     chart.HeaderColourCount = count;
@@ -203,12 +253,12 @@ void spread_colours(PlainChart& chart, int count) {
         chart.HeaderColours[i] = {value(), value(), value(), 0};
 }
 
-void library_palette(PlainChart& chart) {
+void library_palette(BenchChart& chart) {
     chart.BuildPal();
     DeleteObject(chart.PaletteHandle);
     chart.PaletteHandle = nullptr;
 }
-void same_palette(PlainChart& a, PlainChart& b) {
+void same_palette(BenchChart& a, BenchChart& b) {
     library_palette(a);
     b.plain_palette();
     demand(std::memcmp(&a.LogPalette, &b.LogPalette, sizeof a.LogPalette) == 0, "palettes differ");
@@ -217,10 +267,10 @@ void same_palette(PlainChart& a, PlainChart& b) {
     demand(std::memcmp(a.ColourIndex, b.ColourIndex, sizeof a.ColourIndex) == 0, "colour indexes differ");
 }
 
-template <void (*kBuild)(PlainChart&)>
+template <void (*kBuild)(BenchChart&)>
 void build(benchmark::State& state) {
-    PlainChart chart;
-    PlainChart plain;
+    BenchChart chart;
+    BenchChart plain;
     spread_colours(chart, static_cast<int>(state.range(0)));
     spread_colours(plain, static_cast<int>(state.range(0)));
     same_palette(chart, plain);
@@ -231,13 +281,13 @@ void build(benchmark::State& state) {
     state.counters["entries"] = chart.LogPalette.palNumEntries;
 }
 
-void library_index(PlainChart& chart) {
+void library_index(BenchChart& chart) {
     chart.BuildPalIndex();
 }
-void plain_index(PlainChart& chart) {
+void plain_index(BenchChart& chart) {
     chart.plain_index();
 }
-void plain_palette(PlainChart& chart) {
+void plain_palette(BenchChart& chart) {
     chart.plain_palette();
 }
 
@@ -247,17 +297,17 @@ BENCHMARK(build<library_palette>)->Name("widening")->Arg(128);
 BENCHMARK(build<plain_palette>)->Name("widening_plain")->Arg(128);
 
 void open_and_close(benchmark::State& state, const OpenChart& open,
-                    int (*open_it)(PlainChart&, const char*)) {
+                    int (*open_it)(BenchChart&, const char*)) {
     for (auto _ : state) {
-        PlainChart chart;
+        BenchChart chart;
         benchmark::DoNotOptimize(open_it(chart, open.path.c_str()));
         chart.CloseZellap();
     }
 }
-int library_open(PlainChart& chart, const char* path) {
+int library_open(BenchChart& chart, const char* path) {
     return chart.OpenZellap(path, 0);
 }
-int plain_open(PlainChart& chart, const char* path) {
+int plain_open(BenchChart& chart, const char* path) {
     return chart.plain_open(path);
 }
 

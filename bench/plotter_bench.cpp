@@ -12,7 +12,7 @@
 #include <testing/temp_folder.h>
 #include <zellap10/plotter/plotter.h>
 
-// What the plotter target costs, on the dynamic library as an application has it.
+// The plotter target on the dynamic library, as in an application.
 
 namespace {
 
@@ -71,7 +71,7 @@ void plotter_position_of(benchmark::State& state, const char* projection) {
 
 constexpr int kFiles = 500;
 
-// Charts with an inset each, as large as the sample charts, strewn over the oceans.
+// Charts with one inset each, as large as the sample charts, all over the oceans.
 class Charts {
 public:
     Charts() {
@@ -98,7 +98,7 @@ public:
     std::vector<std::string> paths;
 
 private:
-    // A square with the entries of a sample chart and 25 points.
+    // A square with 25 points and the entries of a sample chart.
     static samples::GeoSection section(double south, double west, double degrees, int pixels) {
         samples::GeoSection result;
         for (const char* const key :
@@ -141,7 +141,7 @@ void catalogue_500_files(benchmark::State& state) {
 }
 BENCHMARK(catalogue_500_files)->Unit(benchmark::kMillisecond);
 
-// 10,000 charts with an inset each.
+// 10,000 charts with one inset each.
 const Catalogue& large_catalogue() {
     static const Catalogue catalogue = [] {
         const Charts charts;
@@ -180,7 +180,7 @@ constexpr int kWindowWidth = 1920;
 constexpr int kWindowHeight = 1080;
 constexpr int kMostReduced = 4;
 
-// A chart that fills the window at the largest reduction, by runs of 20 pixels.
+// A chart of the window's size at the largest reduction, with runs of 20 pixels.
 class WindowChart : public ChartUnderTest {
 public:
     WindowChart() {
@@ -197,7 +197,7 @@ public:
     }
 };
 
-// The lines of a window, which is what the library alone does of it.
+// The lines of a window, decoded by the library alone.
 void window_lines(benchmark::State& state) {
     WindowChart chart;
     const int factor = static_cast<int>(state.range(0));

@@ -11,40 +11,7 @@ int plain_distance(const PALETTEENTRY& a, int red, int green, int blue) {
            (a.peBlue - blue) * (a.peBlue - blue);
 }
 
-int plain_number(std::FILE* file) {
-    unsigned number = 0;
-    for (int i = 0; i < 4; ++i)
-        number = number << 8 | static_cast<unsigned>(std::getc(file));
-    return static_cast<int>(number);
-}
-
 }  // namespace
-
-int PlainChart::plain_open(const char* path) {
-    if (!OpenZellap(path, 1)) return 0;
-    ChartFile = std::fopen(path, "rb");
-    if (ChartFile == nullptr) return 0;
-    std::fseek(ChartFile, -4, SEEK_END);
-    const int table = plain_number(ChartFile);
-    LineCount = Height;
-    std::fseek(ChartFile, table, SEEK_SET);
-    LineOffsets = new std::int32_t[static_cast<std::size_t>(LineCount) + 1];
-    for (int i = 0; i < LineCount; ++i)
-        LineOffsets[i] = plain_number(ChartFile);
-    LineOffsets[LineCount] = table;
-    std::rewind(ChartFile);
-    while (std::getc(ChartFile) != 0x1A) {
-    }
-    std::getc(ChartFile);
-    BitsPerPixel = std::getc(ChartFile);
-    ColourShift = 7 - BitsPerPixel;
-    RunMask = (1 << ColourShift) - 1;
-    ColourMask = ((1 << BitsPerPixel) - 1) << ColourShift;
-    plain_palette();
-    PaletteHandle = CreatePalette(LogPalette);
-    plain_index();
-    return 1;
-}
 
 void PlainChart::plain_seek(int line) {
     std::fseek(ChartFile, LineOffsets[line], SEEK_SET);
@@ -61,19 +28,6 @@ void PlainChart::plain_run(int* colour, int* length) {
         value = value * 128 + (byte & 0x7F);
     }
     *length = value + 1;
-}
-
-int PlainChart::plain_line(int line, unsigned char* dest) {
-    plain_seek(line);
-    for (int x = 0; x < Width;) {
-        int colour;
-        int length;
-        plain_run(&colour, &length);
-        if (x + length > Width) return 0;
-        std::memset(dest + x, colour, static_cast<std::size_t>(length));
-        x += length;
-    }
-    return 1;
 }
 
 int PlainChart::plain_window(int first_line, int line_count, int first_col, int col_count,

@@ -7,8 +7,6 @@
 /// check the library against it. The protected operations of the library are public here.
 class PlainChart : public CZellap {
 public:
-    int plain_open(const char* path);
-    int plain_line(int line, unsigned char* dest);
     int plain_window(int first_line, int line_count, int first_col, int col_count, unsigned char* dest);
     int plain_reduced_line(int first_line, int first_col, int col_count, unsigned char* dest, int x_factor,
                            int y_factor);
@@ -26,7 +24,7 @@ public:
     using CZellap::seekLine;
     using CZellap::vNextCRL;
 
-private:
+protected:
     void plain_seek(int line);
     void plain_run(int* colour, int* length);
 };
