@@ -49,35 +49,4 @@ ZELLAP10_API void polyconic_f(const tagPPARMS* parms, double lat, double lon, do
 /// longitude is up to 1.1e-4 degrees off. Nearer to the equator, one degree off the central meridian, the
 /// longitude is 4.3e-5 degrees off at latitude 0.01 and 6.5e-3 at 0.0001. Rounding measured: 8e-13 degrees of
 /// latitude, 3e-12 of longitude at most (positions as above).
-ZELLAP10_API void polyconic_init(double lat, double lon, tagPPARMS* parms);
-
-/// Position to plane.
-///
-/// @param parms     the record, from polyconic_init or project_init2
-/// @param lat, lon  degrees, north and east positive
-/// @param x, y      out: metres, positive east of the central meridian and north of the latitude of origin
-///
-/// x and y are finite at the poles. The difference to the central meridian is not wrapped. NaN in, NaN out,
-/// except that y on the equator does not depend on the longitude. Rounding measured: x 3e-9 m, y 3e-8 m at
-/// most between latitudes 1 and 85 (10^6 positions on four ellipsoids, within 20 degrees of the central
-/// meridian). Nearer to the equator 1 - cos E loses digits: y is 3e-5 m off at latitude 0.001. One sine and
-/// one cosine of the latitude serve all terms. They move x and y by up to four last places from the formulas
-/// word for word (x by five in 3 of 10^7 positions).
-ZELLAP10_API void polyconic_f(const tagPPARMS* parms, double lat, double lon, double* x, double* y);
-
-/// Plane to position.
-///
-/// @param parms     the same record
-/// @param x, y      metres
-/// @param lat, lon  out: degrees; neither is folded or wrapped
-///
-/// The way back is an iteration for points of a chart. Far from the central meridian it may end on a latitude
-/// past 90; where it does not settle in a hundred passes both results are NaN, and the longitude is NaN too
-/// where no angle answers. NaN in, NaN out, but the latitude at the equator's own y needs no x. Where the
-/// last pass was a long one, its tolerance shows. Within 20 degrees of the central meridian the latitude
-/// comes back up to 3e-7 degrees off (3 cm) near the equator, 4e-11 from latitude 1 up, and there the
-/// longitude up to 1.1e-4; nearer to the equator one degree off the central meridian comes back 4.3e-5
-/// degrees off at latitude 0.01, 6.5e-3 at 0.0001. Rounding measured: 8e-13 degrees of latitude, 3e-12 of
-/// longitude at most (points as above). The sines and cosines that follow from others moved no result by a
-/// last place.
 ZELLAP10_API void polyconic_i(const tagPPARMS* parms, double x, double y, double* lat, double* lon);
