@@ -1,5 +1,5 @@
 # cmake -D "COMMAND=program;argument;..." -D FOLDER=folder -D EXPECTED=file -P compare_output.cmake: runs a program in a
-# folder and compares what it prints, and its result where that is not 0, with a file.
+# folder and compares what it prints, and its result unless that is 0, with a file.
 execute_process(
   COMMAND ${COMMAND}
   WORKING_DIRECTORY ${FOLDER}
@@ -11,5 +11,5 @@ if(NOT result EQUAL 0)
 endif()
 file(READ ${EXPECTED} expected)
 if(NOT printed STREQUAL expected)
-  message(FATAL_ERROR "${EXPECTED} says otherwise than the program prints:\n${printed}")
+  message(FATAL_ERROR "the output differs from ${EXPECTED}:\n${printed}")
 endif()

@@ -1,5 +1,4 @@
-// Opens the sample charts that the build has drawn, and finds on their pictures what their georeference files
-// promise.
+// Compares the pixels of the sample charts with their georeference files.
 
 #include <algorithm>
 #include <cmath>
@@ -17,18 +16,18 @@ struct ChartRow {
     const char* file;
     const char* name;
     int code, wraps, insets, points;
-    double grid_minutes;  // between the lines of its grid
-    PALETTEENTRY grid;    // their colour
-    double most_pixels;   // residual at the points, by wpxy and by pixel_of
-    double most_degrees;  // from a pixel there and back, by pwxy of pixel_of
+    double grid_minutes;  // between grid lines
+    PALETTEENTRY grid;    // colour of the grid
+    double most_pixels;   // limit of the residuals of wpxy and pixel_of
+    double most_degrees;  // limit of the error of a pixel and back
 };
 
 constexpr PALETTEENTRY kGrey = {168, 174, 180, 0};
 constexpr PALETTEENTRY kBlueGrey = {150, 160, 172, 0};
 
-// The points of charts with a projection fall on whole pixels, so that only rounding is left, which the fit
-// of a small chart magnifies; the polynomials of the one without come within a hundredth of a pixel of a
-// Mercator drawing. The inverse projections stop at 1e-7 radians or so.
+// With a projection the points are at pixel centres, so that only rounding error is left; the fit of a small
+// chart magnifies it. Without a projection, polynomials fit a Mercator drawing to 0.01 pixel. The inverse
+// projections have a tolerance of about 1e-7 radians.
 // clang-format off
 const ChartRow kCharts[] = {
     // file              name             code wraps insets points grid colour     pixels degrees
@@ -41,17 +40,18 @@ const ChartRow kCharts[] = {
 // clang-format on
 const ChartRow kInsets[] = {{"english_channel", "THE SOLENT", 1, 0, 0, 12, 10, kGrey, 1e-3, 1e-8},
                             {"english_channel", "DOVER HARBOUR", 1, 0, 0, 12, 0.5, kGrey, 1e-3, 1e-8}};
-constexpr int kHarbour = 1;  // of these; it is too small for wpxy
+constexpr int kHarbour = 1;  // index of the plan that is too small for wpxy
 
 constexpr int kSamplesOfLine = 150;
-constexpr double kLeastShare = 0.95;  // of a grid's samples; names, the title and the rose cover up to 0.03
+constexpr double kLeastShare =
+    0.95;  // of the samples of a grid; names, the title and the rose cover up to 0.03
 
 void open(CZellap& chart, const ChartRow& row) {
     const std::string path = std::string(SAMPLE_CHARTS_DIR) + "/" + row.file + ".chart";
     ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
 }
 
-// Looks along the meridians and parallels of a record, at the pixels around where pixel_of puts them.
+// Looks for the meridians and parallels of a record at the pixels that pixel_of returns.
 class Grid {
 public:
     Grid(CZellap& chart, const CGEORec& record, const ChartRow& row)
@@ -184,7 +184,7 @@ TEST(SampleCharts, HaveAHarbourPlanThatIsTooSmallForWpxy) {
     EXPECT_NEAR((there.latitude - 51.11) * 111120, 2000, 10) << "2 km are 800 pixels of 2.5 m";
 }
 
-// The figure of the page on plotting a route: how far the chart's own datum is from WGS-84.
+// The distance between the chart's own datum and WGS 84, as in docs/plotting.md.
 TEST(SampleCharts, LieAsFarFromWgs84AsTheyAreSaidTo) {
     CZellap chart;
     open(chart, kCharts[0]);

@@ -7,8 +7,8 @@
 
 #include <zellap10/zellap10.h>
 
-// An application on the installed library: one name of each header, and what a boundary can lose besides
-// names.
+// An application that uses the installed library: one name of each header, and what else the boundary of a
+// library can break.
 
 namespace {
 
@@ -67,9 +67,9 @@ void use_numbers() {
     mercator_f(&parms, lat, lon, &x, &y);
     expect(std::fabs(x - 111319.5) < 1.0, "a projection");
     datum_to_WGS(&lat, &lon, &h, 117);
-    expect(h == 0.0, "no shift from WGS-84 to itself");
+    expect(h == 0.0, "no shift from WGS 84 to itself");
     expect(std::fabs(m_distance(0.0, 0.0, 1.0, 0.0) - 60.0) < 1e-9, "a degree is 60 nautical miles");
-    expect(m_advance_d(&lat, &lon, 5.0, 0.0) == 5.0, "a way made good");
+    expect(m_advance_d(&lat, &lon, 5.0, 0.0) == 5.0, "an advance");
 }
 
 }  // namespace

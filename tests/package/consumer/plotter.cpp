@@ -5,7 +5,7 @@
 
 using namespace zellap10::plotter;
 
-// An application on the installed plotter target: something of each header is taken up once.
+// An application that uses the installed plotter target: one name of each header.
 int main() {
     CZellap chart;
     const CGEORec& record = *chart.GetBaseGeoRec();
