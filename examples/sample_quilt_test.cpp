@@ -1,0 +1,218 @@
+// Quilts the sample charts: coasts of different sheets must meet, and Fiji must be complete.
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <testing/temp_folder.h>
+#include <zellap10/plotter/quilt.h>
+
+namespace {
+
+using namespace zellap10::plotter;
+
+constexpr Argb kBackground = 0xFF00FF00;
+constexpr double kCourses[] = {0.0, 52.0, 200.0};
+
+const std::string kFolder = SAMPLE_CHARTS_DIR;
+
+struct Picture {
+    ScreenSize size;
+    std::vector<Argb> pixels;
+
+    Argb at(int x, int y) const { return pixels[static_cast<std::size_t>(y * size.width + x)]; }
+};
+
+Picture drawn(Quilt& quilt, const MapView& view) {
+    const ScreenSize size = view.size();
+    Picture picture{size, std::vector<Argb>(static_cast<std::size_t>(size.width * size.height))};
+    const Bitmap bitmap{picture.pixels.data(), size.width, size.height, size.width * 4};
+    EXPECT_TRUE(quilt.draw_complete(view, ColourScheme::kDay, kBackground, bitmap).complete);
+    return picture;
+}
+
+// A chart of which the quilt knows the sheet alone, or one inset.
+class Part {
+public:
+    Part(const std::string& name, int inset) {
+        std::filesystem::copy_file(kFolder + "/" + name + ".chart", folder_.file("part.chart"));
+        std::ifstream from(kFolder + "/" + name + ".GEO", std::ios::binary);
+        std::string kept;
+        int section = -1;
+        for (std::string line; std::getline(from, line);) {
+            section += line.rfind("[Inset", 0) == 0 ? 1 : 0;
+            const bool is_place = line.rfind("Point", 0) == 0 || line.rfind("Vertex", 0) == 0;
+            if (section == inset || (section < 0 && !is_place)) kept += line + '\n';
+        }
+        folder_.write("part.GEO", kept);
+        auto catalogue = std::make_shared<Catalogue>();
+        EXPECT_TRUE(catalogue->add_file(folder_.file("part.chart")));
+        EXPECT_EQ(catalogue->entries().size(), 1U);
+        quilt_ = std::make_unique<Quilt>(catalogue);
+    }
+
+    Quilt& quilt() { return *quilt_; }
+
+private:
+    TempFolder folder_;
+    std::unique_ptr<Quilt> quilt_;
+};
+
+// 1 on land, -1 at sea, 0 under lines, names and lights and off the chart. The shore line is as wide on land
+// as at sea.
+int land_at(const Picture& picture, int x, int y) {
+    const Argb pixel = picture.at(x, y);
+    const int red = static_cast<int>(pixel >> 16 & 0xFF);
+    const int blue = static_cast<int>(pixel & 0xFF);
+    const int green = static_cast<int>(pixel >> 8 & 0xFF);
+    if (pixel == kBackground || red < 150 || green < red - 40) return 0;
+    return red > blue + 30 ? 1 : -1;
+}
+
+// Whether both pictures show a chart around a pixel.
+bool both_show(const Picture& a, const Picture& b, int x, int y, int margin) {
+    for (const int dx : {-margin, 0, margin}) {
+        for (const int dy : {-margin, 0, margin}) {
+            if (a.at(x + dx, y + dy) == kBackground || b.at(x + dx, y + dy) == kBackground) return false;
+        }
+    }
+    return true;
+}
+
+struct Shift {
+    int x, y;
+};
+
+// The shift at which the land of two pictures differs least.
+Shift best_shift(const Picture& a, const Picture& b) {
+    constexpr int kMost = 4;
+    int different[2 * kMost + 1][2 * kMost + 1] = {};
+    int compared = 0;
+    for (int y = kMost; y < a.size.height - kMost; ++y) {
+        for (int x = kMost; x < a.size.width - kMost; ++x) {
+            if (!both_show(a, b, x, y, kMost)) continue;
+            ++compared;
+            const int land = land_at(a, x, y);
+            for (int dy = -kMost; dy <= kMost; ++dy) {
+                for (int dx = -kMost; dx <= kMost; ++dx) {
+                    const int difference = land - land_at(b, x + dx, y + dy);
+                    different[dy + kMost][dx + kMost] += difference * difference;
+                }
+            }
+        }
+    }
+    EXPECT_GT(compared, 100);
+    const int* const first = &different[0][0];
+    const auto best = static_cast<int>(
+        std::min_element(first, first + std::size(different) * std::size(different)) - first);
+    return {best % (2 * kMost + 1) - kMost, best / (2 * kMost + 1) - kMost};
+}
+
+const struct {
+    const char* name;
+    const char* files[2];
+    int insets[2];
+    Position middle;
+    double metres[5];
+} kPairs[] = {
+    {"Western and English Channel",
+     {"western_channel", "english_channel"},
+     {-1, -1},
+     {50.3, -3.6},
+     {80, 120, 170, 300, 500}},
+    {"Western Channel and Channel Lambert",
+     {"western_channel", "channel_lambert"},
+     {-1, -1},
+     {50.3, -3.6},
+     {80, 120, 170, 300, 500}},
+    {"English Channel and Channel Lambert",
+     {"english_channel", "channel_lambert"},
+     {-1, -1},
+     {49.7, -1.6},
+     {80, 120, 170, 300, 500}},
+};
+
+TEST(SampleQuilt, HasCoastsThatMeetWithinAPixel) {
+    for (const auto& pair : kPairs) {
+        Part first(pair.files[0], pair.insets[0]);
+        Part second(pair.files[1], pair.insets[1]);
+        for (const double metres : pair.metres) {
+            for (const double course : kCourses) {
+                SCOPED_TRACE(std::string(pair.name) + ' ' + std::to_string(metres) + ' ' +
+                             std::to_string(course));
+                const MapView view(pair.middle, metres, {360, 360}, course);
+                const Shift shift = best_shift(drawn(first.quilt(), view), drawn(second.quilt(), view));
+                EXPECT_LE(std::abs(shift.x), 1) << shift.y;
+                EXPECT_LE(std::abs(shift.y), 1);
+            }
+        }
+    }
+}
+
+// The shore line of the sheet is wider than the harbour plan's land in places: the plan's coast must be under
+// it.
+TEST(SampleQuilt, HasTheCoastOfDoverHarbourUnderThatOfItsSheet) {
+    Part sheet("english_channel", -1);
+    Part harbour("english_channel", 1);
+    for (const double metres : {10.0, 18.0, 27.0, 38.0, 50.0}) {
+        for (const double course : kCourses) {
+            SCOPED_TRACE(std::to_string(metres) + ' ' + std::to_string(course));
+            const MapView view({51.12, 1.33}, metres, {360, 360}, course);
+            const Picture a = drawn(sheet.quilt(), view);
+            const Picture b = drawn(harbour.quilt(), view);
+            int compared = 0;
+            int different = 0;
+            for (int y = 1; y < 359; ++y) {
+                for (int x = 1; x < 359; ++x) {
+                    const int product = both_show(a, b, x, y, 1) ? land_at(a, x, y) * land_at(b, x, y) : 0;
+                    compared += product != 0 ? 1 : 0;
+                    different += product < 0 ? 1 : 0;
+                }
+            }
+            EXPECT_GT(compared, 500);
+            EXPECT_LT(different, 0.05 * compared) << "the piers alone are 4 percent";
+        }
+    }
+}
+
+TEST(SampleQuilt, ShowsFijiCompleteAcrossThe180thMeridian) {
+    auto catalogue = std::make_shared<Catalogue>();
+    ASSERT_TRUE(catalogue->add_file(kFolder + "/fiji.chart"));
+    const Outline outline = catalogue->entries()[0]->outline;
+    Quilt quilt(catalogue);
+    for (const double metres : {70.0, 220.0, 600.0, 2000.0, 15000.0}) {
+        for (const double course : kCourses) {
+            for (const double longitude : {179.9, -179.9}) {
+                SCOPED_TRACE(std::to_string(metres) + ' ' + std::to_string(course));
+                const MapView view({-17.5, longitude}, metres, {400, 300}, course);
+                const Picture picture = drawn(quilt, view);
+                int shown = 0;
+                for (int y = 0; y < 300; ++y) {
+                    for (int x = 0; x < 400; ++x) {
+                        const Position position = view.to_position({x * 1.0, y * 1.0}).value();
+                        const double pixel = 2e-5 * metres;  // more than a pixel and a half, degrees
+                        bool is_inside = true;
+                        for (const double north : {-pixel, pixel}) {
+                            for (const double east : {-pixel, pixel})
+                                is_inside = is_inside && outline.covers({position.latitude + north,
+                                                                         position.longitude + east});
+                        }
+                        if (!is_inside) continue;
+                        ASSERT_NE(picture.at(x, y), kBackground) << x << ' ' << y;
+                        ++shown;
+                    }
+                }
+                EXPECT_GT(shown, 500);
+            }
+        }
+    }
+}
+
+}  // namespace
