@@ -11,8 +11,8 @@ int main(int argc, char** argv) {
     if (argc != 2) return 2;
     CZellap chart;
     if (chart.OpenZellap(argv[1], 0) == 0) {
-        const auto trouble = trouble_with_chart(argv[1]);
-        std::fprintf(stderr, "%s\n", trouble ? trouble->text.c_str() : "Memory ran out.");
+        const auto diagnosis = diagnose_chart(argv[1]);
+        std::fprintf(stderr, "%s\n", diagnosis ? diagnosis->text.c_str() : "Memory ran out.");
         return 1;
     }
     std::vector<Argb> pixels(800 * 600);

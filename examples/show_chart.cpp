@@ -153,11 +153,10 @@ void show(const std::filesystem::path& chart_file, const std::filesystem::path& 
     CZellap chart;
     const std::string path = chart_file.string();
     if (chart.OpenZellap(path.c_str(), 0) == 0) {
-        const auto trouble = trouble_with_chart(path.c_str());
-        throw std::runtime_error(path + ": " + (trouble ? trouble->text : "It could not be opened."));
+        const auto diagnosis = diagnose_chart(path);
+        throw std::runtime_error(path + ": " + (diagnosis ? diagnosis->text : "It could not be opened."));
     }
-    if (const auto trouble = trouble_with_georeference(path.c_str()))
-        std::printf("%s\n", trouble->text.c_str());
+    if (const auto diagnosis = diagnose_georeference(path)) std::printf("%s\n", diagnosis->text.c_str());
     if (route.empty()) route = sample_route(chart.ChartName);
     std::filesystem::create_directories(output_dir);
     print_header(chart);

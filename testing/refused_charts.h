@@ -3,7 +3,7 @@
 #include <string>
 
 #include <testing/chart_under_test.h>
-#include <zellap10/plotter/trouble.h>
+#include <zellap10/plotter/diagnosis.h>
 
 /// The small chart with another height in its header, and another place of its line table.
 inline std::string small_chart_of_height(const std::string& height, char table = 69) {
@@ -27,16 +27,16 @@ struct RefusedChart {
 
 inline const RefusedChart kRefusedCharts[] = {
     {"empty", "", zellap10::plotter::Fault::kTooSmall,
-     "The file is empty. It names no size and is perhaps no chart."},
+     "The file is empty. It gives no size and may not be a chart."},
     {"shorter than the tail pointer", "\x1A", zellap10::plotter::Fault::kTooSmall,
-     "The file ends within its first bytes. It names no size and is perhaps no chart."},
+     "The file ends within its first bytes. It gives no size and may not be a chart."},
     {"no end of the text", text_of_size(20, 0) + std::string(20, '\0'),
      zellap10::plotter::Fault::kNoEndOfText,
      "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."},
     {"text end is the last byte", text_of_size(20, 0) + "\x1A", zellap10::plotter::Fault::kNoEndOfText,
      "The file ends with its text part."},
     {"bits per pixel 0", samples::chart_bytes("", 0, {}), zellap10::plotter::Fault::kBitsPerPixel,
-     "The file gives 0 bits per pixel; there can be 1 to 7. It names no size and is perhaps no chart."},
+     "The file gives 0 bits per pixel; there can be 1 to 7. It gives no size and may not be a chart."},
     {"bits per pixel 8", samples::chart_bytes(text_of_size(20, 0), 8, {}),
      zellap10::plotter::Fault::kBitsPerPixel, "The file gives 8 bits per pixel; there can be 1 to 7."},
     {"a table of 2147483647 lines", small_chart_of_height("2147483647"), zellap10::plotter::Fault::kLineTable,

@@ -2,14 +2,14 @@
 
 #include <filesystem>
 
-#include <zellap10/plotter/trouble.h>
+#include <zellap10/plotter/diagnosis.h>
 
 namespace viewer {
 
 Chart::Chart(const std::string& file) : path(file), name(std::filesystem::path(file).filename().string()) {
     auto chart = std::make_unique<CZellap>();
     if (!chart->OpenZellap(file.c_str(), 0)) {
-        const auto fault = zellap10::plotter::trouble_with_chart(file.c_str());
+        const auto fault = zellap10::plotter::diagnose_chart(file);
         trouble = fault ? fault->text : "There is not enough memory for it.";
         return;
     }
@@ -22,7 +22,7 @@ Chart::Chart(const std::string& file) : path(file), name(std::filesystem::path(f
     if (zellap->ChartName[0] != '\0') name = zellap->ChartName;
     sheet = Sheet(record(), size);
     if (sheet.chart()) return;
-    const auto fault = zellap10::plotter::trouble_with_georeference(file.c_str());
+    const auto fault = zellap10::plotter::diagnose_georeference(file);
     trouble = fault ? fault->text : "Its georeference file has no points that a fit could use.";
 }
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <system_error>
 
-#include <zellap10/plotter/trouble.h>
+#include <zellap10/plotter/diagnosis.h>
 
 namespace viewer {
 
@@ -15,8 +15,7 @@ namespace {
 
 bool may_be_chart(const std::string& path) {
     if (fs::path(path).extension() == ".GEO") return false;
-    return !zellap10::plotter::trouble_with_georeference(path.c_str()) ||
-           !zellap10::plotter::trouble_with_chart(path.c_str());
+    return !zellap10::plotter::diagnose_georeference(path) || !zellap10::plotter::diagnose_chart(path);
 }
 
 }  // namespace

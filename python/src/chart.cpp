@@ -34,8 +34,8 @@ py::str text(const char* bytes) {
 }
 
 std::string reason(const std::string& path) {
-    const auto trouble = plotter::trouble_with_chart(path.c_str());
-    return path + ": " + (trouble ? trouble->text : "Memory ran out.");
+    const auto diagnosis = plotter::diagnose_chart(path);
+    return path + ": " + (diagnosis ? diagnosis->text : "Memory ran out.");
 }
 
 /// An open chart. An object of the library is for one thread at a time, so a lock is held while it decodes.

@@ -184,4 +184,21 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
     }
 }
 
+#if !defined(_WIN32)
+// A folder whose path is too long for the system: it gets that long when a folder above it is renamed.
+TEST_F(CatalogueOf, SkipsAndCountsFoldersThatItCannotEnter) {
+    namespace fs = std::filesystem;
+    fs::path deep = folder_.file("b");
+    while (deep.string().size() < 3900)
+        deep /= std::string(200, 'd');
+    fs::create_directories(deep);
+    const fs::path renamed = folder_.file(std::string(250, 'b'));
+    fs::rename(folder_.file("b"), renamed);
+    const auto report = catalogue_.add_folder(folder_.file(""));
+    fs::rename(renamed, folder_.file("b"));
+    EXPECT_EQ(report.added, 4) << "what is after it is searched too";
+    EXPECT_EQ(report.skipped_folders, 1);
+}
+#endif
+
 }  // namespace

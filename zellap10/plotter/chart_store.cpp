@@ -5,8 +5,8 @@
 
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/chart_store.h>
+#include <zellap10/plotter/diagnosis.h>
 #include <zellap10/plotter/file_stamp.h>
-#include <zellap10/plotter/trouble.h>
 
 namespace zellap10::plotter {
 
@@ -256,7 +256,7 @@ bool ChartStore::open(File& file, Lock& lock) {
     std::shared_ptr<const OpenedChart> opened = before;
     std::string reason;
     if (object->OpenZellap(path.c_str(), 0) == 0) {
-        const std::optional<Trouble> diagnosis = trouble_with_chart(path.c_str());
+        const std::optional<Diagnosis> diagnosis = diagnose_chart(path);
         reason = diagnosis ? diagnosis->text : "The chart cannot be opened.";
     } else if (object->GetDocumentSize().cx < 1 || object->GetDocumentSize().cy < 1) {
         reason = "The chart has no pixels.";

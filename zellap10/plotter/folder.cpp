@@ -16,8 +16,7 @@ bool search(const fs::path& folder, std::vector<std::string>& files, std::vector
     fs::directory_iterator entry(folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         std::error_code ignored;
-        const fs::file_status status = entry->symlink_status(ignored);
-        if (fs::is_directory(status)) {
+        if (!entry->is_symlink(ignored) && entry->is_directory(ignored)) {
             folders.push_back(entry->path());
             continue;
         }

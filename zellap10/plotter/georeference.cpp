@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -64,8 +65,11 @@ double middle_longitude(const CGEORec& record) {
     return 0.5 * west + 0.5 * east;
 }
 
-// How far outside a box a point is; 0 inside.
+constexpr Vector kNone{std::numeric_limits<double>::quiet_NaN(), 0.0};
+
+// How far outside a box a point is; 0 inside, and infinite if it is not finite.
 double outside(const Box& box, Vector point) {
+    if (!is_finite(point)) return HUGE_VAL;
     return std::max(
         {box.min.x - point.x, point.x - box.max.x, box.min.y - point.y, point.y - box.max.y, 0.0});
 }
@@ -86,16 +90,16 @@ struct Georeference::State {
     PixelOutline pixel_outline;
     std::optional<double> metres_per_pixel;
 
-    // The pixel of a longitude and latitude in the turn of the fit.
-    //
-    // @param hint  a pixel near it
-    std::optional<Vector> pixel_in_turn(Vector position, std::optional<Vector> hint = {}) const {
-        std::optional<Vector> pixel;
-        if (record.ProjCode == 0)
-            pixel = direct_pixel_of(record, position, hint ? *hint : start_for(record, starts, position));
-        else
-            pixel = projected_pixel_of(record, position);
-        return pixel && is_finite(*pixel) ? pixel : std::nullopt;
+    // The pixel of a longitude and latitude in the turn of the fit; not finite if there is none.
+    Vector pixel_in_turn(Vector position) const {
+        if (record.ProjCode != 0) return projected_pixel_of(record, position);
+        return direct_pixel_of(record, position, start_for(record, starts, position)).value_or(kNone);
+    }
+
+    // The same with a pixel near it.
+    Vector pixel_near(Vector position, Vector start) const {
+        if (record.ProjCode != 0) return projected_pixel_of(record, position);
+        return direct_pixel_of(record, position, start).value_or(kNone);
     }
 };
 
@@ -116,7 +120,8 @@ std::optional<Georeference> Georeference::from(const CGEORec& record, CSize size
     for (const Position corner : state->chart_datum_outline.corners)
         corners.push_back(vector_of(corner));
     state->pixel_outline = PixelOutline(trace_pixels(
-        corners, [&state](Vector position, auto hint) { return state->pixel_in_turn(position, hint); }));
+        corners, [&state](Vector position) { return state->pixel_in_turn(position); },
+        [&state](Vector position, Vector start) { return state->pixel_near(position, start); }));
     state->metres_per_pixel = metres_per_pixel_of(record);
     return Georeference(state);
 }
@@ -137,15 +142,15 @@ std::optional<ChartPixel> Georeference::pixel_of_chart_datum(Position position) 
     // Farther from the middle, a chart as wide as the earth may show the position on its other side.
     constexpr double kCertain = 90.0;
     const Vector target{longitude_near(position.longitude, middle), position.latitude};
-    std::optional<Vector> pixel = state_->pixel_in_turn(target);
+    Vector pixel = state_->pixel_in_turn(target);
     if (std::fabs(target.x - middle) > kCertain) {
         const double turn = target.x < middle ? 360.0 : -360.0;
-        const std::optional<Vector> other = state_->pixel_in_turn({target.x + turn, target.y});
-        if (other && (!pixel || outside(state_->raster, *other) < outside(state_->raster, *pixel)))
-            pixel = other;
+        const Vector other = state_->pixel_in_turn({target.x + turn, target.y});
+        const double apart = outside(state_->raster, other);
+        if (apart < outside(state_->raster, pixel)) pixel = other;
     }
-    if (!pixel) return std::nullopt;
-    return ChartPixel{pixel->x, pixel->y};
+    if (!is_finite(pixel)) return std::nullopt;
+    return ChartPixel{pixel.x, pixel.y};
 }
 
 std::optional<Position> Georeference::position_of(ChartPixel pixel) const {
@@ -154,7 +159,8 @@ std::optional<Position> Georeference::position_of(ChartPixel pixel) const {
 }
 
 std::optional<ChartPixel> Georeference::pixel_of(Position position) const {
-    return pixel_of_chart_datum(to_chart_datum(position));
+    return pixel_of_chart_datum({position.latitude - state_->record.LatitudeOffset,
+                                 position.longitude - state_->record.LongitudeOffset});
 }
 
 Position Georeference::to_wgs84(Position in_chart_datum) const {

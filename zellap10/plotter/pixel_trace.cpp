@@ -8,6 +8,8 @@ namespace zellap10::plotter {
 
 namespace {
 
+using PixelNear = std::function<Vector(Vector, Vector)>;
+
 constexpr double kTolerance = 0.25;         // pixels between an edge and its chord
 constexpr double kShortEdge = 16.0;         // pixels; the bend of shorter edges is smaller than that
 constexpr int kMostDivisions = 8;           // of an edge, into 256 pieces
@@ -35,7 +37,7 @@ double distance_from_line(Vector point, Vector a, Vector b) {
 
 class Tracer {
 public:
-    explicit Tracer(const PixelOf& pixel_of) : pixel_of_(pixel_of) {}
+    explicit Tracer(const PixelNear& pixel_near) : pixel_near_(pixel_near) {}
 
     void add_corner(Vector pixel) { pixels_.push_back({pixel.x, pixel.y}); }
 
@@ -45,36 +47,39 @@ public:
         if (depth == kMostDivisions || extra_ == kMostExtra) return;
         if (!(length(b.pixel - a.pixel) > kShortEdge)) return;
         const Vector position = middle_of(a.position, b.position);
-        const auto pixel = pixel_of_(position, middle_of(a.pixel, b.pixel));
-        if (!pixel) return;
-        if (depth > 0 && distance_from_line(*pixel, a.pixel, b.pixel) <= kTolerance) return;
+        const Vector pixel = pixel_near_(position, middle_of(a.pixel, b.pixel));
+        if (!is_finite(pixel)) return;
+        if (depth > 0 && distance_from_line(pixel, a.pixel, b.pixel) <= kTolerance) return;
         ++extra_;
-        const Place middle{position, *pixel};
+        const Place middle{position, pixel};
         add_between(a, middle, depth + 1);
-        add_corner(*pixel);
+        add_corner(pixel);
         add_between(middle, b, depth + 1);
     }
 
     std::vector<ChartPixel> pixels() { return std::move(pixels_); }
 
 private:
-    const PixelOf& pixel_of_;
+    const PixelNear& pixel_near_;
     std::vector<ChartPixel> pixels_;
     std::size_t extra_ = 0;
 };
 
 }  // namespace
 
-std::vector<ChartPixel> trace_pixels(const std::vector<Vector>& corners, const PixelOf& pixel_of) {
+std::vector<ChartPixel> trace_pixels(const std::vector<Vector>& corners,
+                                     const std::function<Vector(Vector)>& pixel_of,
+                                     const PixelNear& pixel_near) {
+    const bool follows = corners.size() > kManyCorners;
     std::vector<Place> places;
     for (const Vector corner : corners) {
-        std::optional<Vector> hint;
-        if (corners.size() > kManyCorners && !places.empty()) hint = places.back().pixel;
-        std::optional<Vector> pixel = pixel_of(corner, hint);
-        if (!pixel && hint) pixel = pixel_of(corner, {});
-        if (pixel) places.push_back({corner, *pixel});
+        Place place{corner, {}};
+        const bool has_start = follows && !places.empty();
+        if (has_start) place.pixel = pixel_near(corner, places.back().pixel);
+        if (!has_start || !is_finite(place.pixel)) place.pixel = pixel_of(corner);
+        if (is_finite(place.pixel)) places.push_back(place);
     }
-    Tracer tracer(pixel_of);
+    Tracer tracer(pixel_near);
     for (std::size_t i = 0; i < places.size(); ++i) {
         tracer.add_corner(places[i].pixel);
         tracer.add_between(places[i], places[(i + 1) % places.size()]);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 #include <zellap10/plotter/position.h>
@@ -9,11 +8,14 @@
 
 namespace zellap10::plotter {
 
-/// Gives the pixel of a longitude and latitude, perhaps with the help of a pixel near it.
-using PixelOf = std::function<std::optional<Vector>(Vector position, std::optional<Vector> hint)>;
-
 /// The polygon of corners on the raster. Long edges are divided until they follow those between longitudes
 /// and latitudes to 0.25 pixel. Corners without a pixel are left out.
-std::vector<ChartPixel> trace_pixels(const std::vector<Vector>& corners, const PixelOf& pixel_of);
+///
+/// @param corners     longitudes and latitudes
+/// @param pixel_of    returns their pixels; not finite if there is none
+/// @param pixel_near  the same, with a pixel near the result as second argument
+std::vector<ChartPixel> trace_pixels(const std::vector<Vector>& corners,
+                                     const std::function<Vector(Vector)>& pixel_of,
+                                     const std::function<Vector(Vector, Vector)>& pixel_near);
 
 }  // namespace zellap10::plotter

@@ -6,6 +6,7 @@
 
 #include <zellap10/plotter/catalogue.h>
 #include <zellap10/plotter/colours.h>
+#include <zellap10/plotter/diagnosis.h>
 #include <zellap10/plotter/georeference.h>
 #include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/outline.h>
@@ -16,5 +17,4 @@
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/sheet.h>
 #include <zellap10/plotter/text.h>
-#include <zellap10/plotter/trouble.h>
 #include <zellap10/plotter/viewport.h>

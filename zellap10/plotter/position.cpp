@@ -4,13 +4,8 @@
 
 namespace zellap10::plotter {
 
-double normalize_longitude(double longitude) {
-    return std::fabs(longitude) <= 180.0 ? longitude : std::remainder(longitude, 360.0);
-}
-
-double longitude_near(double longitude, double reference) {
-    const double east = longitude - reference;
-    return std::fabs(east) <= 180.0 ? longitude : reference + std::remainder(east, 360.0);
+double moved_near(double longitude, double reference) {
+    return reference + std::remainder(longitude - reference, 360.0);
 }
 
 double degrees_east(double longitude, double meridian) {

@@ -41,12 +41,20 @@ enum class Datum {
 /// Metres in a nautical mile.
 constexpr double kMetresPerNauticalMile = 1852.0;
 
-/// The longitude from -180 to 180. A longitude in this range is returned unchanged.
-[[nodiscard]] double normalize_longitude(double longitude);
+/// The longitude in the turn nearest to a reference, although it may be in that turn already.
+[[nodiscard]] double moved_near(double longitude, double reference);
 
 /// The longitude in the turn nearest to a reference. A longitude within 180 degrees of it is returned
 /// unchanged.
-[[nodiscard]] double longitude_near(double longitude, double reference);
+[[nodiscard]] inline double longitude_near(double longitude, double reference) {
+    const double east = longitude - reference;
+    return east >= -180.0 && east <= 180.0 ? longitude : moved_near(longitude, reference);
+}
+
+/// The longitude from -180 to 180. A longitude in this range is returned unchanged.
+[[nodiscard]] inline double normalize_longitude(double longitude) {
+    return longitude_near(longitude, 0.0);
+}
 
 /// How far east of a meridian a longitude is, from 0 to 360.
 [[nodiscard]] double degrees_east(double longitude, double meridian);

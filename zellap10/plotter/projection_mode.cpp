@@ -1,6 +1,7 @@
 #include "zellap10/plotter/projection_mode.h"
 
 #include <cmath>
+#include <limits>
 
 #include <zellap10/platform/angle.h>
 
@@ -8,7 +9,7 @@ namespace zellap10::plotter {
 
 namespace {
 
-constexpr int kPassesPerJacobian = 3;  // near the chart these leave 1e-8 metres
+constexpr int kPassesNear = 3;  // these leave 1e-8 metres
 constexpr int kMaxPasses = 50;
 constexpr double kMetres = 1e-8;  // rounding error near the chart
 constexpr double kConvergedMetres = 1e-7;
@@ -16,9 +17,10 @@ constexpr double kConvergedStep = 1e-12;  // degrees; near a pole of Mercator's 
 constexpr double kStepDegrees = 1e-5;     // a metre, for the Jacobian
 
 Vector project(const CGEORec& record, Vector position) {
-    Vector plane;
-    record.ProjFwd(position.x, position.y, &plane.x, &plane.y);
-    return plane;
+    double easting = 0.0;
+    double northing = 0.0;
+    record.ProjFwd(position.x, position.y, &easting, &northing);
+    return {easting, northing};
 }
 
 // How far from the central meridian a projection has a meaning, DEGREES.
@@ -33,35 +35,40 @@ bool is_in_reach(const CGEORec& record, Vector position) {
     return std::fabs(position.x + record.LongitudeOffset - meridian) <= reach_of(record.ProjCode);
 }
 
-// Newton's method. The first passes share a Jacobian. Only far from the chart more are needed, each with its
-// own.
+// Far from the chart, each pass needs its own Jacobian.
+std::optional<Vector> refine_far(const CGEORec& record, Vector position, Vector plane) {
+    const auto forward = [&record](Vector at) { return project(record, at); };
+    Vector reached = forward(position);
+    double miss = distance(reached, plane);
+    for (int pass = 0; pass < kMaxPasses && miss > kConvergedMetres; ++pass) {
+        const Jacobian jacobian = jacobian_of(forward, position, reached, kStepDegrees);
+        const Vector step = jacobian.inverse(plane - reached);
+        if (distance(step, {}) <= kConvergedStep) return position;
+        const Vector next = position + step;
+        reached = forward(next);
+        const double next_miss = distance(reached, plane);
+        if (!(next_miss < miss)) return std::nullopt;
+        miss = next_miss;
+        position = next;
+    }
+    return miss <= kConvergedMetres ? std::optional(position) : std::nullopt;
+}
+
+// Newton's method. Near the chart a few passes with one Jacobian are enough.
 std::optional<Vector> refine(const CGEORec& record, Vector position, Vector plane) {
     const auto forward = [&record](Vector at) { return project(record, at); };
     Vector reached = forward(position);
-    Jacobian jacobian = jacobian_of(forward, position, reached, kStepDegrees);
-    bool is_own = true;  // the Jacobian is that of the position
+    const Jacobian jacobian = jacobian_of(forward, position, reached, kStepDegrees);
     double miss = distance(reached, plane);
-    double step_degrees = HUGE_VAL;
-    for (int pass = 1; pass <= kMaxPasses && miss > kMetres; ++pass) {
-        const Vector step = jacobian.inverse(plane - reached);
-        const Vector next = position + step;
-        const Vector next_reached = forward(next);
-        const double next_miss = distance(next_reached, plane);
-        const bool is_nearer = next_miss < miss;
-        step_degrees = distance(step, {});
-        if (is_nearer) {
-            position = next;
-            reached = next_reached;
-            miss = next_miss;
-        } else if (is_own || step_degrees <= kConvergedStep) {
-            break;
-        }
-        is_own = !is_nearer || pass >= kPassesPerJacobian;
-        if (is_own) jacobian = jacobian_of(forward, position, reached, kStepDegrees);
+    for (int pass = 0; pass < kPassesNear && miss > kMetres; ++pass) {
+        const Vector next = position + jacobian.inverse(plane - reached);
+        reached = forward(next);
+        const double next_miss = distance(reached, plane);
+        if (!(next_miss < miss)) break;
+        miss = next_miss;
+        position = next;
     }
-    const bool converged = miss <= kConvergedMetres || step_degrees <= kConvergedStep;
-    if (!converged || !is_in_reach(record, position) || std::fabs(position.y) > 90.0) return std::nullopt;
-    return position;
+    return miss <= kConvergedMetres ? std::optional(position) : refine_far(record, position, plane);
 }
 
 }  // namespace
@@ -75,11 +82,14 @@ std::optional<Vector> projected_position_of(const CGEORec& record, Vector pixel)
     record.pwxy(pixel.x, pixel.y, &position.x, &position.y);
     const Vector plane{record.Evaluate(record.pwxAffine, pixel.x, pixel.y),
                        record.Evaluate(record.pwyAffine, pixel.x, pixel.y)};
-    return refine(record, position, plane);
+    const std::optional<Vector> refined = refine(record, position, plane);
+    if (!refined || !is_in_reach(record, *refined) || std::fabs(refined->y) > 90.0) return std::nullopt;
+    return refined;
 }
 
-std::optional<Vector> projected_pixel_of(const CGEORec& record, Vector position) {
-    if (!is_in_reach(record, position)) return std::nullopt;
+Vector projected_pixel_of(const CGEORec& record, Vector position) {
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    if (!is_in_reach(record, position)) return {kNone, kNone};
     return plane_jacobian(record).inverse(project(record, position) -
                                           Vector{record.pwxAffine[0], record.pwyAffine[0]});
 }

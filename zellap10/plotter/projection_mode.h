@@ -14,8 +14,8 @@ Jacobian plane_jacobian(const CGEORec& record);
 /// does not converge.
 std::optional<Vector> projected_position_of(const CGEORec& record, Vector pixel);
 
-/// Projection mode: the pixel of a longitude and latitude; empty if the projection has no meaning that far
-/// from its central meridian.
-std::optional<Vector> projected_pixel_of(const CGEORec& record, Vector position);
+/// Projection mode: the pixel of a longitude and latitude; not finite if the projection has no meaning that
+/// far from its central meridian.
+Vector projected_pixel_of(const CGEORec& record, Vector position);
 
 }  // namespace zellap10::plotter

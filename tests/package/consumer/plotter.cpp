@@ -9,12 +9,11 @@ using namespace zellap10::plotter;
 int main() {
     CZellap chart;
     const CGEORec& record = *chart.GetBaseGeoRec();
-    const bool works = Catalogue().add_folder("no such folder").added == 0 &&
-                       !outline_of(record).covers({50, 1}) && !Sheet(record).chart() &&
-                       format_position({50, 1}).size() > 10 &&
-                       std::fabs(leg_between({50, 1}, {51, 1}).distance - 60.0) < 1e-9 &&
-                       trouble_with_chart("no such chart").has_value() &&
-                       !draw_viewport(chart, {}, colours_of(chart), 0, {});
+    const bool works =
+        Catalogue().add_folder("no such folder").added == 0 && !outline_of(record).covers({50, 1}) &&
+        !Sheet(record).chart() && format_position({50, 1}).size() > 10 &&
+        std::fabs(leg_between({50, 1}, {51, 1}).distance - 60.0) < 1e-9 &&
+        diagnose_chart("no such chart").has_value() && !draw_viewport(chart, {}, colours_of(chart), 0, {});
     std::puts(works ? "the installed plotter works" : "the installed plotter fails");
     return works ? 0 : 1;
 }

@@ -1,4 +1,4 @@
-#include "zellap10/plotter/trouble.h"
+#include "zellap10/plotter/diagnosis.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -25,28 +25,28 @@ std::string grouped(std::int64_t number) {
     return text;
 }
 
-// What is at fault with a path at which no file can be opened.
-Trouble trouble_at(const fs::path& path) {
+// Why no file can be opened at a path.
+Diagnosis diagnose_path(const fs::path& path) {
     std::error_code ignored;
     switch (fs::status(path, ignored).type()) {
         case fs::file_type::not_found:
             return {Fault::kNoFile, "There is no such file."};
         case fs::file_type::directory:
-            return {Fault::kNoFileOfBytes, "This is a folder."};
+            return {Fault::kNotAFile, "This is a folder."};
         case fs::file_type::regular:
-            return {Fault::kUnreadable, "The file is there, but may not be read."};
+            return {Fault::kUnreadable, "The file exists, but cannot be read."};
         case fs::file_type::none:
-            return {Fault::kUnreadable, "The path cannot be followed."};
+            return {Fault::kUnreadable, "The path cannot be resolved."};
         default:
-            return {Fault::kNoFileOfBytes, "This is a pipe or a device, not a file."};
+            return {Fault::kNotAFile, "This is a pipe or a device, not a file."};
     }
 }
 
-Trouble unreadable() {
+Diagnosis unreadable() {
     return {Fault::kUnreadable, "The file cannot be read to its end."};
 }
 
-Trouble trouble_with_line_table(const chart::Layout& layout) {
+Diagnosis diagnose_line_table(const chart::Layout& layout) {
     const std::string begins = "The line table begins at " + grouped(layout.table);
     const std::string in_file = " a file of " + grouped(layout.size) + " bytes.";
     if (layout.table > layout.size) return {Fault::kLineTable, begins + " in" + in_file};
@@ -55,10 +55,10 @@ Trouble trouble_with_line_table(const chart::Layout& layout) {
                                    in_file};
 }
 
-std::optional<Trouble> trouble_in_file(const char* path, int height) {
+std::optional<Diagnosis> diagnose_layout(const std::string& path, int height) {
     using chart::Refusal;
 
-    const chart::File file(std::fopen(path, "rb"));
+    const chart::File file(std::fopen(path.c_str(), "rb"));
     if (file == nullptr) return unreadable();
     const chart::Layout layout = chart::read_layout(file.get(), height);
     switch (layout.refusal) {
@@ -69,30 +69,29 @@ std::optional<Trouble> trouble_in_file(const char* path, int height) {
         case Refusal::kTooLarge: {
             std::error_code ignored;
             const auto size = static_cast<std::int64_t>(fs::file_size(path, ignored));
-            return Trouble{Fault::kTooLarge, "The file has " + grouped(size) +
-                                                 " bytes; a chart file has at most " +
-                                                 grouped(chart::kLargestFile) + '.'};
+            return Diagnosis{Fault::kTooLarge, "The file has " + grouped(size) +
+                                                   " bytes; a chart file has at most " +
+                                                   grouped(chart::kLargestFile) + '.'};
         }
         case Refusal::kTooSmall:
-            return Trouble{Fault::kTooSmall,
-                           layout.size == 0 ? "The file is empty." : "The file ends within its first bytes."};
+            return Diagnosis{Fault::kTooSmall, layout.size == 0 ? "The file is empty."
+                                                                : "The file ends within its first bytes."};
         case Refusal::kNoEndOfText:
-            return Trouble{Fault::kNoEndOfText,
-                           "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."};
+            return Diagnosis{Fault::kNoEndOfText,
+                             "The text part of the file has no end: no byte is 26 (hexadecimal 1A)."};
         case Refusal::kEndsWithText:
-            return Trouble{Fault::kNoEndOfText, "The file ends with its text part."};
+            return Diagnosis{Fault::kNoEndOfText, "The file ends with its text part."};
         case Refusal::kBitsPerPixel:
-            return Trouble{Fault::kBitsPerPixel, "The file gives " + std::to_string(layout.bits_per_pixel) +
-                                                     " bits per pixel; there can be 1 to 7."};
+            return Diagnosis{Fault::kBitsPerPixel, "The file gives " + std::to_string(layout.bits_per_pixel) +
+                                                       " bits per pixel; there can be 1 to 7."};
         case Refusal::kLineTable:
-            return trouble_with_line_table(layout);
+            return diagnose_line_table(layout);
     }
     return {};
 }
 
-// The first name, by the alphabet, of a file beside the path that differs from it in upper and lower case
-// alone.
-std::string other_spelling(const fs::path& path) {
+// The alphabetically first file beside the path whose name differs only in upper and lower case.
+std::string other_case(const fs::path& path) {
     const std::string wanted = path.filename().string();
     std::string found;
     std::error_code error;
@@ -109,46 +108,45 @@ std::string other_spelling(const fs::path& path) {
     return found;
 }
 
-std::optional<Trouble> trouble_at_georeference(const std::string& name) {
-    Trouble trouble = trouble_at(name);
-    if (trouble.fault != Fault::kNoFileOfBytes && std::ifstream(name).is_open()) return {};
-    if (trouble.fault != Fault::kNoFile) {
-        trouble.text = name + ": " + trouble.text;
-        return trouble;
+std::optional<Diagnosis> diagnose_georeference_path(const std::string& name) {
+    Diagnosis diagnosis = diagnose_path(name);
+    if (diagnosis.fault != Fault::kNotAFile && std::ifstream(name).is_open()) return {};
+    if (diagnosis.fault != Fault::kNoFile) {
+        diagnosis.text = name + ": " + diagnosis.text;
+        return diagnosis;
     }
-    const std::string other = other_spelling(name);
+    const std::string other = other_case(name);
     const std::string missing = "There is no georeference file " + name;
-    if (other.empty()) return Trouble{Fault::kNoGeoreference, missing + '.'};
-    return Trouble{Fault::kOtherSpelling, missing + "; " + other + " is spelled otherwise."};
+    if (other.empty()) return Diagnosis{Fault::kNoGeoreference, missing + '.'};
+    return Diagnosis{Fault::kOtherCase, missing + "; " + other + " differs in upper and lower case."};
 }
 
-// Names that the system cannot put into text are refused by an exception.
+// Paths that the system cannot convert are reported by an exception.
 template <class Look>
-std::optional<Trouble> guarded(Look look) {
+std::optional<Diagnosis> guarded(Look look) {
     try {
         return look();
     } catch (const std::system_error&) {
-        return Trouble{Fault::kUnreadable, "The path cannot be followed."};
+        return Diagnosis{Fault::kUnreadable, "The path cannot be resolved."};
     }
 }
 
 }  // namespace
 
-std::optional<Trouble> trouble_with_chart(const char* path) {
-    return guarded([path]() -> std::optional<Trouble> {
+std::optional<Diagnosis> diagnose_chart(const std::string& path) {
+    return guarded([&path]() -> std::optional<Diagnosis> {
         CZellap chart;
-        if (chart.OpenZellap(path, 1) == 0) return trouble_at(path != nullptr ? path : "");
+        if (chart.OpenZellap(path.c_str(), 1) == 0) return diagnose_path(path);
         const CSize size = chart.GetDocumentSize();
-        std::optional<Trouble> trouble = trouble_in_file(path, size.cy);
-        if (trouble && size.cx == 0 && size.cy == 0)
-            trouble->text += " It names no size and is perhaps no chart.";
-        return trouble;
+        std::optional<Diagnosis> diagnosis = diagnose_layout(path, size.cy);
+        if (diagnosis && size.cx == 0 && size.cy == 0)
+            diagnosis->text += " It gives no size and may not be a chart.";
+        return diagnosis;
     });
 }
 
-std::optional<Trouble> trouble_with_georeference(const char* path) {
-    return guarded(
-        [path] { return trouble_at_georeference(chart::georeference_path(path != nullptr ? path : "")); });
+std::optional<Diagnosis> diagnose_georeference(const std::string& path) {
+    return guarded([&path] { return diagnose_georeference_path(chart::georeference_path(path)); });
 }
 
 }  // namespace zellap10::plotter
