@@ -8,7 +8,7 @@ CMAKE_AT_LEAST=3.25
 # benchmarks need besides.
 BUILD_PACKAGES=(g++ cmake ninja-build libcairo2-dev fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev locales libproj-dev libgeographiclib-dev liblapacke-dev
-               libeigen3-dev libtiff-dev pkgconf gpsd gpsd-clients)
+               libeigen3-dev libtiff-dev pkgconf gpsd gpsd-clients python3-gps)
 
 # Of what the viewer needs besides the first ones.
 VIEWER_PACKAGES=(libsdl2-dev libxml2-dev libgps-dev)

@@ -8,7 +8,7 @@ namespace viewer {
 
 /// What a receiver measures at one time.
 struct Fix {
-    std::optional<double> time;            ///< seconds since 1970, UTC
+    std::optional<double> time;            ///< seconds since midnight, UTC
     zellap10::plotter::Position position;  ///< WGS 84
     std::optional<double> speed;           ///< over the ground, knots
     std::optional<double> course;          ///< over the ground, DEGREES clockwise from true north

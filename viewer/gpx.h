@@ -25,7 +25,10 @@ struct LoadedGpx {
 /// accepted.
 LoadedGpx load_gpx(const std::string& path);
 
-/// Saves routes as a GPX 1.1 file. A file of that name stays as it was if anything fails.
+/// Saves routes as a GPX 1.1 file.
+///
+/// Of a file of that name only the routes are replaced; all else in it is kept, also what belongs to a
+/// waypoint that has not changed. It stays as it was if anything fails, and if load_gpx refuses it.
 ///
 /// @return  why it failed; empty on success
 std::string save_gpx(const std::string& path, const std::vector<GpxRoute>& routes);

@@ -28,29 +28,22 @@ public:
     std::optional<double> time_of_day() const { return time_of_day_; }
 
 private:
-    using Fields = std::vector<std::string_view>;
+    using Fields = std::vector<std::string>;
 
     // A value and the time of day at which it came.
     struct Held {
-        std::optional<double> value;
-        std::optional<double> time_of_day;
+        std::optional<double> value, time_of_day;
     };
 
     bool end_line(std::vector<Fix>& fixes);
-    bool read_rmc(const Fields& fields, std::vector<Fix>& fixes);
-    bool read_gga(const Fields& fields, std::vector<Fix>& fixes);
-    bool read_vtg(const Fields& fields);
-    bool read_hdt(const Fields& fields);
-    bool hold(Held& held, std::string_view text, double limit) const;
+    bool add_fix(const Fields& fields, std::size_t first, std::vector<Fix>& fixes);
+    bool read_time(const std::string& text);
+    bool hold(Held& held, const std::string& text, double limit) const;
     std::optional<double> recent(const Held& held) const;
-    Fix fix_at(zellap10::plotter::Position position);
 
     std::string line_;
-    bool too_long_ = false;
     std::int64_t broken_lines_ = 0;
     std::optional<double> time_of_day_;
-    std::optional<double> day_;  // seconds since 1970 at the midnight of the last date
-    std::optional<double> last_time_;
     Held speed_, course_, heading_;
 };
 

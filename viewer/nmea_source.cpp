@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
-#include <poll.h>
-#include <sys/stat.h>
+#ifdef _WIN32
+#include <io.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <viewer/nmea.h>
 
@@ -21,59 +24,74 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr double kLongestGap = 60.0;  // seconds
-constexpr int kPollMilliseconds = 50;
 
-// An open file; the standard input stays open.
+// An open file; the standard input stays open. Streams of the standard library would wait for a full buffer,
+// and hold up the end of the program while one waits.
 class Input {
 public:
-    explicit Input(const std::string& path)
-        : descriptor_(path == "-" ? STDIN_FILENO
-                                  : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {
-        if (descriptor_ < 0) throw std::system_error(errno, std::generic_category(), path);
+    explicit Input(const std::string& path) : file_(path == "-" ? 0 : open_file(path.c_str())) {
+        if (file_ < 0) throw std::system_error(errno, std::generic_category(), path);
     }
     ~Input() {
-        if (descriptor_ != STDIN_FILENO) close(descriptor_);
+        if (file_ != 0) close_file(file_);
     }
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
 
-    bool is_log() const {
-        struct stat about {};
-        return descriptor_ != STDIN_FILENO && fstat(descriptor_, &about) == 0 && S_ISREG(about.st_mode);
-    }
-
-    /// The next bytes; none if there are none yet, and nullopt at the end.
-    std::optional<std::string_view> read_some() {
-        pollfd waiting{descriptor_, POLLIN, 0};
-        if (poll(&waiting, 1, kPollMilliseconds) <= 0) return std::string_view();
-        const ssize_t count = read(descriptor_, block_, sizeof block_);
-        if (count > 0) return std::string_view(block_, static_cast<std::size_t>(count));
-        if (count < 0 && (errno == EAGAIN || errno == EINTR)) return std::string_view();
-        if (count < 0) throw std::system_error(errno, std::generic_category(), "cannot read NMEA 0183");
-        return std::nullopt;
+    /// Waits for the next bytes; none are the end.
+    std::string_view read() {
+        errno = 0;
+        const auto count = read_file(file_, block_, sizeof block_);
+        if (count >= 0) return {block_, static_cast<std::size_t>(count)};
+        if (errno == EINTR) return read();
+        throw std::system_error(errno, std::generic_category(), "cannot read NMEA 0183");
     }
 
 private:
-    int descriptor_;
+#ifdef _WIN32
+    static int open_file(const char* path) {
+        return _open(path, _O_RDONLY | _O_BINARY);
+    }
+    static int read_file(int file, char* bytes, unsigned size) {
+        return _read(file, bytes, size);
+    }
+    static void close_file(int file) {
+        _close(file);
+    }
+#else
+    static int open_file(const char* path) {
+        return open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC);
+    }
+    static ssize_t read_file(int file, char* bytes, std::size_t size) {
+        return ::read(file, bytes, size);
+    }
+    static void close_file(int file) {
+        close(file);
+    }
+#endif
+
+    int file_;
     char block_[4096] = {};
 };
 
 void read_all(const std::string& path, double pace, FixFeed& feed) {
     Input input(path);
     NmeaReader reader;
-    const bool is_log = input.is_log();
-    double time_of_day = std::nan("");
+    std::error_code ignored;
+    const bool is_log = path != "-" && std::filesystem::is_regular_file(path, ignored);
+    std::optional<double> last;
     auto due = FixFeed::Clock::now();
     while (feed.wait_for(0s)) {
-        auto bytes = input.read_some();
-        if (!bytes) break;
-        while (!bytes->empty()) {
-            const std::size_t length = std::min(bytes->find('\n'), bytes->size() - 1) + 1;
-            const std::vector<Fix> fixes = reader.read(bytes->substr(0, length));
-            bytes->remove_prefix(length);
-            const double last = time_of_day;
-            time_of_day = reader.time_of_day().value_or(last);
-            const double gap = std::remainder(time_of_day - last, 86400.0);  // NaN before the second time
+        std::string_view bytes = input.read();
+        const bool at_end = bytes.empty();
+        if (at_end) bytes = "\n";
+        while (!bytes.empty()) {
+            const std::size_t length = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+            const std::vector<Fix> fixes = reader.read(bytes.substr(0, length));
+            bytes.remove_prefix(length);
+            const std::optional<double> time = reader.time_of_day();
+            const double gap = last ? std::remainder(*time - *last, 86400.0) : 0.0;
+            last = time;
             if (is_log && gap > 0.0) {
                 const std::chrono::duration<double> wait(std::min(gap, kLongestGap) / pace);
                 due += std::chrono::duration_cast<FixFeed::Clock::duration>(wait);
@@ -81,10 +99,8 @@ void read_all(const std::string& path, double pace, FixFeed& feed) {
             if (is_log && !feed.wait_until(due)) return;
             feed.put(fixes, reader.broken_lines());
         }
+        if (at_end) return feed.set_status(path + " has ended");
     }
-    const std::vector<Fix> fixes = reader.read("\n");
-    feed.put(fixes, reader.broken_lines());
-    feed.set_status(path + " has ended");
 }
 
 }  // namespace

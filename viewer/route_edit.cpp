@@ -5,13 +5,8 @@
 
 namespace viewer {
 
-namespace {
-
-constexpr std::size_t kMostChanges = 200;
-
-}  // namespace
-
 void RouteEdit::keep() {
+    constexpr std::size_t kMostChanges = 200;
     end_drag();
     if (earlier_.size() == kMostChanges) earlier_.pop_front();
     earlier_.push_back(waypoints_);
@@ -41,17 +36,13 @@ void RouteEdit::replace(std::vector<Waypoint> waypoints) {
 }
 
 void RouteEdit::begin_drag(std::size_t index) {
-    dragged_ = index < waypoints_.size() ? index : kNone;
-    drag_has_moved_ = false;
+    if (index >= waypoints_.size()) return;
+    keep();
+    dragged_ = index;
 }
 
 void RouteEdit::drag_to(zellap10::plotter::Position position) {
-    const std::size_t dragged = dragged_;
-    if (dragged == kNone) return;
-    if (!drag_has_moved_) keep();
-    dragged_ = dragged;
-    drag_has_moved_ = true;
-    waypoints_[dragged].position = position;
+    if (dragged_) waypoints_[*dragged_].position = position;
 }
 
 bool RouteEdit::undo() {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <vector>
 
 #include <viewer/waypoint.h>
@@ -22,7 +23,7 @@ public:
     /// A drag moves one waypoint in many steps, and one undo takes all of them back. Another change ends it.
     void begin_drag(std::size_t index);
     void drag_to(zellap10::plotter::Position position);
-    void end_drag() { dragged_ = kNone; }
+    void end_drag() { dragged_.reset(); }
 
     /// Takes the last change back; 200 changes are kept.
     ///
@@ -30,14 +31,11 @@ public:
     bool undo();
 
 private:
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
     void keep();
 
     std::vector<Waypoint> waypoints_;
     std::deque<std::vector<Waypoint>> earlier_;
-    std::size_t dragged_ = kNone;
-    bool drag_has_moved_ = false;
+    std::optional<std::size_t> dragged_;
 };
 
 }  // namespace viewer

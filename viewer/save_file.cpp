@@ -2,10 +2,14 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
+#include <random>
 #include <system_error>
 
+#ifndef _WIN32
 #include <fcntl.h>
 #include <unistd.h>
+#endif
 
 namespace viewer {
 
@@ -13,24 +17,24 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// 0, or the number of the error.
-int write_all(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return errno;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return fsync(file) == 0 ? 0 : errno;
+// Where the system has no such call, nothing is done.
+bool flush_to_disk([[maybe_unused]] const std::string& path) {
+#ifdef _WIN32
+    return true;
+#else
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool is_flushed = file >= 0 && fsync(file) == 0;
+    return file >= 0 && close(file) == 0 && is_flushed;
+#endif
 }
 
-int write_new(const std::string& path, std::string_view bytes) {
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (file < 0) return errno;
-    int error = write_all(file, bytes);
-    if (close(file) != 0 && error == 0) error = errno;
-    if (error != 0) unlink(path.c_str());
-    return error;
+std::error_code write_file(const std::string& path, std::string_view bytes) {
+    errno = 0;
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (file && flush_to_disk(path)) return {};
+    return {errno != 0 ? errno : EIO, std::generic_category()};
 }
 
 }  // namespace
@@ -43,13 +47,13 @@ std::string save_file(const std::string& path, std::string_view bytes) {
     if (fs::exists(status) && !fs::is_regular_file(status))
         return "cannot save " + path + ": no regular file";
 
-    const std::string fresh = target.string() + ".new" + std::to_string(getpid());
-    error.assign(write_new(fresh, bytes), std::generic_category());
-    if (error) return "cannot save " + path + ": " + error.message();
-    if (fs::exists(status)) fs::permissions(fresh, status.permissions(), error);
-    fs::rename(fresh, target, error);
+    const std::string fresh = target.string() + "." + std::to_string(std::random_device()()) + ".new";
+    error = write_file(fresh, bytes);
+    std::error_code ignored;
+    if (!error && fs::exists(status)) fs::permissions(fresh, status.permissions(), ignored);
+    if (!error) fs::rename(fresh, target, error);
     if (!error) return {};
-    unlink(fresh.c_str());
+    fs::remove(fresh, ignored);
     return "cannot save " + path + ": " + error.message();
 }
 

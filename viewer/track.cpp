@@ -1,7 +1,6 @@
 #include "viewer/track.h"
 
 #include <cmath>
-#include <utility>
 
 #include <zellap10/navigation/dead_reckoning.h>
 
@@ -28,18 +27,15 @@ bool Track::is_lost(Clock::time_point now) const {
 
 // The start of a line is passed on from a point that is discarded to the next one.
 void Track::thin() {
-    std::vector<Point> kept;
-    kept.reserve(kMostPoints);
-    bool starts_line = false;
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < points_.size(); ++i) {
-        Point point = points_[i];
-        point.starts_line = point.starts_line || starts_line;
-        starts_line = point.starts_line;
-        if (i % 2 == 1 && i < kMostPoints / 2) continue;
-        starts_line = false;
-        kept.push_back(point);
+        if (i % 2 == 1 && i < kMostPoints / 2) {
+            points_[i + 1].starts_line |= points_[i].starts_line;
+        } else {
+            points_[kept++] = points_[i];
+        }
     }
-    points_ = std::move(kept);
+    points_.resize(kept);
 }
 
 std::optional<Position> predict(const Fix& fix, double minutes) {

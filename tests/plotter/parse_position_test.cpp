@@ -42,40 +42,31 @@ const Row kRows[] = {
 };
 // clang-format on
 
-struct RefusedRow {
-    const char* text;
-    const char* reason;
+// clang-format off
+const struct { const char *text, *reason; } kRefusedRows[] = {
+    {"",                 "a position is a latitude, a comma and a longitude"},
+    {"50.5",             "a position is a latitude, a comma and a longitude"},
+    {"50 41 1",          "a position is a latitude, a comma and a longitude"},
+    {"50N",              "the latitude or the longitude is missing"},
+    {"50 60.0N 1 17W",   "minutes and seconds must be below 60"},
+    {"50 41 60N 1 17W",  "minutes and seconds must be below 60"},
+    {"90 00.01N 1W",     "the latitude must be at most 90 degrees"},
+    {"1 17.87W, 91S",    "the latitude must be at most 90 degrees"},
+    {"50, 180.01",       "the longitude must be at most 180 degrees"},
+    {"50.5 30N 1W",      "only the last number can have a fraction"},
+    {"50 1 2 3N 1W",     "\"3\" is too much after seconds"},
+    {"50N 1",            "only one of latitude and longitude has a letter"},
+    {"50N 1S",           "there are two latitudes"},
+    {"1E 50W",           "there are two longitudes"},
+    {"-50N 1W",          "use a sign or a letter, not both"},
+    {"50,685 -1,298",    "there is more than one comma; the decimal sign is a point"},
+    {"50N 1W 2",         "a number is expected, not \"W2\""},
+    {"50'N 1W",          "a number is expected, not \"'\""},
+    {"5.0.1N 1W",        "a number is expected, not \"5.0.1\""},
+    {"---",              "a number is expected, not \"\""},
+    {u8"50ö",             u8"\"ö\" has no meaning in a position"},
 };
-
-const RefusedRow kRefusedRows[] = {
-    {"", "there is no position"},
-    {"  ", "there is no position"},
-    {"50 60.0N 1 17W", "minutes must be below 60"},
-    {"50 41 60N 1 17W", "seconds must be below 60"},
-    {"90 00.01N 1W", "the latitude must be at most 90 degrees"},
-    {"50, 180.01", "the longitude must be at most 180 degrees"},
-    {"1 17.87W, 91N", "the latitude must be at most 90 degrees"},
-    {"1e3 5", "only one of latitude and longitude has a letter"},
-    {"50.5 30N 1W", "degrees with a fraction must be the last number"},
-    {"50 1 2 3N 1W", "the latitude has more than three numbers"},
-    {"50N", "the longitude is missing"},
-    {"1W", "the latitude is missing"},
-    {"50.5", "the longitude is missing"},
-    {"50 41 1", "put a comma between the latitude and the longitude"},
-    {"50N 1", "only one of latitude and longitude has a letter"},
-    {"50N 1S", "there are two latitudes"},
-    {"1E 50W", "there are two longitudes"},
-    {"50N 1W 2", "a letter must be before or after the numbers"},
-    {"N50N 1W", "there are too many of the letters N, S, E and W"},
-    {"-50N 1W", "use a sign or a letter, not both"},
-    {"50 -41N, 1W", "a sign is only allowed before the degrees"},
-    {"50,685 -1,298", "there is more than one comma; the decimal sign is a point"},
-    {"50'N 1W", "degrees, minutes and seconds must be in this order"},
-    {"5.0.1N 1W", "\"5.0.1\" is not a number"},
-    {". 1", "\".\" is not a number"},
-    {u8"50ö", u8"\"ö\" has no meaning in a position"},
-    {"---", "a sign is only allowed before the degrees"},
-};
+// clang-format on
 
 TEST(ParsePosition, ReadsUsualNotations) {
     const CommaLocale comma;
@@ -89,7 +80,7 @@ TEST(ParsePosition, ReadsUsualNotations) {
 }
 
 TEST(ParsePosition, GivesAReason) {
-    for (const RefusedRow& row : kRefusedRows) {
+    for (const auto& row : kRefusedRows) {
         const ParsedPosition parsed = parse_position(row.text);
         EXPECT_FALSE(parsed.position) << row.text;
         EXPECT_EQ(parsed.reason, row.reason) << row.text;

@@ -2,16 +2,13 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -104,36 +101,22 @@ TEST(FixSource, EndsInTimeAndCallsNothingAfterThat) {
     std::atomic<int> calls{0};
     auto source = std::make_unique<FixSource>(
         [](FixFeed& feed) {
-            std::this_thread::sleep_for(1000ms);
+            std::this_thread::sleep_for(700ms);
             feed.set_status("late");
         },
         [&calls] { ++calls; });
     expect_end_in_time(source);
-    std::this_thread::sleep_for(1100ms);
+    std::this_thread::sleep_for(800ms);
     EXPECT_EQ(calls, 0);
 }
 
-TEST(FixSource, KeepsTheNewestFixes) {
+TEST(FixFeed, KeepsTheNewestFixes) {
     FixFeed feed({});
     for (int i = 0; i < 1500; ++i)
         feed.put({Fix{static_cast<double>(i), {}, {}, {}, {}}});
     const std::vector<Fix> fixes = feed.take().fixes;
     ASSERT_EQ(fixes.size(), 1000u);
     EXPECT_EQ(fixes.back().time, 1499.0);
-    EXPECT_TRUE(feed.take().fixes.empty());
-}
-
-// A port that nobody uses.
-std::string free_port() {
-    const int socket_number = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    bind(socket_number, reinterpret_cast<sockaddr*>(&address), size);
-    getsockname(socket_number, reinterpret_cast<sockaddr*>(&address), &size);
-    close(socket_number);
-    return std::to_string(ntohs(address.sin_port));
 }
 
 // A real gpsd that replays a log again and again.
@@ -162,24 +145,22 @@ TEST(Gpsd, ConnectsAgain) {
     if (std::system("command -v gpsfake >/dev/null") != 0) GTEST_SKIP() << "gpsfake is not installed";
     const TempFolder folder;
     const std::string log = folder.write("log", kLog);
-    const std::string port = free_port();
+    const std::string port = std::to_string(20000 + getpid() % 10000);
     auto source = read_gpsd("localhost:" + port, {});
     if (source == nullptr) GTEST_SKIP() << "built without libgps";
     wait_for(*source, [](const FixNews& all) { return has_status(all, "can't connect"); });
-    for (int round = 0; round < 2; ++round) {
-        {
-            const FakeReceiver receiver(log, port);
-            const FixNews news = wait_for(*source, [](const FixNews& all) { return all.fixes.size() > 2; });
-            EXPECT_EQ(news.status, "");
-            const Fix& fix = news.fixes.back();
-            EXPECT_NEAR(fix.position.latitude, 48.1173, 1e-4);
-            EXPECT_NEAR(fix.position.longitude, 11.5167, 1e-4);
-            EXPECT_NEAR(fix.speed.value_or(0.0), 22.4, 0.01);
-            EXPECT_NEAR(fix.course.value_or(0.0), 84.4, 0.01);
-            EXPECT_TRUE(fix.time.has_value());
-        }
-        wait_for(*source, [](const FixNews& all) { return !all.status.empty(); });
+    {
+        const FakeReceiver receiver(log, port);
+        const FixNews news = wait_for(*source, [](const FixNews& all) { return all.fixes.size() > 2; });
+        EXPECT_EQ(news.status, "");
+        const Fix& fix = news.fixes.back();
+        EXPECT_NEAR(fix.position.latitude, 48.1173, 1e-4);
+        EXPECT_NEAR(fix.position.longitude, 11.5167, 1e-4);
+        EXPECT_NEAR(fix.speed.value_or(0.0), 22.4, 0.01);
+        EXPECT_NEAR(fix.course.value_or(0.0), 84.4, 0.01);
+        EXPECT_TRUE(fix.time.has_value());
     }
+    wait_for(*source, [](const FixNews& all) { return !all.status.empty(); });
     expect_end_in_time(source);
 }
 

@@ -1,12 +1,11 @@
 #include "zellap10/plotter/parse_position.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cmath>
 #include <cstddef>
-#include <iterator>
-#include <limits>
+#include <locale>
+#include <sstream>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -14,230 +13,154 @@ namespace zellap10::plotter {
 
 namespace {
 
-// What a token is: a number, the mark of a unit, or the character itself of + - , N S E W.
-constexpr char kNumber = '0', kDegrees = 'd', kMinutes = 'm', kSeconds = 's', kBlank = ' ';
+constexpr std::size_t kLongestText = 200;
+constexpr char kNumber[] = "0123456789.";
+constexpr char kLetters[] = "NSEW";
 
-struct Spelling {
-    std::string_view text;
-    char kind;
+// Why a text is no position.
+struct Refusal {
+    std::string reason;
 };
 
-// A longer spelling comes before its own beginning.
-constexpr Spelling kSpellings[] = {
-    {"\xC2\xB0", kDegrees},
-    {"\xC2\xBA", kDegrees},
-    {"''", kSeconds},
-    {"'", kMinutes},
-    {"\xE2\x80\xB2", kMinutes},
-    {"\xE2\x80\x99", kMinutes},
-    {"\xE2\x80\xB3", kSeconds},
-    {"\"", kSeconds},
-    {"\xE2\x80\x9D", kSeconds},
-    {"\xE2\x88\x92", '-'},
-    {"-", '-'},
-    {"+", '+'},
-    {",", ','},
-    {";", ','},
-    {" ", kBlank},
-    {"\t", kBlank},
-    {"\xC2\xA0", kBlank},
-    {":", kBlank},
-    {"N", 'N'},
-    {"n", 'N'},
-    {"S", 'S'},
-    {"s", 'S'},
-    {"E", 'E'},
-    {"e", 'E'},
-    {"W", 'W'},
-    {"w", 'W'},
-};
+// The letter d marks degrees.
+constexpr std::pair<const char*, char> kSpellings[] = {
+    {u8"\u00B0", 'd'},  {u8"\u00BA", 'd'}, {"''", '"'},       {u8"\u2032", '\''},
+    {u8"\u2019", '\''}, {u8"\u2033", '"'}, {u8"\u201D", '"'}, {";", ','},
+    {u8"\u2212", '-'},  {"\t", ' '},       {u8"\u00A0", ' '}, {":", ' '},
+    {"n", 'N'},         {"s", 'S'},        {"e", 'E'},        {"w", 'W'}};
 
-struct Token {
-    char kind;
-    double number = 0.0;
-    bool has_fraction = false;
+bool contains(std::string_view characters, char c) {
+    return characters.find(c) != std::string_view::npos;
+}
 
-    bool is(std::string_view kinds) const { return kinds.find(kind) != std::string::npos; }
-};
-using Tokens = std::vector<Token>;
+// One spelling for each mark, and blanks only after numbers.
+std::string simplified(std::string text) {
+    if (text.size() > kLongestText) throw Refusal{"this is too long for a position"};
+    for (const auto& [spelling, character] : kSpellings) {
+        const std::size_t length = std::string_view(spelling).size();
+        for (std::size_t at; (at = text.find(spelling)) != std::string::npos;)
+            text.replace(at, length, 1, character);
+    }
+    const std::size_t unknown = text.find_first_not_of("0123456789.+-,NSEWd'\" ");
+    if (unknown != std::string::npos)
+        throw Refusal{"\"" + text.substr(unknown) + "\" has no meaning in a position"};
+    // With letters, a hyphen after a number separates degrees from minutes.
+    const bool has_letters = text.find_first_of(kLetters) != std::string::npos;
+    std::string simple;
+    for (const char c : text) {
+        const bool after_number = !simple.empty() && contains(kNumber, simple.back());
+        const char kept = c == '-' && has_letters && after_number ? ' ' : c;
+        if (kept != ' ' || after_number) simple.push_back(kept);
+    }
+    return simple;
+}
+
+// Without a comma: after a letter, before one, at a sign, or in the middle of the numbers.
+std::size_t start_of_second(const std::string& text) {
+    const std::size_t letter = text.find_first_of(kLetters);
+    if (letter == 0) return text.find_first_of(kLetters, 1);
+    if (letter != std::string::npos) return letter + 1;
+    const std::size_t sign = text.find_first_of("+-", 1);
+    if (sign != std::string::npos) return sign;
+    std::vector<std::size_t> numbers;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (contains(kNumber, text[i]) && (i == 0 || !contains(kNumber, text[i - 1]))) numbers.push_back(i);
+    }
+    return numbers.empty() || numbers.size() % 2 != 0 ? std::string::npos : numbers[numbers.size() / 2];
+}
+
+std::pair<std::string, std::string> split(const std::string& text) {
+    if (std::count(text.begin(), text.end(), ',') > 1)
+        throw Refusal{"there is more than one comma; the decimal sign is a point"};
+    const std::size_t comma = text.find(',');
+    const std::size_t start = comma != std::string::npos ? comma : start_of_second(text);
+    if (start == std::string::npos) throw Refusal{"a position is a latitude, a comma and a longitude"};
+    return {text.substr(0, start), text.substr(comma != std::string::npos ? start + 1 : start)};
+}
 
 // The latitude or the longitude.
 struct Part {
     char letter = '\0';
-    bool is_negative = false;
-    Tokens numbers;
+    double degrees = 0.0;
 
     bool is_longitude() const { return letter == 'E' || letter == 'W'; }
 };
 
-class Parser {
-public:
-    ParsedPosition parse(std::string_view text) {
-        Position position;
-        if (!read_tokens(text) || !split() || !order_parts() ||
-            !evaluate(first_, "latitude", 90.0, position.latitude) ||
-            !evaluate(second_, "longitude", 180.0, position.longitude))
-            return {std::nullopt, reason_};
-        return {position, {}};
-    }
-
-private:
-    bool refuse(std::string reason) {
-        reason_ = std::move(reason);
-        return false;
-    }
-
-    bool read_tokens(std::string_view text);
-    bool read_number(std::string_view text);
-    bool split();
-    Tokens::iterator start_of_second();
-    bool read_part(Tokens::iterator begin, Tokens::iterator end, Part& part);
-    bool order_parts();
-    bool evaluate(const Part& part, const std::string& name, double limit, double& degrees);
-
-    Tokens tokens_;
-    Part first_, second_;
-    std::string reason_;
-};
-
-// The character of UTF-8 at the front.
-std::string front_of(std::string_view text) {
-    std::size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        ++length;
-    return std::string(text.substr(0, length));
-}
-
-bool Parser::read_number(std::string_view text) {
-    Token token{kNumber, std::numeric_limits<double>::infinity(), text.find('.') != std::string::npos};
-    const char* const end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, token.number, std::chars_format::fixed);
-    if (read.ptr != end || read.ec == std::errc::invalid_argument)
-        return refuse("\"" + std::string(text) + "\" is not a number");
-    tokens_.push_back(token);
-    return true;
-}
-
-bool Parser::read_tokens(std::string_view text) {
-    // With letters, a hyphen after a digit separates degrees from minutes.
-    const bool has_letters = text.find_first_of("NSEWnsew") != std::string::npos;
-    bool after_number = false;
-    while (!text.empty()) {
-        std::size_t length = std::min(text.find_first_not_of("0123456789."), text.size());
-        if (length > 0) {
-            if (!read_number(text.substr(0, length))) return false;
-            after_number = true;
-        } else {
-            const auto matches = [text](const Spelling& spelling) {
-                return text.substr(0, spelling.text.size()) == spelling.text;
-            };
-            const auto* const found = std::find_if(std::begin(kSpellings), std::end(kSpellings), matches);
-            if (found == std::end(kSpellings))
-                return refuse("\"" + front_of(text) + "\" has no meaning in a position");
-            const bool is_separator = found->kind == '-' && has_letters && after_number;
-            if (found->kind != kBlank && !is_separator) tokens_.push_back({found->kind});
-            length = found->text.size();
-            after_number = false;
-        }
-        text.remove_prefix(length);
-    }
-    return !tokens_.empty() || refuse("there is no position");
-}
-
-// Without a comma: after a letter, before one, at a sign, or in the middle. The beginning if there is no such
-// place.
-Tokens::iterator Parser::start_of_second() {
-    const auto find = [this](std::ptrdiff_t from, std::string_view kinds) {
-        return std::find_if(tokens_.begin() + from, tokens_.end(),
-                            [&](const Token& t) { return t.is(kinds); });
+double read_degrees(std::string_view text) {
+    constexpr double kUnits[] = {1.0, 60.0, 3600.0};
+    constexpr char kMarks[] = "d'\"";
+    const auto take = [&text](char c) {
+        if (!text.empty() && text[0] == c) text.remove_prefix(1);
     };
-    const auto letter = find(0, "NSEW");
-    if (letter == tokens_.begin()) return find(1, "NSEW");
-    if (letter != tokens_.end()) return letter + 1;
-    const auto sign = find(1, "+-");
-    if (sign != tokens_.end()) return sign;
-    const auto numbers =
-        std::count_if(tokens_.begin(), tokens_.end(), [](const Token& t) { return t.is("0"); });
-    if (numbers == 1) return tokens_.end();
-    if (numbers % 2 != 0) return tokens_.begin();
-    auto middle = find(0, "0");
-    for (auto left = numbers / 2; left > 0; --left)
-        middle = find(middle - tokens_.begin() + 1, "0");
-    return middle;
-}
-
-bool Parser::split() {
-    const auto is_comma = [](const Token& token) { return token.is(","); };
-    const auto commas = std::count_if(tokens_.begin(), tokens_.end(), is_comma);
-    if (commas > 1) return refuse("there is more than one comma; the decimal sign is a point");
-    const auto comma = std::find_if(tokens_.begin(), tokens_.end(), is_comma);
-    if (commas == 1)
-        return read_part(tokens_.begin(), comma, first_) && read_part(comma + 1, tokens_.end(), second_);
-    const auto start = start_of_second();
-    if (start == tokens_.begin()) return refuse("put a comma between the latitude and the longitude");
-    return read_part(tokens_.begin(), start, first_) && read_part(start, tokens_.end(), second_);
-}
-
-bool Parser::read_part(Tokens::iterator begin, Tokens::iterator end, Part& part) {
-    bool has_sign = false;
-    for (auto token = begin; token != end; ++token) {
-        if (token->is("0")) {
-            part.numbers.push_back(*token);
-        } else if (token->is("+-")) {
-            if (token != begin) return refuse("a sign is only allowed before the degrees");
-            has_sign = true;
-            part.is_negative = token->kind == '-';
-        } else if (token->is("NSEW")) {
-            if (part.letter != '\0') return refuse("there are too many of the letters N, S, E and W");
-            if (token != begin && token + 1 != end)
-                return refuse("a letter must be before or after the numbers");
-            part.letter = token->kind;
-        } else {
-            const std::size_t count = token->kind == kDegrees ? 1 : token->kind == kMinutes ? 2 : 3;
-            if (token == begin || !(token - 1)->is("0") || part.numbers.size() != count)
-                return refuse("degrees, minutes and seconds must be in this order");
-        }
+    double degrees = 0.0;
+    bool has_fraction = false;
+    for (std::size_t i = 0; i == 0 || !text.empty(); ++i) {
+        if (i == 3) throw Refusal{"\"" + std::string(text) + "\" is too much after seconds"};
+        const std::string digits(text.substr(0, text.find_first_not_of(kNumber)));
+        const std::optional<double> number = parse_decimal(digits);
+        if (!number) throw Refusal{"a number is expected, not \"" + std::string(text) + "\""};
+        if (has_fraction) throw Refusal{"only the last number can have a fraction"};
+        if (i > 0 && !(*number < 60.0)) throw Refusal{"minutes and seconds must be below 60"};
+        degrees += *number / kUnits[i];
+        has_fraction = contains(digits, '.');
+        text.remove_prefix(digits.size());
+        take(' ');
+        take(kMarks[i]);
     }
-    if (has_sign && part.letter != '\0') return refuse("use a sign or a letter, not both");
-    part.is_negative = part.is_negative || part.letter == 'S' || part.letter == 'W';
-    return true;
+    return degrees;
 }
 
-bool Parser::order_parts() {
-    if (second_.numbers.empty() && second_.letter == '\0')
-        return refuse(first_.is_longitude() ? "the latitude is missing" : "the longitude is missing");
-    if ((first_.letter == '\0') != (second_.letter == '\0'))
-        return refuse("only one of latitude and longitude has a letter");
-    if (first_.letter != '\0' && first_.is_longitude() == second_.is_longitude())
-        return refuse(first_.is_longitude() ? "there are two longitudes" : "there are two latitudes");
-    if (first_.is_longitude()) std::swap(first_, second_);
-    return true;
-}
-
-bool Parser::evaluate(const Part& part, const std::string& name, double limit, double& degrees) {
-    const std::string units[] = {"degrees", "minutes", "seconds"};
-    const double parts_of_degree[] = {1.0, 60.0, 3600.0};
-    const std::size_t count = part.numbers.size();
-    if (count == 0) return refuse("the " + name + " has no number");
-    if (count > std::size(units)) return refuse("the " + name + " has more than three numbers");
-    for (std::size_t i = 0; i < count; ++i) {
-        const Token& token = part.numbers[i];
-        if (token.has_fraction && i + 1 < count)
-            return refuse(units[i] + " with a fraction must be the last number");
-        if (i > 0 && !(token.number < 60.0)) return refuse(units[i] + " must be below 60");
-        degrees += token.number / parts_of_degree[i];
+// A letter or a sign, and numbers; a letter may be after them.
+Part read_part(std::string_view text) {
+    if (text.empty()) throw Refusal{"the latitude or the longitude is missing"};
+    Part part;
+    if (contains(kLetters, text.front())) {
+        part.letter = text.front();
+        text.remove_prefix(1);
+    } else if (contains(kLetters, text.back())) {
+        part.letter = text.back();
+        text.remove_suffix(1);
     }
-    if (!(degrees <= limit))
-        return refuse("the " + name + " must be at most " + std::to_string(static_cast<int>(limit)) +
-                      " degrees");
-    if (part.is_negative) degrees = -degrees;
-    return true;
+    const bool has_sign = !text.empty() && contains("+-", text.front());
+    if (has_sign && part.letter != '\0') throw Refusal{"use a sign or a letter, not both"};
+    const bool is_negative = has_sign ? text.front() == '-' : contains("SW", part.letter);
+    if (has_sign) text.remove_prefix(1);
+    part.degrees = read_degrees(text);
+    if (is_negative) part.degrees = -part.degrees;
+    return part;
+}
+
+Position read_position(const std::string& text) {
+    const auto [first, second] = split(simplified(text));
+    Part latitude = read_part(first);
+    Part longitude = read_part(second);
+    if ((latitude.letter == '\0') != (longitude.letter == '\0'))
+        throw Refusal{"only one of latitude and longitude has a letter"};
+    if (latitude.letter != '\0' && latitude.is_longitude() == longitude.is_longitude())
+        throw Refusal{latitude.is_longitude() ? "there are two longitudes" : "there are two latitudes"};
+    if (latitude.is_longitude()) std::swap(latitude, longitude);
+    if (std::abs(latitude.degrees) > 90.0) throw Refusal{"the latitude must be at most 90 degrees"};
+    if (std::abs(longitude.degrees) > 180.0) throw Refusal{"the longitude must be at most 180 degrees"};
+    return {latitude.degrees, longitude.degrees};
 }
 
 }  // namespace
 
+std::optional<double> parse_decimal(const std::string& text) {
+    if (text.find_first_not_of("+-.0123456789") != std::string::npos) return std::nullopt;
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    double value = 0.0;
+    if (!(stream >> value) || !stream.eof()) return std::nullopt;
+    return value;
+}
+
 ParsedPosition parse_position(const std::string& text) {
-    return Parser().parse(text);
+    try {
+        return {read_position(text), {}};
+    } catch (const Refusal& refusal) {
+        return {std::nullopt, refusal.reason};
+    }
 }
 
 }  // namespace zellap10::plotter

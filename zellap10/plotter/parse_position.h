@@ -29,4 +29,7 @@ struct ParsedPosition {
 /// @return      latitude from -90 to 90, longitude from -180 to 180; or the first reason to refuse the text
 [[nodiscard]] ParsedPosition parse_position(const std::string& text);
 
+/// Reads a decimal number: a sign or none, and digits with at most one point. Nothing else is in the text.
+[[nodiscard]] std::optional<double> parse_decimal(const std::string& text);
+
 }  // namespace zellap10::plotter
