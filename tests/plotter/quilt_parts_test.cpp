@@ -60,14 +60,14 @@ TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
             const std::vector<Tile> tiles = decode_tiles(chart, colours, {level, row, 0, columns}, stop);
             ASSERT_EQ(tiles.size(), static_cast<std::size_t>(columns));
             for (int i = 0; i < 60; ++i) {
-                const int x = i * 7919 % kTileStride;
-                const int y = i * 104729 % kTileStride;
                 const int column = i % columns;
+                const Tile& tile = tiles[static_cast<std::size_t>(column)];
+                const int x = i * 7919 % tile.width;
+                const int y = i * 104729 % tile.height;
                 const int level_x = std::clamp(column * kTileSide - kTileApron + x, 0, size.cx - 1);
                 const int level_y = std::clamp(row * kTileSide - kTileApron + y, 0, size.cy - 1);
-                EXPECT_EQ(
-                    tiles[static_cast<std::size_t>(column)][static_cast<std::size_t>(y * kTileStride + x)],
-                    plain_mean(chart, colours, level, level_x, level_y))
+                EXPECT_EQ(tile.pixels[static_cast<std::size_t>(y * tile.width + x)],
+                          plain_mean(chart, colours, level, level_x, level_y))
                     << level_x << ' ' << level_y;
             }
         }

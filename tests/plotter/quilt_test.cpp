@@ -151,7 +151,7 @@ TEST_F(QuiltTest, HasTheSamePixelsInAnyOrderBySeveralThreadsAndInTiles) {
     Quilt quilt(catalogue_);
     Quilt::Options options;
     options.threads = 4;
-    options.workers = 3;
+    options.workers = 4;
     options.memory_bytes = 1;
     Quilt other(catalogue_, options);
     drawn(other, view_of(500, 10));

@@ -36,10 +36,10 @@ std::int32_t last_of(std::int32_t first, std::int32_t step, int count) {
 }
 
 // Places of boxes whose three pixels are inside a tile and its apron.
-bool fits(std::int32_t first, std::int32_t step, int count) {
-    constexpr std::int32_t kEnd = (kTileStride - 2) << kFractionBits;
+bool fits(std::int32_t first, std::int32_t step, int count, int size) {
+    const std::int32_t end = (size - 2) << kFractionBits;
     const std::int32_t last = last_of(first, step, count);
-    return first >= 0 && last >= 0 && first < kEnd && last < kEnd;
+    return first >= 0 && last >= 0 && first < end && last < end;
 }
 
 }  // namespace
@@ -69,10 +69,9 @@ struct BlockPainter::Source {
     int first_column, first_row, end_column, end_row;
     std::vector<std::shared_ptr<const Tile>> tiles;
 
-    [[nodiscard]] const Argb* tile(int column, int row) const {
-        return tiles[static_cast<std::size_t>((row - first_row) * (end_column - first_column) + column -
-                                              first_column)]
-            ->data();
+    [[nodiscard]] const Tile& tile(int column, int row) const {
+        return *tiles[static_cast<std::size_t>((row - first_row) * (end_column - first_column) + column -
+                                               first_column)];
     }
 };
 
@@ -88,9 +87,10 @@ bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t str
     free_of_row_.fill(part.width);
     for (auto& row : taken_)
         row.fill(0);
+    const std::optional<Extent> extent = extent_of(frame_.plane, part.left, part.top, kBlockSide);
     for (const auto& chart : frame_.charts) {
         if (free_ == 0) break;
-        paint_chart(*chart);
+        if (!extent || chart->chosen.entry->extent.overlaps(*extent)) paint_chart(*chart);
     }
     for (int y = part.y; y < part.y + part.height; ++y) {
         for_free(y, {part.x, part.x + part.width}, [&](RowSpan span) {
@@ -265,25 +265,27 @@ void BlockPainter::paint_run(const Source& source, const BoxRow& first, std::int
         return static_cast<int>(
             std::clamp<std::int64_t>(place >> (kTileBits + kFractionBits), begin, end - 1));
     };
-    const auto in_tile = [](std::int64_t place, int tile) {
-        constexpr std::int64_t kMost = (std::int64_t{kTileStride - 2} << kFractionBits) - 1;
+    const auto in_tile = [](std::int64_t place, int tile, int size) {
+        const std::int64_t most = (std::int64_t{size - 2} << kFractionBits) - 1;
         const std::int64_t origin = (std::int64_t{tile} * kTileSide - kTileApron) * kOnePixel;
-        return static_cast<std::int32_t>(std::clamp<std::int64_t>(place - origin, 0, kMost));
+        return static_cast<std::int32_t>(std::clamp<std::int64_t>(place - origin, 0, most));
     };
     while (count > 0) {
         const int column = tile_of(left, source.first_column, source.end_column);
         const int row = tile_of(top, source.first_row, source.end_row);
         BoxRow boxes = first;
-        boxes.left = in_tile(left, column);
-        boxes.top = in_tile(top, row);
+        const Tile& tile = source.tile(column, row);
+        boxes.left = in_tile(left, column, tile.width);
+        boxes.top = in_tile(top, row, tile.height);
         boxes.count = static_cast<int>(
             std::min({std::int64_t{count},
                       boxes_in_tile(left, first.left_step, column, source.first_column, source.end_column),
                       boxes_in_tile(top, first.top_step, row, source.first_row, source.end_row),
                       std::int64_t{kMostResampled}}));
-        if (!fits(boxes.left, boxes.left_step, boxes.count) || !fits(boxes.top, boxes.top_step, boxes.count))
+        if (!fits(boxes.left, boxes.left_step, boxes.count, tile.width) ||
+            !fits(boxes.top, boxes.top_step, boxes.count, tile.height))
             boxes.count = 1;
-        resample(source.tile(column, row), kTileStride, boxes, *source.across, *source.down, dest);
+        resample(tile.pixels.data(), tile.width, boxes, *source.across, *source.down, dest);
         left += std::int64_t{first.left_step} * boxes.count;
         top += std::int64_t{first.top_step} * boxes.count;
         dest += boxes.count;

@@ -14,12 +14,19 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kTileBytes = sizeof(Argb) * kTileStride * kTileStride;
 constexpr std::size_t kMostFiles = 2048;  // known, without their tiles
 constexpr int kMostOpen = 64;             // chart objects, each with an open file
 constexpr int kMostTilesOfJob = 8;        // decoded together, which bounds the memory of a worker
 constexpr int kMostWidth = 1 << 24;       // a line of more pixels may take longer than 0.1 s
 constexpr auto kCheckEvery = std::chrono::seconds(1);
+
+std::size_t bytes_of(const OpenedChart& chart, const TileKey& key) {
+    return tile_bytes(level_size(chart.size, key.level), key.column, key.row);
+}
+
+std::size_t bytes_of(const std::shared_ptr<const Tile>& tile) {
+    return tile != nullptr ? tile->pixels.size() * sizeof(Argb) : 0;
+}
 
 }  // namespace
 
@@ -47,7 +54,7 @@ struct ChartStore::File {
 };
 
 ChartStore::ChartStore(std::size_t memory_bytes, int workers, std::function<void()> on_more)
-    : most_tiles_(memory_bytes / kTileBytes), on_more_(std::move(on_more)) {
+    : most_bytes_(memory_bytes), on_more_(std::move(on_more)) {
     for (int i = 0; i < workers; ++i)
         workers_.emplace_back([this] { work(); });
 }
@@ -66,7 +73,7 @@ void ChartStore::begin() {
     const Lock lock(mutex_);
     ++drawing_;
     requests_.clear();
-    wanted_tiles_ = 0;
+    wanted_bytes_ = 0;
     if (files_.size() <= kMostFiles) return;
     queue_.clear();
     for (auto each = files_.begin(); each != files_.end();) {
@@ -115,7 +122,7 @@ std::shared_ptr<const Tile> ChartStore::tile(File& file, const OpenedChart& open
     File::Cached& cached = found != file.tiles.end() ? found->second : file.tiles[key];
     if (cached.used != drawing_) {
         cached.used = drawing_;
-        ++wanted_tiles_;
+        wanted_bytes_ += bytes_of(opened, key);
         if (cached.tile == nullptr) requests_.emplace_back(&file, key);
     }
     return cached.tile;
@@ -124,15 +131,23 @@ std::shared_ptr<const Tile> ChartStore::tile(File& file, const OpenedChart& open
 void ChartStore::end(bool announces) {
     {
         const Lock lock(mutex_);
+        // A chart that was forgotten meanwhile is asked for again.
+        requests_.erase(std::remove_if(requests_.begin(), requests_.end(),
+                                       [](const auto& request) {
+                                           return request.second && request.first->opened == nullptr;
+                                       }),
+                        requests_.end());
         // What is present and was wanted stays; the first requests that fit beside it are met.
         std::size_t missing = 0;
         for (const auto& request : requests_)
-            missing += request.second ? 1 : 0;
-        std::size_t room = most_tiles_ - std::min(most_tiles_, wanted_tiles_ - missing);
+            missing += request.second ? bytes_of(*request.first->opened, *request.second) : 0;
+        const std::size_t present = wanted_bytes_ - std::min(missing, wanted_bytes_);
+        std::size_t room = most_bytes_ - std::min(most_bytes_, present);
         queue_.clear();
         for (const auto& request : requests_) {
-            if (request.second && room == 0) continue;
-            if (request.second) --room;
+            const std::size_t bytes = request.second ? bytes_of(*request.first->opened, *request.second) : 0;
+            if (bytes > room) continue;
+            room -= bytes;
             queue_.push_back(request);
         }
         requests_.clear();
@@ -153,7 +168,7 @@ std::uint64_t ChartStore::changes() {
 
 bool ChartStore::is_too_small() {
     const Lock lock(mutex_);
-    return wanted_tiles_ > most_tiles_;
+    return wanted_bytes_ > most_bytes_;
 }
 
 std::vector<std::pair<std::string, std::string>> ChartStore::problems() {
@@ -299,8 +314,9 @@ bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
     }
     for (int i = 0; i < row.count; ++i) {
         File::Cached& cached = file.tiles[{row.level, row.first_column + i, row.row}];
-        if (cached.tile == nullptr) ++tiles_;
+        bytes_ -= bytes_of(cached.tile);
         cached.tile = std::make_shared<const Tile>(std::move(tiles[static_cast<std::size_t>(i)]));
+        bytes_ += bytes_of(cached.tile);
         cached.used = std::max(cached.used, drawing_);
         make_room();
     }
@@ -315,7 +331,7 @@ void ChartStore::fail(File& file, Failure failure, std::string reason) {
 
 void ChartStore::forget(File& file) {
     for (const auto& each : file.tiles)
-        tiles_ -= each.second.tile != nullptr ? 1 : 0;
+        bytes_ -= bytes_of(each.second.tile);
     file.tiles.clear();
     if (file.opened != nullptr) ++changes_;
     file.opened = nullptr;
@@ -325,7 +341,7 @@ void ChartStore::forget(File& file) {
 
 // Drops the tiles that were not wanted for longest.
 void ChartStore::make_room() {
-    while (tiles_ > most_tiles_) {
+    while (bytes_ > most_bytes_) {
         File* oldest_file = nullptr;
         std::map<TileKey, File::Cached>::iterator oldest;
         for (const auto& [path, file] : files_) {
@@ -337,8 +353,8 @@ void ChartStore::make_room() {
             }
         }
         if (oldest_file == nullptr) return;
+        bytes_ -= bytes_of(oldest->second.tile);
         oldest_file->tiles.erase(oldest);
-        --tiles_;
     }
 }
 

@@ -101,7 +101,7 @@ private:
     void make_room();
     void close_some(const File& kept);
 
-    const std::size_t most_tiles_;
+    const std::size_t most_bytes_;
     const std::function<void()> on_more_;
     std::atomic<bool> stop_{false};
     std::mutex mutex_;
@@ -110,8 +110,8 @@ private:
     std::map<std::string, std::unique_ptr<File>> files_;
     std::deque<std::pair<File*, std::optional<TileKey>>> requests_;  // since begin
     std::deque<std::pair<File*, std::optional<TileKey>>> queue_;     // of the workers
-    std::size_t tiles_ = 0;
-    std::size_t wanted_tiles_ = 0;  // since begin, decoded or not
+    std::size_t bytes_ = 0;                                          // of all tiles
+    std::size_t wanted_bytes_ = 0;                                   // since begin, of tiles decoded or not
     std::uint64_t drawing_ = 0;
     std::uint64_t changes_ = 0;
     int running_ = 0;

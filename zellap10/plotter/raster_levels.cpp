@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include <zellap10/plotter/block_means.h>
 #include <zellap10/plotter/raster_levels.h>
@@ -38,7 +39,17 @@ private:
     std::optional<BlockMeans> means_;  // of a reduced level
 };
 
+// Pixels along a side of a tile, apron included.
+int side_of(int level_pixels, int tile) {
+    return std::clamp(level_pixels - tile * kTileSide, 1, kTileSide) + 2 * kTileApron;
+}
+
 }  // namespace
+
+std::size_t tile_bytes(CSize level, int column, int row) {
+    return sizeof(Argb) * static_cast<std::size_t>(side_of(level.cx, column)) *
+           static_cast<std::size_t>(side_of(level.cy, row));
+}
 
 CSize level_size(CSize chart, int level) {
     const auto reduced = [level](int pixels) {
@@ -56,18 +67,23 @@ std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const
     const int end = std::clamp(left + row.count * kTileSide + 2 * kTileApron, first + 1, size.cx);
     LevelReader reader(chart, colours, row.level, first, end);
     std::vector<Argb> pixels(static_cast<std::size_t>(end - first));
-    std::vector<Tile> tiles(static_cast<std::size_t>(row.count),
-                            Tile(static_cast<std::size_t>(kTileStride) * kTileStride));
+    std::vector<Tile> tiles;
+    for (int i = 0; i < row.count; ++i) {
+        Tile tile{side_of(size.cx, row.first_column + i), side_of(size.cy, row.row), {}};
+        tile.pixels.resize(static_cast<std::size_t>(tile.width) * static_cast<std::size_t>(tile.height));
+        tiles.push_back(std::move(tile));
+    }
     int read_row = -1;
-    for (int y = 0; y < kTileStride; ++y) {
+    for (int y = 0; y < side_of(size.cy, row.row); ++y) {
         const int wanted = std::clamp(top + y, 0, size.cy - 1);
         if (wanted != read_row && !reader.read(wanted, pixels, stop)) return {};
         read_row = wanted;
-        for (std::size_t tile = 0; tile < tiles.size(); ++tile) {
-            Argb* dest = tiles[tile].data() + std::ptrdiff_t{y} * kTileStride;
-            const int column = left + static_cast<int>(tile) * kTileSide;
-            for (int x = 0; x < kTileStride; ++x)
+        int column = left;
+        for (Tile& tile : tiles) {
+            Argb* const dest = tile.pixels.data() + std::ptrdiff_t{y} * tile.width;
+            for (int x = 0; x < tile.width; ++x)
                 dest[x] = pixels[static_cast<std::size_t>(std::clamp(column + x, first, end - 1) - first)];
+            column += kTileSide;
         }
     }
     return tiles;

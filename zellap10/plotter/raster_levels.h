@@ -5,6 +5,7 @@
 /// The raster of a chart in true colour, reduced by powers of two and cut into tiles.
 
 #include <atomic>
+#include <cstddef>
 #include <vector>
 
 #include <zellap10/chart/zellap.h>
@@ -16,7 +17,6 @@ namespace zellap10::plotter {
 /// column and row at the edges of the chart, so that the pixels under a box are in one tile.
 constexpr int kTileSide = 256;
 constexpr int kTileApron = 2;
-constexpr int kTileStride = kTileSide + 2 * kTileApron;
 
 /// The levels of a chart: at level n a pixel is the mean of 2^n by 2^n chart pixels, or of those that the
 /// chart has at its right and lower edge.
@@ -25,8 +25,18 @@ constexpr int kMostLevel = 13;
 /// The size of a level.
 [[nodiscard]] CSize level_size(CSize chart, int level);
 
-/// kTileStride by kTileStride pixels.
-using Tile = std::vector<Argb>;
+/// The pixels of a tile with its apron. At the right and lower edge of a level a tile is smaller.
+struct Tile {
+    int width = 0;
+    int height = 0;
+    std::vector<Argb> pixels;
+};
+
+/// The memory that the pixels of a tile take, in bytes.
+///
+/// @param level        the size of its level
+/// @param column, row  of the tile
+[[nodiscard]] std::size_t tile_bytes(CSize level, int column, int row);
 
 /// Some tiles of a row of tiles, from left to right.
 struct TileRow {

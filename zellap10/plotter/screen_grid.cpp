@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <zellap10/plotter/screen_grid.h>
 #include <zellap10/plotter/web_mercator.h>
@@ -63,26 +64,9 @@ private:
         return std::fabs(result.x) < 1e9 && std::fabs(result.y) < 1e9 ? Node(result) : std::nullopt;
     }
 
-    // The plane is linear in longitude, and in latitude but for its scale: corners are farthest.
     bool meets_extent(std::int64_t left, std::int64_t top, int side) const {
-        Extent cell{90.0, -90.0, 0.0, 0.0};
-        double west = 0.0;
-        double east = 0.0;
-        const std::optional<Position> first = plane_.position_of(left, top);
-        if (!first) return true;
-        for (const auto& [column, row] : {std::pair(0, 0), {side, 0}, {0, side}, {side, side}}) {
-            const std::optional<Position> corner = plane_.position_of(left + column, top + row);
-            if (!corner) return true;
-            cell.south = std::min(cell.south, corner->latitude);
-            cell.north = std::max(cell.north, corner->latitude);
-            const double over = longitude_near(corner->longitude, first->longitude) - first->longitude;
-            west = std::min(west, over);
-            east = std::max(east, over);
-        }
-        if (east - west > 180.0) return true;
-        cell.west = normalize_longitude(first->longitude + west);
-        cell.width = east - west;
-        return cell.overlaps(*extent_);
+        const std::optional<Extent> cell = extent_of(plane_, left, top, side);
+        return !cell || cell->overlaps(*extent_);
     }
 
     // Compares the interpolation with the middles of the edges and of the cell, where that of a map with
@@ -171,6 +155,28 @@ Vector GridCell::at(double x, double y) const {
     const Vector upper = across(corners[0], corners[1]);
     const Vector lower = across(corners[2], corners[3]);
     return {upper.x + (lower.x - upper.x) * down, upper.y + (lower.y - upper.y) * down};
+}
+
+// The plane is linear in longitude, and in latitude but for its scale: corners are farthest.
+std::optional<Extent> extent_of(const ScreenPlane& plane, std::int64_t left, std::int64_t top, int side) {
+    Extent extent{90.0, -90.0, 0.0, 0.0};
+    double west = 0.0;
+    double east = 0.0;
+    std::optional<Position> first;
+    for (const auto& [column, row] : {std::pair(0, 0), {side, 0}, {0, side}, {side, side}}) {
+        const std::optional<Position> corner = plane.position_of(left + column, top + row);
+        if (!corner) return std::nullopt;
+        if (!first) first = corner;
+        extent.south = std::min(extent.south, corner->latitude);
+        extent.north = std::max(extent.north, corner->latitude);
+        const double over = longitude_near(corner->longitude, first->longitude) - first->longitude;
+        west = std::min(west, over);
+        east = std::max(east, over);
+    }
+    if (east - west > 170.0) return std::nullopt;
+    extent.west = normalize_longitude(first->longitude + west);
+    extent.width = east - west;
+    return extent;
 }
 
 std::vector<GridCell> cells_of(const ScreenPlane& plane, const Georeference& georeference, std::int64_t left,

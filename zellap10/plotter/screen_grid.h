@@ -54,6 +54,11 @@ struct GridCell {
 /// Edge of a block of the plane: cells start with this size.
 constexpr int kBlockSide = 128;
 
+/// The extent of a square of the plane; empty if it is not known because the square is too large or too near
+/// to a pole.
+[[nodiscard]] std::optional<Extent> extent_of(const ScreenPlane& plane, std::int64_t left, std::int64_t top,
+                                              int side);
+
 /// How far an interpolated chart pixel is from Georeference::pixel_of at the most, in chart pixels. Two
 /// places of a cell may be farther off than those that were compared, which the difference to 0.25 covers.
 constexpr double kGridTolerance = 0.2;
