@@ -261,6 +261,22 @@ TEST(PixelOutlines, FollowTheOutlineToAQuarterPixel) {
     }
 }
 
+TEST(PixelOutlines, FollowAnEdgeThatBendsBothWays) {
+    // On a Mercator chart the edge across the equator is straight only between its ends and its middle.
+    CGEORec record;
+    record.Projection = "MERCATOR";
+    add_points(record, {{0, 0, -40, 40}, {2000, 0, 40, 40}, {2000, 2185, 40, -40}, {0, 2185, -40, -40}});
+    for (const Position& corner : {Position{30, 30}, {-30, -30}, {30, -30}})
+        add_vertex(record, corner.longitude, corner.latitude);
+    record.solvepoly();
+    const Georeference georeference = Georeference::from(record).value();
+    for (const double degrees : {-20.0, -15.0, 0.0, 15.0, 20.0}) {
+        const ChartPixel on = georeference.pixel_of({degrees, degrees}).value();
+        EXPECT_TRUE(georeference.pixel_outline().contains({on.x - 0.4, on.y - 0.4})) << degrees;
+        EXPECT_FALSE(georeference.pixel_outline().contains({on.x + 0.4, on.y + 0.4})) << degrees;
+    }
+}
+
 TEST(PixelOutlines, ContainWhatAPolygonContains) {
     // A comb of many teeth, each as high as the polygon, and one of low steps.
     for (const bool is_comb : {true, false}) {
@@ -317,7 +333,7 @@ TEST(Sheets, KnowTheInsetThatOwnsAPixel) {
     ASSERT_GT(std::fabs(plan.wpy(-5, 48) - 500), 40.0) << "wpxy is right";
     CGEORec line;
     add_points(line, {{10, 10, 1, 1}, {20, 20, 2, 2}});
-    for (CGEORec* const inset : {&large, &line, &plan})
+    for (CGEORec* const inset : {&plan, &line, &large})
         base.Insets.AddTail(inset);
 
     const Sheet sheet(base);
@@ -325,8 +341,8 @@ TEST(Sheets, KnowTheInsetThatOwnsAPixel) {
     EXPECT_FALSE(sheet.insets()[1]);
     EXPECT_FALSE(sheet.inset_at({15, 15})) << "on an inset of two points";
     EXPECT_FALSE(sheet.inset_at({399, 399}));
-    EXPECT_EQ(sheet.inset_at({599.5, 599.5}), 2) << "the smaller of two, inside by half a pixel";
-    EXPECT_EQ(sheet.inset_at({602.5, 550}), 0) << "outside it, in its margin of 80 pixels";
+    EXPECT_EQ(sheet.inset_at({599.5, 599.5}), 0) << "the smaller of two, inside by half a pixel";
+    EXPECT_EQ(sheet.inset_at({602.5, 550}), 2) << "outside it, in its margin of 80 pixels";
     EXPECT_NEAR(sheet.georeference_at({450, 450})->position_of({450, 450})->longitude, 50.5, 1e-9);
     EXPECT_NEAR(sheet.georeference_at({350, 450})->position_of({350, 450})->longitude, 3.5, 1e-9);
     EXPECT_TRUE(sheet.covers({9, 1}));

@@ -1,9 +1,6 @@
 #include "zellap10/plotter/projection_mode.h"
 
 #include <cmath>
-#include <limits>
-
-#include <zellap10/platform/angle.h>
 
 namespace zellap10::plotter {
 
@@ -15,25 +12,6 @@ constexpr double kMetres = 1e-8;  // rounding error near the chart
 constexpr double kConvergedMetres = 1e-7;
 constexpr double kConvergedStep = 1e-12;  // degrees; near a pole of Mercator's this is many metres
 constexpr double kStepDegrees = 1e-5;     // a metre, for the Jacobian
-
-Vector project(const CGEORec& record, Vector position) {
-    double easting = 0.0;
-    double northing = 0.0;
-    record.ProjFwd(position.x, position.y, &easting, &northing);
-    return {easting, northing};
-}
-
-// How far from the central meridian a projection has a meaning, DEGREES.
-double reach_of(int code) {
-    constexpr int kPolyconic = 2;
-    constexpr int kTransverseMercator = 3;
-    return code == kTransverseMercator ? 90.0 : code == kPolyconic ? 180.0 : HUGE_VAL;
-}
-
-bool is_in_reach(const CGEORec& record, Vector position) {
-    const double meridian = record.ProjParms.lon0 * platform::RAD_TO_DEG;
-    return std::fabs(position.x + record.LongitudeOffset - meridian) <= reach_of(record.ProjCode);
-}
 
 // Far from the chart, each pass needs its own Jacobian.
 std::optional<Vector> refine_far(const CGEORec& record, Vector position, Vector plane) {
@@ -73,25 +51,14 @@ std::optional<Vector> refine(const CGEORec& record, Vector position, Vector plan
 
 }  // namespace
 
-Jacobian plane_jacobian(const CGEORec& record) {
-    return {record.pwxAffine[1], record.pwxAffine[2], record.pwyAffine[1], record.pwyAffine[2]};
-}
-
 std::optional<Vector> projected_position_of(const CGEORec& record, Vector pixel) {
-    Vector position;
-    record.pwxy(pixel.x, pixel.y, &position.x, &position.y);
     const Vector plane{record.Evaluate(record.pwxAffine, pixel.x, pixel.y),
                        record.Evaluate(record.pwyAffine, pixel.x, pixel.y)};
+    Vector position;
+    record.ProjInv(plane.x, plane.y, &position.x, &position.y);
     const std::optional<Vector> refined = refine(record, position, plane);
     if (!refined || !is_in_reach(record, *refined) || std::fabs(refined->y) > 90.0) return std::nullopt;
     return refined;
-}
-
-Vector projected_pixel_of(const CGEORec& record, Vector position) {
-    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-    if (!is_in_reach(record, position)) return {kNone, kNone};
-    return plane_jacobian(record).inverse(project(record, position) -
-                                          Vector{record.pwxAffine[0], record.pwyAffine[0]});
 }
 
 }  // namespace zellap10::plotter
