@@ -237,10 +237,10 @@ constexpr const char* kProjections[][2] = {{"direct", ""},
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     for (const auto& [name, projection] : kProjections) {
-        const std::string behind = std::string("/") + name;
-        benchmark::RegisterBenchmark(("wpxy" + behind).c_str(), wpxy, projection);
-        benchmark::RegisterBenchmark(("pixel_of" + behind).c_str(), plotter_pixel_of, projection);
-        benchmark::RegisterBenchmark(("position_of" + behind).c_str(), plotter_position_of, projection);
+        const std::string suffix = std::string("/") + name;
+        benchmark::RegisterBenchmark(("wpxy" + suffix).c_str(), wpxy, projection);
+        benchmark::RegisterBenchmark(("pixel_of" + suffix).c_str(), plotter_pixel_of, projection);
+        benchmark::RegisterBenchmark(("position_of" + suffix).c_str(), plotter_position_of, projection);
     }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -5,7 +5,7 @@
 #include <testing/chart_under_test.h>
 #include <zellap10/plotter/diagnosis.h>
 
-/// The small chart with another height in its header, and another place of its line table.
+/// The small chart with another height in its header and another offset of its line table.
 inline std::string small_chart_of_height(const std::string& height, char table = 69) {
     std::string bytes = small_chart();
     bytes.back() = table;
@@ -17,7 +17,7 @@ inline std::string small_chart_with(std::size_t at_from_end, const std::string& 
     return chart.replace(chart.size() - at_from_end, bytes.size(), bytes);
 }
 
-/// A file that no chart object opens, and what a plotter tells of it.
+/// A file that no chart object opens, and the diagnosis.
 struct RefusedChart {
     const char* name;
     std::string bytes;
@@ -42,14 +42,14 @@ inline const RefusedChart kRefusedCharts[] = {
     {"a table of 2147483647 lines", small_chart_of_height("2147483647"), zellap10::plotter::Fault::kLineTable,
      "The line table begins at 69 and its 2,147,483,647 lines need 8,589,934,588 bytes, in a file of 90 "
      "bytes."},
-    {"a table that ends 1 byte behind the file", small_chart_of_height("3", 70),
+    {"a table that ends 1 byte past the file", small_chart_of_height("3", 70),
      zellap10::plotter::Fault::kLineTable,
      "The line table begins at 70 and its 3 lines need 12 bytes, in a file of 81 bytes."},
-    {"a table that ends 4 bytes behind the file", small_chart_of_height("4"),
+    {"a table that ends 4 bytes past the file", small_chart_of_height("4"),
      zellap10::plotter::Fault::kLineTable,
      "The line table begins at 69 and its 4 lines need 16 bytes, in a file of 81 bytes."},
-    {"a table behind the file", small_chart_with(4, std::string("\x00\x00\x01\x00", 4)),
+    {"a table past the file", small_chart_with(4, std::string("\x00\x00\x01\x00", 4)),
      zellap10::plotter::Fault::kLineTable, "The line table begins at 256 in a file of 81 bytes."},
-    {"a table far behind the file", small_chart_with(4, "\xFF\xFF\xFF\xFC"),
+    {"a table far past the file", small_chart_with(4, "\xFF\xFF\xFF\xFC"),
      zellap10::plotter::Fault::kLineTable, "The line table begins at 4,294,967,292 in a file of 81 bytes."},
 };
