@@ -157,6 +157,7 @@ void write_all(const std::filesystem::path& root) {
     const std::string chart = charts().front().bytes;
     for (const NamedText& text : georeferences()) {
         write(root / "georeference", text.name, arguments(0, ++start) + text.text);
+        write(root / "quilt", text.name, arguments(1, ++start) + text.text);
         for (const int way : {0, 1}) {
             write(root / "chart_and_georeference", text.name + std::string(way == 0 ? "" : "_twice"),
                   arguments(way, ++start) + chart + "\n=GEO=\n" + text.text);
@@ -168,7 +169,7 @@ void write_all(const std::filesystem::path& root) {
                   calls(call, i % 2 != 0, ++start));
         }
     }
-    for (const char* target : {"chart", "georeference", "chart_and_georeference", "numeric"}) {
+    for (const char* target : {"chart", "georeference", "chart_and_georeference", "numeric", "quilt"}) {
         write(root / target, "empty", "");
         write(root / target, "zeros", kNoArguments);
     }
