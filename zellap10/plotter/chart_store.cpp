@@ -89,13 +89,14 @@ void ChartStore::begin() {
 
 ChartStore::File& ChartStore::file(const std::string& path) {
     const Lock lock(mutex_);
-    std::unique_ptr<File>& file = files_[path];
-    if (file == nullptr) {
-        file = std::make_unique<File>();
+    auto found = files_.find(path);
+    if (found == files_.end()) {
+        auto file = std::make_unique<File>();
         file->path = path;
+        found = files_.emplace(path, std::move(file)).first;
     }
-    file->used = drawing_;
-    return *file;
+    found->second->used = drawing_;
+    return *found->second;
 }
 
 ChartStore::Failure ChartStore::failure(const File& file) {
@@ -314,9 +315,10 @@ bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
     }
     for (int i = 0; i < row.count; ++i) {
         File::Cached& cached = file.tiles[{row.level, row.first_column + i, row.row}];
+        auto tile = std::make_shared<const Tile>(std::move(tiles[static_cast<std::size_t>(i)]));
         bytes_ -= bytes_of(cached.tile);
-        cached.tile = std::make_shared<const Tile>(std::move(tiles[static_cast<std::size_t>(i)]));
-        bytes_ += bytes_of(cached.tile);
+        bytes_ += bytes_of(tile);
+        cached.tile = std::move(tile);
         cached.used = std::max(cached.used, drawing_);
         make_room();
     }
