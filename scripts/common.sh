@@ -15,7 +15,7 @@ VIEWER_PACKAGES=(libsdl2-dev libxml2-dev libgps-dev)
 
 # Of what the Python package and its tests need besides, and of what those of its tests need that .ci/run does not
 # let be skipped.
-PYTHON_PACKAGES=(python3-dev python3-venv pybind11-dev libdeflate-dev python3-numpy python3-tqdm python3-pytest)
+PYTHON_PACKAGES=(python3-dev python3-venv pybind11-dev libdeflate-dev libwebp-dev python3-numpy python3-tqdm python3-pytest)
 PYTHON_TEST_PACKAGES=(python3-distributed python3-tifffile python3-pil python3-matplotlib mypy geotiff-bin
                       libjs-leaflet chromium chromium-driver python3-selenium)
 

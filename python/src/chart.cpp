@@ -1,8 +1,8 @@
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,29 +14,25 @@
 
 #include "bindings.h"
 #include "errors.h"
+#include "plain.h"
 #include <zellap10/plotter/plotter.h>
 #include <zellap10/zellap10.h>
 
 namespace zellap10::python {
 
-namespace py = pybind11;
-
 namespace {
 
-using Indexes = py::array_t<unsigned char>;
-
-/// A text of a file, which need not be UTF-8.
-py::str text(const char* bytes) {
-    PyObject* const decoded =
-        PyUnicode_DecodeUTF8(bytes, static_cast<Py_ssize_t>(std::strlen(bytes)), "replace");
-    if (decoded == nullptr) throw py::error_already_set();
-    return py::reinterpret_steal<py::str>(decoded);
-}
+using Bytes = py::array_t<unsigned char>;
 
 std::string reason(const std::string& path) {
-    const auto diagnosis = plotter::diagnose_chart(path);
-    return path + ": " + (diagnosis ? diagnosis->text : "Memory ran out.");
+    return path + ": " + chart_fault(path).value_or("Memory ran out.");
 }
+
+/// An inset of a chart.
+struct Inset {
+    std::string name;
+    std::optional<plotter::Georeference> georeference;
+};
 
 /// An open chart. An object of the library is for one thread at a time, so a lock is held while it decodes.
 class Chart {
@@ -44,8 +40,11 @@ public:
     explicit Chart(const std::filesystem::path& path) : path_(path.string()) {
         const py::gil_scoped_release free;
         chart_ = std::make_unique<CZellap>();
-        if (chart_->OpenZellap(path_.c_str(), 0) != 0) return;
-        throw ChartError(reason(path_));
+        if (chart_->OpenZellap(path_.c_str(), 0) == 0) throw ChartError(reason(path_));
+        sheet_.emplace(*chart_->GetBaseGeoRec(), chart_->GetDocumentSize());
+        for (const CGEORec* inset : chart_->GetBaseGeoRec()->Insets) {
+            insets_.push_back({static_cast<const char*>(inset->Name), sheet_->insets()[insets_.size()]});
+        }
     }
 
     void close() {
@@ -55,39 +54,56 @@ public:
     }
 
     bool closed() const { return chart_ == nullptr; }
-    const std::string& path() const { return path_; }
-    py::str name() { return text(open().ChartName); }
+    py::object path() const { return path_text(path_); }
+    py::str name() const { return text(open().ChartName); }
+    const std::optional<plotter::Georeference>& georeference() const { return sheet_->chart(); }
+    const std::vector<Inset>& insets() const { return insets_; }
 
-    std::pair<int, int> size() {
+    std::optional<plotter::Georeference> georeference_at(double x, double y) const {
+        return sheet_->georeference_at({x, y});
+    }
+
+    std::pair<int, int> size() const {
         const CSize size = open().GetDocumentSize();
         return {size.cx, size.cy};
     }
 
+    /// Texts of the georeference file.
+    py::dict texts() const {
+        const CGEORec& record = *open().GetBaseGeoRec();
+        py::dict texts;
+        for (const auto& [key, value] :
+             {std::pair{"scale", &record.Scale}, std::pair{"projection", &record.Projection},
+              std::pair{"datum", &record.Datum}, std::pair{"depth_units", &record.DepthUnits},
+              std::pair{"sounding_datum", &record.SoundingDatum}, std::pair{"country", &record.Country},
+              std::pair{"source_edition", &record.SourceEdition},
+              std::pair{"date_published", &record.DatePublished},
+              std::pair{"last_update", &record.LastUpdate}}) {
+            texts[key] = text(*value);
+        }
+        return texts;
+    }
+
     /// The colours, n x 3.
-    Indexes palette() {
+    Bytes palette() const {
         PALETTEENTRY entries[256];
         const unsigned count = GetPaletteEntries(open().GetPaletteHandle(), 0, 256, entries);
-        Indexes colours({static_cast<py::ssize_t>(count), py::ssize_t{3}});
-        auto colour = colours.mutable_unchecked<2>();
+        Bytes colours({static_cast<py::ssize_t>(count), py::ssize_t{3}});
+        unsigned char* to = colours.mutable_data();
         for (unsigned i = 0; i < count; ++i) {
-            colour(i, 0) = entries[i].peRed;
-            colour(i, 1) = entries[i].peGreen;
-            colour(i, 2) = entries[i].peBlue;
+            *to++ = entries[i].peRed;
+            *to++ = entries[i].peGreen;
+            *to++ = entries[i].peBlue;
         }
         return colours;
     }
 
-    Indexes pixels(int left, int top, std::optional<int> width, std::optional<int> height) {
+    Bytes pixels(int left, int top, std::optional<int> width, std::optional<int> height) {
         const CSize size = open().GetDocumentSize();
         const int columns = width.value_or(size.cx - left);
         const int rows = height.value_or(size.cy - top);
-        if (left < 0 || top < 0 || columns < 0 || rows < 0 || left > size.cx - columns ||
-            top > size.cy - rows) {
-            throw std::invalid_argument("the rectangle is not inside the chart of " +
-                                        std::to_string(size.cx) + " x " + std::to_string(size.cy) +
-                                        " pixels");
-        }
-        Indexes indexes({rows, columns});
+        check_inside(left, top, columns, rows, size);
+        Bytes indexes({rows, columns});
         unsigned char* const into = indexes.mutable_data();
         const py::gil_scoped_release free;
         const std::lock_guard<std::mutex> lock(decoding_);
@@ -95,29 +111,62 @@ public:
         throw ChartError("the pixels of the chart cannot be read");
     }
 
-    std::vector<py::str> inset_names() {
-        std::vector<py::str> names;
-        for (const CGEORec* inset : open().GetBaseGeoRec()->Insets)
-            names.push_back(text(inset->Name));
-        return names;
+    /// Rows x columns x 3.
+    Bytes rgb(int reduction, const std::string& scheme, int left, int top, std::optional<int> width,
+              std::optional<int> height) {
+        if (reduction < 1) throw std::invalid_argument("a reduction is 1 or more");
+        const CSize size = open().GetDocumentSize();
+        const CSize reduced{blocks(size.cx, reduction), blocks(size.cy, reduction)};
+        const plotter::Viewport viewport{left, top, reduction, width.value_or(reduced.cx - left),
+                                         height.value_or(reduced.cy - top)};
+        check_inside(viewport.column, viewport.row, viewport.width, viewport.height, reduced);
+        Bytes image({viewport.height, viewport.width, 3});
+        unsigned char* to = image.mutable_data();
+        const plotter::ColourTable colours = plotter::colours_of(open(), scheme_of(scheme));
+        const py::gil_scoped_release free;
+        for (const unsigned char index : indexes_of(viewport)) {
+            for (const unsigned shift : {16U, 8U, 0U}) {
+                *to++ = static_cast<unsigned char>(colours[index] >> shift);
+            }
+        }
+        return image;
     }
 
 private:
-    CZellap& open() {
+    static int blocks(int pixels, int reduction) {
+        return pixels / reduction + (pixels % reduction > 0 ? 1 : 0);
+    }
+
+    static void check_inside(int left, int top, int width, int height, CSize size) {
+        if (left >= 0 && top >= 0 && width >= 0 && height >= 0 && left <= size.cx - width &&
+            top <= size.cy - height) {
+            return;
+        }
+        throw std::invalid_argument("the rectangle is not inside the chart of " + std::to_string(size.cx) +
+                                    " x " + std::to_string(size.cy) + " pixels");
+    }
+
+    std::vector<unsigned char> indexes_of(const plotter::Viewport& viewport) {
+        std::vector<unsigned char> indexes(static_cast<std::size_t>(viewport.width) *
+                                           static_cast<std::size_t>(viewport.height));
+        const std::lock_guard<std::mutex> lock(decoding_);
+        if (plotter::read_viewport(open(), viewport, 0, indexes.data())) return indexes;
+        throw ChartError("the pixels of the chart cannot be read");
+    }
+
+    CZellap& open() const {
         if (closed()) throw std::invalid_argument("the chart is closed");
         return *chart_;
     }
 
     std::string path_;
-    std::unique_ptr<CZellap> chart_;
+    std::unique_ptr<CZellap> chart_;  // null after close
+    std::optional<plotter::Sheet> sheet_;
+    std::vector<Inset> insets_;
     std::mutex decoding_;
 };
 
-}  // namespace
-
-void add_chart(py::module_& module) {
-    py::register_exception<ChartError>(module, "ChartError");
-    py::class_<Chart>(module, "Chart", R"(An open chart. It closes itself at the end of a `with` block.
+constexpr const char* kChart = R"(An open chart. It closes itself at the end of a `with` block.
 
 Several threads may use one chart; they take turns.
 
@@ -126,22 +175,10 @@ Args:
 
 Raises:
     ChartError: the file does not open, with the reason in words.
-    ValueError: from every operation after close.
-)")
-        .def(py::init<const std::filesystem::path&>(), py::arg("path"))
-        .def("__enter__", [](py::object self) { return self; })
-        .def("__exit__", [](Chart& chart, const py::args&) { chart.close(); })
-        .def("close", &Chart::close, "Closes the file. Closing twice does nothing.")
-        .def_property_readonly("closed", &Chart::closed, "Whether the chart is closed.")
-        .def_property_readonly("path", &Chart::path, "The path that the chart was opened by.")
-        .def_property_readonly("name", &Chart::name, "The name in the chart's header.")
-        .def_property_readonly("size", &Chart::size, "(width, height) in pixels.")
-        .def_property_readonly(
-            "palette", &Chart::palette,
-            "The colours, an array of bytes, n x 3: red, green, blue of each colour index.")
-        .def_property_readonly("inset_names", &Chart::inset_names, "The names of the insets.")
-        .def("pixels", &Chart::pixels, py::arg("left") = 0, py::arg("top") = 0, py::arg("width") = py::none(),
-             py::arg("height") = py::none(), R"(Returns colour indexes of a rectangle at full scale.
+    ValueError: from operations on pixels and properties of an object that is closed.
+)";
+
+constexpr const char* kPixels = R"(Returns colour indexes of a rectangle at full scale.
 
 Args:
     left, top: the first column and row, from 0.
@@ -153,7 +190,74 @@ Returns:
 Raises:
     ValueError: the rectangle is not inside the chart.
     ChartError: the file cannot be read any more.
-)");
+)";
+
+constexpr const char* kRgb =
+    R"(Returns colours at a reduction: each pixel is the palette colour nearest to the mean of a block.
+
+Args:
+    reduction: chart pixels along the edge of a block, 1 or more.
+    scheme: "day", "dusk" or "night".
+    left, top: the first column and row, counted in blocks.
+    width, height: columns and rows, counted in blocks; by default all that follow.
+
+Returns:
+    An array of bytes, height x width x 3: red, green, blue.
+
+Raises:
+    ValueError: a reduction below 1, an unknown scheme, a rectangle that is not inside the chart.
+    ChartError: the file cannot be read any more.
+
+>>> with Chart("gulf_of_maine.chart") as chart:
+...     chart.size, chart.rgb(10).shape
+((2563, 2589), (259, 257, 3))
+)";
+
+void add_diagnosis(py::module_& module) {
+    using Path = std::filesystem::path;
+    module.def(
+        "diagnose_chart", [](const Path& path) { return chart_fault(path.string()); }, py::arg("path"),
+        "Why a chart file does not open, in words; None if it does.");
+    module.def(
+        "diagnose_georeference", [](const Path& path) { return georeference_fault(path.string()); },
+        py::arg("path"), "Why a chart file has no georeference, in words; None if it has one.");
+}
+
+}  // namespace
+
+void add_chart(py::module_& module) {
+    add_diagnosis(module);
+    py::register_exception<ChartError>(module, "ChartError").attr("__doc__") =
+        "A chart that cannot be opened or read, with the reason in words.";
+    py::class_<Inset>(module, "Inset", "An inset of a chart.")
+        .def_property_readonly(
+            "name", [](const Inset& self) { return text(self.name.c_str()); }, "Its name.")
+        .def_readonly("georeference", &Inset::georeference, "Its Georeference, or None.");
+    py::class_<Chart>(module, "Chart", kChart)
+        .def(py::init<const std::filesystem::path&>(), py::arg("path"))
+        .def("__enter__", [](py::object self) { return self; })
+        .def("__exit__", [](Chart& chart, const py::args&) { chart.close(); })
+        .def("close", &Chart::close, "Closes the file. Closing twice does nothing.")
+        .def_property_readonly("closed", &Chart::closed, "Whether the chart is closed.")
+        .def_property_readonly("path", &Chart::path, "The path that the chart was opened by.")
+        .def_property_readonly("name", &Chart::name, "The name in the chart's header.")
+        .def_property_readonly("size", &Chart::size, "(width, height) in pixels.")
+        .def_property_readonly("palette", &Chart::palette,
+                               "The colours, an array of bytes, n x 3: red, green, blue of each index.")
+        .def_property_readonly(
+            "texts", &Chart::texts,
+            "Texts of the georeference file as they are there: scale, projection, datum, "
+            "depth_units, sounding_datum, country, source_edition, date_published and last_update.")
+        .def_property_readonly("georeference", &Chart::georeference,
+                               "The Georeference of the chart; None if it has none. It remains after close.")
+        .def_property_readonly("insets", &Chart::insets,
+                               "The insets in the order of the file, a list of Inset.")
+        .def("georeference_at", &Chart::georeference_at, py::arg("x"), py::arg("y"),
+             "The Georeference of the inset that owns a pixel, else that of the chart; None if it has none.")
+        .def("pixels", &Chart::pixels, py::arg("left") = 0, py::arg("top") = 0, py::arg("width") = py::none(),
+             py::arg("height") = py::none(), kPixels)
+        .def("rgb", &Chart::rgb, py::arg("reduction") = 1, py::arg("scheme") = "day", py::arg("left") = 0,
+             py::arg("top") = 0, py::arg("width") = py::none(), py::arg("height") = py::none(), kRgb);
 }
 
 }  // namespace zellap10::python

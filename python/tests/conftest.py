@@ -1,10 +1,14 @@
-"""The sample charts, drawn once per run."""
+"""The sample charts, drawn once per run, and what some tests need besides."""
 
+import importlib
+import os
 import shutil
 import subprocess
 from pathlib import Path
 
 import pytest
+
+import zellap10
 
 ROOT = Path(__file__).resolve().parents[2]
 
@@ -20,11 +24,30 @@ def samples(tmp_path_factory):
     return folder
 
 
+@pytest.fixture(scope="session")
+def catalogue(samples):
+    """All sample charts."""
+    charts = zellap10.Catalogue()
+    charts.add(samples)
+    return charts
+
+
 @pytest.fixture
-def one_chart(samples, tmp_path):
-    """A folder of its own with the chart of the Gulf of Maine."""
+def two_charts(samples, tmp_path):
+    """A folder of its own with the charts of the Gulf of Maine and of Fiji."""
     folder = tmp_path / "charts"
     folder.mkdir()
-    for file in samples.glob("gulf_of_maine.*"):
-        shutil.copy2(file, folder)
+    for stem in ("gulf_of_maine", "fiji"):
+        for file in samples.glob(f"{stem}.*"):
+            shutil.copy2(file, folder)
     return folder
+
+
+def need(*names):
+    """Skips a test without these modules and programs; ZELLAP10_PYTHON_COMPLETE fails it instead."""
+    for name in names:
+        try:
+            if shutil.which(name) is None:
+                importlib.import_module(name)
+        except ImportError:
+            (pytest.fail if "ZELLAP10_PYTHON_COMPLETE" in os.environ else pytest.skip)(f"{name} is missing")

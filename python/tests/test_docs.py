@@ -1,35 +1,64 @@
-"""Examples in docstrings."""
+"""Examples in docstrings, and stubs."""
 
+import ast
 import doctest
+import re
+import subprocess
+import sys
+from pathlib import Path
 
 import pytest
+from conftest import ROOT, need
 
 import zellap10
 from zellap10 import _native
 
+STUBS = ast.parse((Path(_native.__file__).parent / "_native.pyi").read_text())
+
 
 def documented():
-    """Each public class, method and function of the C++ part."""
+    """Each public class, method, property and function of the C++ part by its dotted name."""
     for name, value in vars(_native).items():
-        yield name, value
-        if isinstance(value, type):
-            yield from ((f"{name}.{key}", member) for key, member in vars(value).items())
+        if not name.startswith("_"):
+            yield name, value
+        if isinstance(value, type) and value is not _native.ChartError:
+            yield from ((f"{name}.{key}", each) for key, each in vars(value).items() if not key.startswith("_"))
 
 
 def test_examples_of_the_native_part(samples, monkeypatch):
     monkeypatch.chdir(samples)
     runner = doctest.DocTestRunner()
     for name, value in documented():
-        text = getattr(value, "__doc__", None)
-        if isinstance(text, str):
-            test = doctest.DocTestParser().get_doctest(text, vars(zellap10).copy(), name, None, 0)
-            runner.run(test)
+        test = doctest.DocTestParser().get_doctest(value.__doc__ or "", vars(zellap10).copy(), name, None, 0)
+        runner.run(test)
     assert runner.summarize().failed == 0
-    assert runner.tries > 3
+    assert runner.tries > 15
 
 
-@pytest.mark.parametrize("name", ["Chart", "Projection"])
-def test_each_public_member_has_a_docstring(name):
-    for key, member in vars(getattr(zellap10, name)).items():
-        if not key.startswith("_"):
-            assert member.__doc__, f"{name}.{key}"
+def stubbed():
+    """The names of the stubs, with the parameters of functions."""
+    for node in STUBS.body:
+        if isinstance(node, ast.ClassDef):
+            yield node.name, None
+            yield from ((f"{node.name}.{each.name}", each) for each in node.body if isinstance(each, ast.FunctionDef))
+        elif isinstance(node, ast.FunctionDef):
+            yield node.name, node
+
+
+def test_stubs_have_the_names_and_parameters_of_the_module():
+    stubs = {name: node for name, node in stubbed() if "__" not in name}
+    members = dict(documented())
+    assert stubs.keys() == members.keys()
+    for name, node in stubs.items():
+        assert members[name].__doc__, name
+        signature = members[name].__doc__.partition("\n")[0]
+        if node is not None and "(self: " in signature:
+            parameters = [each.arg for each in node.args.args + node.args.kwonlyargs]
+            assert re.findall(r"(\w+): (?!\w+\()", signature.partition(" -> ")[0]) == parameters, name
+
+
+def test_types():
+    need("mypy")
+    command = [sys.executable, "-m", "mypy", "--cache-dir", "/dev/null", "zellap10"]
+    run = subprocess.run(command, cwd=ROOT / "python", capture_output=True, text=True)
+    assert run.returncode == 0, run.stdout

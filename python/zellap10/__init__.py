@@ -1,13 +1,19 @@
 """Raster nautical charts: pixels, positions and map tiles.
 
-Positions are degrees, latitude before longitude, north and east positive, in WGS 84 unless a name contains
-`chart_datum`. Pixels are x (column) before y (row). Functions take scalars and arrays, which broadcast.
+Positions are degrees, latitude before longitude, north and east positive, in WGS 84 unless an argument says otherwise.
+Pixels are x (column) before y (row). Functions take scalars and arrays, which broadcast.
 """
 
 from ._native import (
+    Catalogue,
+    CatalogueEntry,
     Chart,
     ChartError,
+    Georeference,
+    Inset,
+    MapView,
     Projection,
+    Quilt,
     __version__,
     advance,
     cartesian_to_geodetic,
@@ -20,9 +26,15 @@ from ._native import (
 )
 
 __all__ = [
+    "Catalogue",
+    "CatalogueEntry",
     "Chart",
     "ChartError",
+    "Georeference",
+    "Inset",
+    "MapView",
     "Projection",
+    "Quilt",
     "__version__",
     "advance",
     "cartesian_to_geodetic",
