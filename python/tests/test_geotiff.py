@@ -1,0 +1,83 @@
+"""GeoTIFF files."""
+
+import re
+import subprocess
+
+import numpy as np
+import pytest
+from conftest import need
+
+import zellap10
+from zellap10.geotiff import grid_of, write_geotiff
+
+RESOLUTION = 600.0
+
+
+@pytest.fixture(scope="module")
+def fiji(samples, tmp_path_factory):
+    need("tifffile", "listgeo")
+    out = tmp_path_factory.mktemp("geotiff") / "fiji.tif"
+    write_geotiff([str(samples / "fiji.chart")], out, RESOLUTION, jobs=2)
+    return out
+
+
+def test_an_independent_reader_finds_the_georeference(fiji):
+    text = subprocess.run(["listgeo", "-d", fiji], capture_output=True, text=True, check=True).stdout
+    assert "WGS 84 / Pseudo-Mercator" in text and "PCS = 3857" in text
+    corner = re.search(r"Upper Left +\( *([-\d.]+), *([-\d.]+)\)", text)
+    x, y = map(float, corner.groups())
+    assert (x % RESOLUTION, y % RESOLUTION) == (0, 0)
+    # The chart's own upper left corner, at 15.8 S 176.3 E, is on the first pixel. The latitudes that listgeo prints
+    # are for the ellipsoid.
+    latitude, longitude = position(x, y)
+    assert 0 <= 176.3 - longitude < RESOLUTION / 111319
+    assert 0 <= latitude + 15.8 < RESOLUTION / 105000
+
+
+def test_the_pixels_are_those_of_the_quilt(fiji, samples):
+    """Of each level, also past the 180th meridian."""
+    import tifffile
+
+    catalogue = zellap10.Catalogue()
+    catalogue.add(samples / "fiji.chart")
+    quilt = zellap10.Quilt(catalogue)
+    with tifffile.TiffFile(fiji) as file:
+        assert len(file.pages) > 1
+        for level, page in enumerate(file.pages):
+            image = page.asarray()
+            resolution = RESOLUTION * 2**level
+            assert page.is_tiled and page.compression == 8 and page.is_reduced == (level > 0)
+            left, top = file.pages[0].tags[33922].value[3:5]
+            row, column = image.shape[0] // 2, image.shape[1] * 3 // 4
+            latitude, longitude = position(left + (column + 20) * resolution, top - (row + 15) * resolution)
+            metres = resolution * np.cos(np.radians(latitude))
+            expected = quilt.draw(zellap10.MapView(latitude, longitude, metres, 40, 30))
+            found = image[row : row + 30, column : column + 40]
+            assert (found == expected[: found.shape[0], : found.shape[1]]).all(axis=-1).mean() > 0.98
+        assert (file.pages[0].asarray()[..., 3] == 255).mean() > 0.9
+
+
+def position(x, y):
+    return np.degrees(np.arctan(np.sinh(y / 6378137.0))), np.degrees(x / 6378137.0)
+
+
+def test_the_grid_of_charts_around_the_180th_meridian(samples):
+    catalogue = zellap10.Catalogue()
+    for stem in ("fiji", "gulf_of_maine"):
+        catalogue.add(samples / f"{stem}.chart")
+    grid = grid_of(catalogue, 1000.0)
+    west = np.degrees(grid.left / 6378137.0)
+    east = np.degrees((grid.left + grid.width * 1000.0) / 6378137.0)
+    assert (round(west, 1), round(east, 1)) == (176.3, 293.8)
+    for resolution in (0.0, -1.0, float("nan"), 1e-9):
+        with pytest.raises(ValueError):
+            grid_of(catalogue, resolution)
+
+
+def test_a_failure_leaves_the_earlier_file(samples, tmp_path):
+    need("tifffile")
+    out = tmp_path / "out.tif"
+    out.write_text("before")
+    with pytest.raises(ValueError, match="none of day"):
+        write_geotiff([str(samples / "fiji.chart")], out, 5000.0, scheme="noon")
+    assert out.read_text() == "before" and [path.name for path in tmp_path.iterdir()] == ["out.tif"]

@@ -1,0 +1,223 @@
+"""The map in a browser."""
+
+import http.client
+import json
+import threading
+import time
+from contextlib import contextmanager
+from pathlib import Path
+
+import numpy as np
+import pytest
+from conftest import ROOT, need
+
+import zellap10
+from zellap10.drawing import TileSettings, on_this_machine
+from zellap10.serve import LEAFLET, MapServer, source_of
+from zellap10.tiles import write_tiles
+
+pytestmark = pytest.mark.skipif(not LEAFLET.is_dir(), reason="libjs-leaflet is missing")
+
+
+@contextmanager
+def served(*paths):
+    """A server on a port of its own."""
+    with MapServer(source_of([str(path) for path in paths], 2, 64 << 20), "127.0.0.1", 0) as server:
+        thread = threading.Thread(target=server.serve_forever)
+        thread.start()
+        try:
+            yield server
+        finally:
+            server.shutdown()
+            thread.join()
+
+
+@pytest.fixture(scope="module")
+def server(samples):
+    with served(samples) as running:
+        yield running
+
+
+def get(server, path, method="GET"):
+    connection = http.client.HTTPConnection(*server.server_address, timeout=10)
+    connection.request(method, path)
+    answer = connection.getresponse()
+    return answer.status, answer.getheader("Content-Type"), answer.read()
+
+
+def test_the_page_and_tiles(server, catalogue):
+    status, kind, page = get(server, "/")
+    assert (status, kind) == (200, "text/html; charset=utf-8") and b"leaflet.min.js" in page
+    assert json.loads(get(server, "/config.json")[2])["schemes"] == ["day", "dusk", "night"]
+    assert get(server, "/leaflet.css")[1] == "text/css"
+    assert get(server, "/map.js", "HEAD")[::2] == (200, b"")
+    tiler = zellap10._native.Tiler(catalogue)
+    for scheme in ("day", "night"):
+        assert get(server, f"/tiles/{scheme}/8/127/86?again") == (200, "image/png", tiler.tile(8, 127, 86, scheme))
+    empty = get(server, "/tiles/day/8/0/0")
+    assert empty[:2] == (200, "image/png") and len(empty[2]) < 100
+
+
+@pytest.mark.parametrize(
+    "path, status",
+    [
+        ("/../cli.py", 404),
+        ("/%2e%2e/cli.py", 404),
+        ("//etc/passwd", 404),
+        ("/page/map.js", 404),
+        ("/images/", 404),
+        ("/tiles/day/8/256/0", 404),
+        ("/tiles/day/25/0/0", 404),
+        ("/tiles/noon/8/1/1", 400),
+        ("/tiles/day/8/1/../1", 400),
+        ("/tiles/day/8/-1/1", 400),
+        ("/tiles/day/8/1/1.png%00", 400),
+        ("/tiles/day/8/123456789012345678901/1", 400),
+        ("/" + "x" * 70000, 400),
+    ],
+)
+def test_bad_requests(server, path, status):
+    assert get(server, path)[0] == status
+
+
+def test_other_methods_are_refused(server):
+    for method in ("POST", "PUT", "DELETE"):
+        assert get(server, "/", method)[0] == 400
+
+
+def test_a_database_is_served_too(samples, tmp_path):
+    out = tmp_path / "fiji.mbtiles"
+    settings = TileSettings(charts=(str(samples / "fiji.chart"),), format="webp")
+    write_tiles(settings, out, (5, 7), on_this_machine(1))
+    with served(out) as server:
+        config = json.loads(get(server, "/config.json")[2])
+        assert (config["name"], config["zooms"]) == ("fiji", [5, 7])
+        assert get(server, "/tiles/day/7/127/70")[:2] == (200, "image/webp")
+        assert get(server, "/tiles/day/9/127/70")[1] == "image/png"  # the empty one
+
+
+@pytest.fixture(scope="module")
+def browser(tmp_path_factory):
+    need("chromium", "chromedriver", "selenium")
+    from selenium import webdriver
+    from selenium.webdriver.chrome.service import Service
+
+    options = webdriver.ChromeOptions()
+    options.binary_location = "/usr/bin/chromium"
+    for switch in (
+        "headless",
+        "no-sandbox",
+        "disable-gpu",
+        "disable-quic",
+        "no-first-run",
+        "disable-background-networking",
+        "disable-component-update",
+        "disable-sync",
+        "hide-scrollbars",
+        "window-size=900,640",
+        f"user-data-dir={tmp_path_factory.mktemp('chromium')}",
+    ):
+        options.add_argument(f"--{switch}")
+    with webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options) as driver:
+        yield driver
+
+
+class Page:
+    """The page at an address, once its tiles are there."""
+
+    def __init__(self, browser, server, view):
+        self.browser = browser
+        browser.get("about:blank")
+        browser.get(f"{server.address}{view}")
+        self.wait()
+
+    def js(self, code, *arguments):
+        return self.browser.execute_script(code, *arguments)
+
+    def wait(self):
+        """Until no tile is missing and no animation runs."""
+        done = """if (!window.chartMap) return false;
+            const {map, tiles} = chartMap, shown = document.querySelectorAll(".leaflet-tile");
+            return shown.length > 0 && !tiles.isLoading() && !map._animatingZoom && !map._panAnim?._inProgress
+                && [...shown].every((tile) => tile.complete && tile.naturalWidth > 0
+                                              && getComputedStyle(tile).opacity === "1");"""
+        end = time.monotonic() + 20
+        while not self.js(done):
+            assert time.monotonic() < end, "the tiles do not appear"
+            time.sleep(0.05)
+
+    def picture(self):
+        from io import BytesIO
+
+        from PIL import Image
+
+        return np.asarray(Image.open(BytesIO(self.browser.get_screenshot_as_png())).convert("RGB")).astype(int)
+
+
+def test_coasts_lie_where_markers_are(browser, server):
+    """Vertices of the coast data, as markers of Leaflet, lie on the dark line of the picture."""
+    need("PIL")
+    text = (ROOT / "samples/coast/english_channel.txt").read_text()
+    vertices = np.array([row.split() for row in text.splitlines() if row[:1] not in ("", "#")], float)[:, ::-1]
+    for name, place in (("Cherbourg", (49.66, -1.62)), ("Dover", (51.13, 1.32))):
+        page = Page(browser, server, f"#11/{place[0]}/{place[1]}/day")
+        near = vertices[np.abs(vertices - place).max(axis=1) < 0.05]
+        assert len(near) > 5, name
+        tips = page.js(
+            """return arguments[0].map((place) => {
+                const marker = L.marker(place).addTo(chartMap.map);
+                const box = marker._icon.getBoundingClientRect();
+                marker.remove();
+                return [box.left + 12, box.top + 41];
+            });""",
+            near.tolist(),
+        )
+        brightness = page.picture().max(axis=2)
+        dark = [brightness[int(y) - 2 : int(y) + 3, int(x) - 2 : int(x) + 3].min() < 130 for x, y in tips]
+        beside = [brightness[int(y) + 18 : int(y) + 23, int(x) + 18 : int(x) + 23].min() < 130 for x, y in tips]
+        assert np.mean(dark) > 0.85 > 0.6 > np.mean(beside), name
+
+
+def test_drag_zoom_and_the_link(browser, server):
+    from selenium.webdriver.common.action_chains import ActionChains
+    from selenium.webdriver.common.by import By
+
+    page = Page(browser, server, "#8/50.4/-1.2/day")
+    before = page.js("return chartMap.map.getCenter()")
+    element = browser.find_element(By.ID, "map")
+    drag = ActionChains(browser).move_to_element(element).click_and_hold()
+    for _ in range(3):
+        drag.move_by_offset(-50, 20).pause(0.1)  # Leaflet moves the map in the next frame
+    drag.release().perform()
+    page.wait()
+    after = page.js("return chartMap.map.getCenter()")
+    assert after["lng"] > before["lng"] + 0.3 and after["lat"] > before["lat"] + 0.05
+    assert page.js("return location.hash").startswith("#8/")
+    browser.find_element(By.CLASS_NAME, "leaflet-control-zoom-in").click()
+    page.wait()
+    browser.find_element(By.CLASS_NAME, "night").click()
+    page.wait()
+    link = page.js("return location.hash")
+    assert link.startswith("#9/") and link.endswith("/night")
+    night = page.picture()
+    assert night.mean() < 100
+    restored = Page(browser, server, link)
+    assert np.abs(restored.picture() - night).mean() < 1
+    browser.find_element(By.CLASS_NAME, "day").click()
+    page.wait()
+    assert page.picture().mean() > 180
+
+
+def test_the_pointer_and_the_scale(browser, server):
+    from selenium.webdriver.common.action_chains import ActionChains
+    from selenium.webdriver.common.by import By
+
+    page = Page(browser, server, "#9/-18/180/day")
+    ActionChains(browser).move_to_element(browser.find_element(By.ID, "map")).perform()
+    text = browser.find_element(By.CLASS_NAME, "pointer").text
+    assert text.startswith(("18°00", "17°59")) and text[-1] in "EW" and ("180°00" in text or "179°59" in text)
+    bar = browser.find_element(By.CLASS_NAME, "scale-bar")
+    miles = float(bar.text.removesuffix(" NM"))
+    metres_per_pixel = 156543.034 * np.cos(np.radians(18)) / 2**9
+    assert bar.size["width"] * metres_per_pixel / 1852 == pytest.approx(miles, rel=0.05)
+    assert page.js("return performance.getEntriesByType('resource').every((e) => e.name.startsWith(location.origin))")

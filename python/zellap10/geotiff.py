@@ -1,0 +1,193 @@
+"""Writes the quilt of charts as a GeoTIFF in EPSG:3857."""
+
+import itertools
+import math
+import os
+import threading
+import zlib
+from collections import deque
+from collections.abc import Callable, Iterator
+from concurrent.futures import Future, ThreadPoolExecutor
+from dataclasses import dataclass
+from pathlib import Path
+
+import numpy as np
+from tqdm import tqdm
+
+from ._native import Catalogue, ChartError, MapView, Quilt
+from .charts import catalogue_of
+
+RADIUS = 6378137.0  # metres, of the sphere of EPSG:3857
+MOST_LATITUDE = 85.0511  # degrees, of web maps
+TILE = 512  # pixels
+BIG = 4_000_000_000  # bytes that need BigTIFF
+
+# TIFF tags and types of a GeoTIFF.
+PIXEL_SCALE, TIE_POINT, GEO_KEYS, GEO_TEXTS = 33550, 33922, 34735, 34737
+TEXT = "WGS 84 / Pseudo-Mercator|"
+KEYS = (
+    (1024, 0, 1, 1),  # a projected model
+    (1025, 0, 1, 1),  # the tie point is the corner of a pixel
+    (1026, GEO_TEXTS, len(TEXT), 0),
+    (3072, 0, 1, 3857),  # the EPSG code
+    (3076, 0, 1, 9001),  # metres
+)
+
+
+@dataclass(frozen=True)
+class Grid:
+    """Pixels on the plane of EPSG:3857, in metres; the origin is the upper left corner."""
+
+    left: float
+    top: float
+    resolution: float  # metres of the plane per pixel
+    width: int
+    height: int
+
+    def overview(self, level: int) -> "Grid":
+        """The grid with pixels that are 2 to the power of `level` times as large."""
+        factor = 1 << level
+        return Grid(
+            self.left, self.top, self.resolution * factor, -(-self.width // factor), -(-self.height // factor)
+        )
+
+    def tiles(self) -> Iterator[tuple[int, int]]:
+        """The upper left pixels of the tiles of the file, in its order."""
+        return ((column, row) for row in range(0, self.height, TILE) for column in range(0, self.width, TILE))
+
+    def view(self, column: int, row: int) -> MapView:
+        """The view of a tile."""
+        x = self.left + (column + TILE / 2) * self.resolution
+        y = self.top - (row + TILE / 2) * self.resolution
+        latitude = math.degrees(math.atan(math.sinh(y / RADIUS)))
+        metres = self.resolution * math.cos(math.radians(latitude))
+        return MapView(latitude, math.degrees(x / RADIUS), metres, TILE, TILE)
+
+
+def grid_of(catalogue: Catalogue, resolution: float) -> Grid:
+    """The grid around all charts, on multiples of its resolution.
+
+    Charts on both sides of the 180th meridian lie together: their eastings may be past 20037508 metres.
+
+    Raises:
+        ValueError: a resolution that is not above 0, or pixels without end.
+    """
+    if not (resolution > 0 and math.isfinite(resolution)):
+        raise ValueError("the resolution must be above 0")
+    west, east = _longitudes(catalogue)
+    south = max(min(entry.extent[0] for entry in catalogue.entries()), -MOST_LATITUDE)
+    north = min(max(entry.extent[2] for entry in catalogue.entries()), MOST_LATITUDE)
+    left = math.floor(math.radians(west) * RADIUS / resolution)
+    right = math.ceil(math.radians(east) * RADIUS / resolution)
+    bottom = math.floor(_northing(south) / resolution)
+    top = math.ceil(_northing(north) / resolution)
+    grid = Grid(left * resolution, top * resolution, resolution, right - left, top - bottom)
+    if max(grid.width, grid.height) > 10_000_000:
+        raise ValueError(f"{grid.width} x {grid.height} pixels are too many: take a larger resolution")
+    return grid
+
+
+def _northing(latitude: float) -> float:
+    return RADIUS * math.asinh(math.tan(math.radians(latitude)))
+
+
+def _longitudes(catalogue: Catalogue) -> tuple[float, float]:
+    """The smallest range of longitudes around all charts; it begins after the widest gap."""
+    ranges = sorted((entry.extent[1], entry.extent[3]) for entry in catalogue.entries())
+    start, reach = ranges[0]
+    ends = [reach := max(reach, east) for _, east in ranges]
+    gaps = [(after[0] - end, i + 1) for i, (end, after) in enumerate(zip(ends, ranges[1:]))]
+    last_gap = start + 360 - max(ends)
+    widest, first = max([(last_gap, 0), *gaps])
+    if widest <= 0:
+        return -180.0, 180.0
+    turned = ranges[first:] + [(west + 360, east + 360) for west, east in ranges[:first]]
+    return turned[0][0], max(east for _, east in turned)
+
+
+def write_geotiff(
+    charts: list[str], out: Path, resolution: float, scheme: str = "day", jobs: int = 1, memory: int = 256 << 20
+) -> None:
+    """Writes a tiled, compressed GeoTIFF with overviews, transparent outside the charts.
+
+    Args:
+        charts: chart files and folders.
+        out: the file, which is replaced when all is written.
+        resolution: metres of the map plane per pixel; on the ground they are fewer by the cosine of the latitude.
+        scheme: "day", "dusk" or "night".
+        jobs: threads that draw.
+        memory: bytes of decoded chart data per thread.
+
+    Raises:
+        ChartError: there is no chart, one cannot be opened, or tifffile is missing.
+        ValueError: a resolution out of range.
+    """
+    try:
+        import tifffile
+    except ImportError as error:
+        raise ChartError("Install python3-tifffile to write a GeoTIFF.") from error
+    catalogue = catalogue_of(charts)
+    grid = grid_of(catalogue, resolution)
+    levels = max(0, math.ceil(math.log2(max(grid.width, grid.height) / TILE)))
+    grids = [grid.overview(level) for level in range(levels + 1)]
+    unfinished = out.with_name(out.name + ".part")
+    draw = _drawer(catalogue, scheme, memory)
+    try:
+        with (
+            tifffile.TiffWriter(unfinished, bigtiff=grid.width * grid.height * 4 > BIG) as file,
+            tqdm(total=sum(len(list(each.tiles())) for each in grids), unit=" tiles") as bar,
+            ThreadPoolExecutor(jobs) as pool,
+        ):
+            for level, each in enumerate(grids):
+                file.write(
+                    _in_order(pool, jobs, draw, each, bar),
+                    shape=(each.height, each.width, 4),
+                    dtype=np.uint8,
+                    tile=(TILE, TILE),
+                    photometric="rgb",
+                    extrasamples=["unassalpha"],
+                    compression="adobe_deflate",
+                    subfiletype=1 if level else 0,
+                    metadata=None,
+                    extratags=() if level else _geo_tags(grid),
+                )
+        os.replace(unfinished, out)
+    finally:
+        unfinished.unlink(missing_ok=True)
+
+
+def _drawer(catalogue: Catalogue, scheme: str, memory: int) -> Callable[[Grid, int, int], bytes]:
+    """A function that draws and compresses a tile; each thread has a quilt of its own."""
+    of_thread = threading.local()
+
+    def draw(grid: Grid, column: int, row: int) -> bytes:
+        if not hasattr(of_thread, "quilt"):
+            of_thread.quilt = Quilt(catalogue, memory)
+        return zlib.compress(of_thread.quilt.draw(grid.view(column, row), scheme), 6)
+
+    return draw
+
+
+def _in_order(
+    pool: ThreadPoolExecutor, jobs: int, draw: Callable[[Grid, int, int], bytes], grid: Grid, bar: "tqdm[int]"
+) -> Iterator[bytes]:
+    """The compressed tiles of a grid; a few are drawn ahead."""
+    running: deque[Future[bytes]] = deque()
+    for column, row in grid.tiles():
+        running.append(pool.submit(draw, grid, column, row))
+        if len(running) > 2 * jobs:
+            bar.update()
+            yield running.popleft().result()
+    for future in running:
+        bar.update()
+        yield future.result()
+
+
+def _geo_tags(grid: Grid) -> list[tuple[int, str, int, object, bool]]:
+    keys = (1, 1, 0, len(KEYS), *itertools.chain.from_iterable(KEYS))
+    return [
+        (PIXEL_SCALE, "d", 3, (grid.resolution, grid.resolution, 0.0), True),
+        (TIE_POINT, "d", 6, (0.0, 0.0, 0.0, grid.left, grid.top, 0.0), True),
+        (GEO_KEYS, "H", len(keys), keys, True),
+        (GEO_TEXTS, "s", 0, TEXT, True),
+    ]
