@@ -35,6 +35,19 @@ def test_examples_of_the_native_part(samples, monkeypatch):
     assert runner.tries > 15
 
 
+def test_the_code_of_the_page_runs(samples, tmp_path, monkeypatch, capsys):
+    need("matplotlib")
+    for file in samples.iterdir():
+        (tmp_path / file.name).symlink_to(file)
+    monkeypatch.chdir(tmp_path)
+    monkeypatch.setenv("MPLBACKEND", "Agg")
+    page = (ROOT / "docs/python.md").read_text()
+    for block in re.findall(r"```python\n(.*?)```", page, re.DOTALL):
+        exec(block, {})
+    assert capsys.readouterr().out == "ENGLISH CHANNEL (6111, 3814)\n"
+    assert (tmp_path / "quilt.png").stat().st_size > 50000
+
+
 def stubbed():
     """The names of the stubs, with the parameters of functions."""
     for node in STUBS.body:
