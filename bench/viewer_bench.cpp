@@ -1,15 +1,16 @@
-// Times the chart viewer in a window of 1920 by 1080 on a chart of 16,000 by 12,000 pixels. For each
-// reduction it prints the frame times while panning, with grid, reference points and a route, and the time
-// until a new view is complete.
+// Times the chart viewer in a window of 1920 by 1080 on a quilt of two charts, drawn ones and dense scans:
+// the frames while panning, zooming and turning, with ship, track, route and grid, and how long a fresh view
+// takes to be complete.
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <mutex>
+#include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -21,53 +22,56 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using std::chrono::duration;
-using viewer::Camera;
 using viewer::Command;
+using viewer::ScreenPixel;
 using viewer::View;
 
-constexpr viewer::ScreenSize kChart{16000, 12000};
 constexpr viewer::ScreenSize kWindow{1920, 1080};
-constexpr viewer::ScreenPixel kMiddle{kWindow.width / 2.0, kWindow.height / 2.0};
-constexpr int kPan = 40;         // pixels per frame
-constexpr int kFramesAWay = 60;  // right, down, left and up again
-constexpr int kRounds = 3;       // the best one counts, because other programs slow down some of them
+constexpr ScreenPixel kMiddle{960, 500};
+constexpr int kFixes = 10000;
+constexpr int kRun = 4;     // pixels of one colour on a dense scan
+constexpr int kRounds = 3;  // of which the best counts: other programs disturb the others
 constexpr auto kFrame = std::chrono::microseconds(16667);
 
+enum class Motion { kPan, kZoom, kTurn };
+
 double ms_since(Clock::time_point start) {
-    return duration<double, std::milli>(Clock::now() - start).count();
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-// Draws the sample chart of the English Channel at a larger scale.
-void write_large_chart(const std::string& stem) {
+// The sample chart of the English Channel at a larger scale, 16,000 by 12,000 pixels.
+samples::Sheet large_sheet() {
     samples::Sheet sheet = samples::english_channel();
     sheet.area.east = 0.59;
     sheet.title.middle = {-0.5, 48.5};
     sheet.scale.denominator = 341300;
     sheet.em *= 2.5;
+    return sheet;
+}
+
+// A scan is the same chart with another colour every four pixels.
+void write_chart(const samples::Sheet& sheet, const std::string& stem, bool is_scan) {
     const samples::Canvas canvas = samples::draw_sheet(sheet, ZELLAP10_COAST_DIR);
+    const int colours = static_cast<int>(sheet.colours.size());
     samples::Chart chart;
-    chart.width = kChart.width;
-    chart.height = kChart.height;
+    chart.width = canvas.width();
+    chart.height = canvas.height();
     chart.bits_per_pixel = sheet.bits_per_pixel;
     chart.colours = sheet.colours;
     chart.draw = [&](int line, unsigned char* pixels) {
-        const unsigned char* drawn = canvas.line(std::min(line, canvas.height() - 1));
-        for (int x = 0; x < kChart.width; ++x)
-            pixels[x] = drawn[std::min(x, canvas.width() - 1)];
+        std::copy_n(canvas.line(line), chart.width, pixels);
+        for (int x = 0; x < chart.width && is_scan; ++x)
+            pixels[x] = static_cast<unsigned char>((pixels[x] + x / kRun % 2 + line % 2) % colours + 1);
     };
     samples::write_file(stem + ".chart", samples::chart_bytes(chart));
     samples::write_file(stem + ".GEO", samples::geo_text(samples::georeference_of(sheet)));
-    std::printf("chart of %d x %d pixels, drawn on %d x %d\n", chart.width, chart.height, canvas.width(),
-                canvas.height());
 }
 
-// A view and its bitmap.
+// A view with all that it can show, and the memory that it draws into.
 class Screen {
 public:
-    explicit Screen(const std::string& path)
-        : pixels_(static_cast<std::size_t>(kWindow.width) * kWindow.height),
-          view_(viewer::list_charts({path}), options()) {
+    explicit Screen(const std::string& folder)
+        : pixels_(static_cast<std::size_t>(kWindow.width) * kWindow.height), view_({folder}, options()) {
         view_.resize(kWindow);
     }
 
@@ -79,109 +83,144 @@ public:
         return ms_since(start);
     }
 
-    // Draws after every change until the view is complete.
-    void draw_whole() {
-        for (draw(); !view_.is_complete(); draw()) {
-            std::unique_lock<std::mutex> lock(mutex_);
-            changed_.wait(lock, [this] { return news_; });
-            news_ = false;
+    /// Milliseconds until the view is complete.
+    double draw_complete() {
+        const Clock::time_point start = Clock::now();
+        for (draw(); !view_.is_complete(); draw())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return ms_since(start);
+    }
+
+    void go_to(const std::string& position, double wheel) {
+        view_.do_command(Command::kGoTo);
+        view_.type(position);
+        view_.do_command(Command::kEnter);
+        view_.leave();
+        view_.turn_wheel(wheel);
+    }
+
+    // A zigzag over the Channel as track, and one as route.
+    void add_ship_and_route() {
+        auto feed = std::make_shared<std::atomic<viewer::FixFeed*>>(nullptr);
+        view_.set_receiver(std::make_unique<viewer::FixSource>(
+            [feed](viewer::FixFeed& of_source) {
+                *feed = &of_source;
+                while (of_source.wait_for(std::chrono::seconds(1))) {
+                }
+            },
+            nullptr));
+        while (*feed == nullptr)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        for (int i = 0; i < kFixes; ++i) {
+            const int away = std::abs(i % 200 - 100);
+            (*feed).load()->put(
+                {{static_cast<double>(i), {49.6 + away * 0.004, -2.2 + i * 1.4e-4}, 6.0, 80.0, {}}});
+            if (i % 500 == 0) draw();
         }
+        draw();
+        view_.do_command(Command::kFollow);
+        view_.do_command(Command::kRoute);
+        for (int i = 0; i < 20; ++i) {
+            const ScreenPixel at{100.0 + i * 85, i % 2 == 0 ? 300.0 : 800.0};
+            view_.press(viewer::Button::kLeft, at);
+            view_.release(viewer::Button::kLeft, at);
+        }
+        view_.do_command(Command::kRoute);
+        view_.do_command(Command::kGrid);
     }
 
 private:
-    View::Options options() {
+    static View::Options options() {
         View::Options options;
         options.workers = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1U));
-        options.on_change = [this] {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            news_ = true;
-            changed_.notify_one();
-        };
         return options;
     }
 
     std::vector<viewer::Argb> pixels_;
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    bool news_ = false;
     View view_;
 };
 
-void go_to_step(View& view, int step) {
-    view.move(kMiddle);
-    view.turn_wheel(Camera::kSteps);
-    view.turn_wheel(-step);
-}
-
-double fresh_view(const std::string& path, int step) {
-    double best = 1e9;
-    for (int i = 0; i < kRounds; ++i) {
-        Screen screen(path);
-        go_to_step(screen.view(), step);
-        const Clock::time_point start = Clock::now();
-        screen.draw_whole();
-        best = std::min(best, ms_since(start));
-    }
-    return best;
-}
-
 struct Frames {
-    double median_ms = 0;
-    double worst_ms = 0;
-    int incomplete = 0;
+    double median_ms = 1e9;
+    double worst_ms = 1e9;
+    int incomplete = 1 << 30;
 };
 
-// Drags the chart at 60 frames per second.
-Frames pan(const std::string& path, int step) {
-    Screen screen(path);
-    View& view = screen.view();
-    go_to_step(view, step);
-    view.do_command(Command::kGrid);
-    view.do_command(Command::kPoints);
-    for (const viewer::ScreenPixel spot : {viewer::ScreenPixel{300, 300}, {900, 700}, {1500, 400}}) {
-        view.press(viewer::Button::kLeft, spot);
-        view.release(viewer::Button::kLeft, spot);
-    }
-    screen.draw_whole();
-
+// Draws 60 frames per second, with a step before each.
+Frames frames_of(Screen& screen, int count, const std::function<void(int)>& step) {
     std::vector<double> times;
     int incomplete = 0;
     Clock::time_point next = Clock::now();
-    for (const viewer::ScreenPixel way : {viewer::ScreenPixel{-kPan, 0}, {0, -kPan}, {kPan, 0}, {0, kPan}}) {
-        viewer::ScreenPixel pointer = kMiddle;
-        view.press(viewer::Button::kLeft, pointer);
-        for (int i = 0; i < kFramesAWay; ++i) {
-            pointer = {pointer.x + way.x, pointer.y + way.y};
-            view.move(pointer);
-            times.push_back(screen.draw());
-            incomplete += !view.is_complete();
-            next += kFrame;
-            std::this_thread::sleep_until(next);
-        }
-        view.release(viewer::Button::kLeft, pointer);
+    for (int i = 0; i < count; ++i) {
+        step(i);
+        times.push_back(screen.draw());
+        incomplete += !screen.view().is_complete();
+        next = std::max(next + kFrame, Clock::now());
+        std::this_thread::sleep_until(next);
     }
     std::sort(times.begin(), times.end());
     return {times[times.size() / 2], times.back(), incomplete};
 }
 
-Frames best_pan(const std::string& path, int step) {
-    Frames best{1e9, 1e9, 1 << 30};
+Frames frames_of(Screen& screen, Motion motion) {
+    View& view = screen.view();
+    const ScreenPixel ways[] = {{-40, 0}, {0, -40}, {40, 0}, {0, 40}};
+    ScreenPixel pointer = kMiddle;
+    if (motion == Motion::kPan) view.press(viewer::Button::kLeft, pointer);
+    const Frames frames = frames_of(screen, 240, [&](int i) {
+        if (motion == Motion::kZoom) return view.turn_wheel(i % 120 < 60 ? 0.25 : -0.25);
+        if (motion == Motion::kTurn) {
+            view.press(viewer::Button::kLeft, {kMiddle.x, 100}, true);
+            view.move({kMiddle.x + 20, 100});
+            return view.release(viewer::Button::kLeft, {kMiddle.x + 20, 100});
+        }
+        pointer = {pointer.x + ways[i / 60].x, pointer.y + ways[i / 60].y};
+        view.move(pointer);
+    });
+    if (motion == Motion::kPan) view.release(viewer::Button::kLeft, pointer);
+    return frames;
+}
+
+double fresh_view(const std::string& folder) {
+    double best = 1e9;
     for (int i = 0; i < kRounds; ++i) {
-        const Frames frames = pan(path, step);
+        Screen screen(folder);
+        screen.draw_complete();
+        screen.go_to("49 40N 1 30W", 5);
+        best = std::min(best, screen.draw_complete());
+    }
+    return best;
+}
+
+Frames best_frames(const std::string& folder, Motion motion, bool course_up) {
+    Frames best;
+    for (int i = 0; i < kRounds; ++i) {
+        Screen screen(folder);
+        screen.draw_complete();
+        screen.go_to("49 45N 1 30W", 3);
+        screen.add_ship_and_route();
+        for (int turns = 0; turns < 2 && course_up; ++turns)
+            screen.view().do_command(Command::kTurnRight);
+        screen.draw_complete();
+        const Frames frames = frames_of(screen, motion);
         best = {std::min(best.median_ms, frames.median_ms), std::min(best.worst_ms, frames.worst_ms),
                 std::min(best.incomplete, frames.incomplete)};
     }
     return best;
 }
 
-void print_table(const std::string& path) {
-    std::printf("view    median frame    worst frame    frames with stand-ins    fresh view\n");
-    for (int step = 0; step < Camera::kSteps; ++step) {
-        const Frames frames = best_pan(path, step);
-        std::printf("1/%-5d %9.1f ms   %9.1f ms   %14d of %3d   %10.0f ms\n", Camera::kReductions[step],
-                    frames.median_ms, frames.worst_ms, frames.incomplete, 4 * kFramesAWay,
-                    fresh_view(path, step));
-        std::fflush(stdout);
+void print_table(const char* name, const std::string& folder) {
+    std::printf("%s: a fresh view is complete after %.0f ms\n", name, fresh_view(folder));
+    std::printf("                      median frame    worst frame    incomplete of 240\n");
+    const char* const names[] = {"panning", "zooming", "turning"};
+    for (const bool course_up : {false, true}) {
+        for (const Motion motion : {Motion::kPan, Motion::kZoom, Motion::kTurn}) {
+            const Frames frames = best_frames(folder, motion, course_up);
+            std::printf("  %s, %-12s %9.1f ms   %9.1f ms   %10d\n", names[static_cast<int>(motion)],
+                        course_up ? "30 deg up" : "north up", frames.median_ms, frames.worst_ms,
+                        frames.incomplete);
+            std::fflush(stdout);
+        }
     }
 }
 
@@ -189,14 +228,21 @@ void print_table(const std::string& path) {
 
 int main(int argc, char** argv) {
     if (argc > 2) {
-        std::fprintf(stderr, "usage: viewer_bench [FOLDER_FOR_THE_CHART]\n");
+        std::fprintf(stderr, "usage: viewer_bench [FOLDER_FOR_THE_CHARTS]\n");
         return 2;
     }
     try {
         const std::filesystem::path folder = argc == 2 ? argv[1] : std::filesystem::temp_directory_path();
-        const std::string stem = (folder / "viewer_bench").string();
-        if (!std::filesystem::exists(stem + ".chart")) write_large_chart(stem);
-        print_table(stem + ".chart");
+        for (const bool is_scan : {false, true}) {
+            const std::string charts =
+                (folder / (is_scan ? "viewer_bench_scans" : "viewer_bench_drawn")).string();
+            if (!std::filesystem::exists(charts)) {
+                std::filesystem::create_directories(charts);
+                write_chart(large_sheet(), charts + "/large", is_scan);
+                write_chart(samples::channel_lambert(), charts + "/small", is_scan);
+            }
+            print_table(is_scan ? "dense scans" : "drawn charts", charts);
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "viewer_bench: %s\n", error.what());
         return 1;

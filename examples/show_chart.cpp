@@ -1,18 +1,13 @@
-// The road of a typical use: opens a chart, tells what it says of itself and where it lies, and draws it as
-// PNG pictures with a grid, its reference points and a route plotted on it.
+// Opens a chart, and prints its header, its georeference and a route over positions.
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <examples/image.h>
-#include <examples/overlay.h>
-#include <examples/route.h>
 #include <zellap10/plotter/plotter.h>
 #include <zellap10/zellap10.h>
 
@@ -20,10 +15,7 @@ namespace {
 
 using namespace zellap10::plotter;
 
-constexpr int kWindowWidth = 1920;  // of the picture at full scale, pixels
-constexpr int kWindowHeight = 1080;
-constexpr int kReducedWidth = 1600;  // of the reduced picture, pixels, at the most
-constexpr double kSpeed = 6;         // on the route, knots
+constexpr double kSpeed = 6;  // on the route, knots
 
 void print_header(const CZellap& chart) {
     const CSize size = chart.GetDocumentSize();
@@ -35,17 +27,12 @@ void print_header(const CZellap& chart) {
                 GetPaletteEntries(chart.GetPaletteHandle(), 0, 0, nullptr));
 }
 
-void print_route(const std::vector<Waypoint>& waypoints) {
+void print_route(const std::vector<Position>& waypoints) {
     if (waypoints.empty()) return;
-    std::vector<Position> positions;
-    for (const Waypoint& waypoint : waypoints)
-        positions.push_back(waypoint.position);
-    const Route route = route_over(positions);
+    const Route route = route_over(waypoints);
     const char* label = "route";
     for (std::size_t i = 0; i < waypoints.size(); ++i) {
-        const char* const name = waypoints[i].name;
-        std::printf("%-16s%s%s%s\n", label, format_position(positions[i]).c_str(), *name != '\0' ? "  " : "",
-                    name);
+        std::printf("%-16s%s\n", label, format_position(waypoints[i]).c_str());
         label = "";
         if (i == route.legs.size()) break;
         const Leg& leg = route.legs[i];
@@ -86,10 +73,9 @@ void print_record(const CGEORec& record, const Georeference& georeference, Chart
     if (const auto position = georeference.chart_datum_position_of(middle))
         std::printf("middle pixel    %.1f, %.1f is %s\n", middle.x, middle.y,
                     format_position(*position).c_str());
-    std::printf("grid drawn      each %g minutes of arc\n", grid_step(record));
 }
 
-void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypoint>& route) {
+void print_georeference(const CGEORec& base, CSize size, const std::vector<Position>& route) {
     const Sheet sheet(base, size);
     if (!sheet.chart()) return;
     print_record(base, *sheet.chart(), {(size.cx - 1) / 2.0, (size.cy - 1) / 2.0});
@@ -106,79 +92,32 @@ void print_georeference(const CGEORec& base, CSize size, const std::vector<Waypo
     }
 }
 
-// As much as fits a window on the middle of the chart.
-PixelRect window_on(CSize size) {
-    const int width = std::min(size.cx, kWindowWidth);
-    const int height = std::min(size.cy, kWindowHeight);
-    const int left = (size.cx - width) / 2;
-    const int top = (size.cy - height) / 2;
-    return {left, top, left + width, top + height};
-}
-
-PixelRect clipped(const PixelRect& rect, CSize size) {
-    return {std::clamp(rect.left, 0, size.cx), std::clamp(rect.top, 0, size.cy),
-            std::clamp(rect.right, 0, size.cx), std::clamp(rect.bottom, 0, size.cy)};
-}
-
-void save(CZellap& chart, const Viewport& window, const std::filesystem::path& path,
-          const std::vector<Waypoint>& route) {
-    Image image(chart, window);
-    draw_overlay(image, *chart.GetBaseGeoRec(), route);
-    image.write_png(path.string());
-    std::printf("picture         %s, %d x %d pixels, reduced by %d\n", path.string().c_str(), window.width,
-                window.height, window.reduction);
-}
-
-void save_part(CZellap& chart, const PixelRect& part, const std::filesystem::path& path,
-               const std::vector<Waypoint>& route) {
-    if (part.left >= part.right || part.top >= part.bottom) return;
-    save(chart, {part.left, part.top, 1, part.right - part.left, part.bottom - part.top}, path, route);
-}
-
-void save_pictures(CZellap& chart, const std::filesystem::path& stem, const std::vector<Waypoint>& route) {
-    const CSize size = chart.GetDocumentSize();
-    const int factor = (size.cx + kReducedWidth - 1) / kReducedWidth;
-    save(chart, {0, 0, factor, (size.cx + factor - 1) / factor, (size.cy + factor - 1) / factor},
-         stem.string() + ".png", route);
-    save_part(chart, window_on(size), stem.string() + "_window.png", route);
-    int number = 1;
-    for (const CGEORec* inset : chart.GetBaseGeoRec()->Insets) {
-        save_part(chart, clipped(inset->InsetRect, size),
-                  stem.string() + "_inset" + std::to_string(number++) + ".png", route);
-    }
-}
-
-void show(const std::filesystem::path& chart_file, const std::filesystem::path& output_dir,
-          std::vector<Waypoint> route) {
+void show(const std::string& path, const std::vector<Position>& route) {
     CZellap chart;
-    const std::string path = chart_file.string();
     if (chart.OpenZellap(path.c_str(), 0) == 0) {
         const auto diagnosis = diagnose_chart(path);
         throw std::runtime_error(path + ": " + (diagnosis ? diagnosis->text : "It could not be opened."));
     }
     if (const auto diagnosis = diagnose_georeference(path)) std::printf("%s\n", diagnosis->text.c_str());
-    if (route.empty()) route = sample_route(chart.ChartName);
-    std::filesystem::create_directories(output_dir);
     print_header(chart);
-    const CSize size = chart.GetDocumentSize();
-    if (size.cx <= 0 || size.cy <= 0) throw std::runtime_error("the chart has no pixels");
-    print_georeference(*chart.GetBaseGeoRec(), size, route);
-    save_pictures(chart, output_dir / chart_file.stem(), route);
-    chart.CloseZellap();
+    print_georeference(*chart.GetBaseGeoRec(), chart.GetDocumentSize(), route);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::fprintf(stderr, "usage: show_chart CHART_FILE OUTPUT_DIR [LATITUDE,LONGITUDE...]\n");
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: show_chart CHART_FILE [POSITION...]\n");
         return 2;
     }
     try {
-        std::vector<Waypoint> route;
-        for (int i = 3; i < argc; ++i)
-            route.push_back(waypoint_of(argv[i]));
-        show(argv[1], argv[2], route);
+        std::vector<Position> route;
+        for (int i = 2; i < argc; ++i) {
+            const ParsedPosition parsed = parse_position(argv[i]);
+            if (!parsed.position) throw std::runtime_error(std::string(argv[i]) + ": " + parsed.reason);
+            route.push_back(*parsed.position);
+        }
+        show(argv[1], route);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "show_chart: %s\n", error.what());
         return 1;

@@ -21,9 +21,11 @@ struct TestChart {
 
     /// Returns the path of the chart file.
     std::string write(const TempFolder& folder, const std::string& stem) const {
-        folder.write(stem + ".GEO", samples::geo_text(georeference()));
+        folder.write(stem + ".GEO", georeference_text());
         return folder.write(stem + ".chart", bytes());
     }
+
+    std::string georeference_text() const { return samples::geo_text(georeference()); }
 
     std::string bytes() const {
         samples::Chart chart;

@@ -1,12 +1,31 @@
 #include "viewer/box.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace viewer {
+
+bool Box::contains(ScreenPixel pixel) const {
+    return pixel.x >= upper_left.x && pixel.x <= lower_right.x && pixel.y >= upper_left.y &&
+           pixel.y <= lower_right.y;
+}
+
+Box Box::grown(double by) const {
+    return {{upper_left.x - by, upper_left.y - by}, {lower_right.x + by, lower_right.y + by}};
+}
 
 Box shared_part(const Box& a, const Box& b) {
     return {{std::max(a.upper_left.x, b.upper_left.x), std::max(a.upper_left.y, b.upper_left.y)},
             {std::min(a.lower_right.x, b.lower_right.x), std::min(a.lower_right.y, b.lower_right.y)}};
+}
+
+Box box_around(const std::vector<ScreenPixel>& pixels) {
+    Box box{pixels.front(), pixels.front()};
+    for (const ScreenPixel pixel : pixels) {
+        box.upper_left = {std::min(box.upper_left.x, pixel.x), std::min(box.upper_left.y, pixel.y)};
+        box.lower_right = {std::max(box.lower_right.x, pixel.x), std::max(box.lower_right.y, pixel.y)};
+    }
+    return box;
 }
 
 std::optional<std::pair<ScreenPixel, ScreenPixel>> part_inside(const Box& box, ScreenPixel from,
@@ -36,6 +55,10 @@ std::vector<std::pair<ScreenPixel, ScreenPixel>> parts_inside(const Box& box,
         if (const auto part = part_inside(box, line[i - 1], line[i])) parts.push_back(*part);
     }
     return parts;
+}
+
+double apart(ScreenPixel a, ScreenPixel b) {
+    return std::hypot(a.x - b.x, a.y - b.y);
 }
 
 }  // namespace viewer

@@ -1,23 +1,43 @@
 #pragma once
 
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <viewer/background_task.h>
 #include <zellap10/plotter/catalogue.h>
 
 namespace viewer {
 
-/// The charts to look at, and what they cover.
+/// The charts to show.
 struct ChartList {
-    std::vector<std::string> paths;
-    zellap10::plotter::Catalogue catalogue;
+    std::shared_ptr<const zellap10::plotter::Catalogue> catalogue;  ///< those with positions; never null
+    std::string first;                                              ///< path of the first one with positions
+    std::vector<std::string> bare_charts;  ///< paths of those without, which can only be shown as printed
+    std::vector<std::string> problems;     ///< files and folders that cannot be read, with the reason
+    bool complete = false;                 ///< false while files are being read
 };
 
-/// Lists charts.
-///
-/// @param arguments  charts, which are listed whatever they are, and folders: of these and the folders below,
-/// every
-///                   file is listed that can be opened as a chart or has a georeference file beside it
-ChartList list_charts(const std::vector<std::string>& arguments);
+/// Lists charts in a thread of its own, and again when files appear, change or vanish.
+class ChartLister {
+public:
+    /// @param arguments  charts, and folders, of which every chart below is listed
+    /// @param on_change  called by the thread when there is a new list; may be empty
+    ChartLister(std::vector<std::string> arguments, std::function<void()> on_change);
+    ~ChartLister();
+    ChartLister(const ChartLister&) = delete;
+    ChartLister& operator=(const ChartLister&) = delete;
+
+    /// The newest list, if there is one that was not taken yet.
+    std::optional<ChartList> take();
+
+private:
+    class Job;
+
+    std::shared_ptr<Job> job_;
+    BackgroundTask task_;
+};
 
 }  // namespace viewer

@@ -8,7 +8,6 @@ namespace viewer {
 namespace {
 
 constexpr std::ptrdiff_t kMostFixes = 1000;
-constexpr std::chrono::milliseconds kLongestEnd{150};
 
 }  // namespace
 
@@ -49,25 +48,12 @@ void FixFeed::end() {
 }
 
 FixSource::FixSource(std::function<void(FixFeed&)> run, std::function<void()> on_news)
-    : feed_(std::make_shared<FixFeed>(std::move(on_news))) {
-    std::packaged_task<void()> task([feed = feed_, run = std::move(run)] {
-        try {
-            run(*feed);
-        } catch (const std::exception& problem) {
-            feed->set_status(problem.what());
-        }
-    });
-    ended_ = task.get_future();
-    thread_ = std::thread(std::move(task));
-}
-
-FixSource::~FixSource() {
-    feed_->end();
-    if (ended_.wait_for(kLongestEnd) == std::future_status::ready) {
-        thread_.join();
-    } else {
-        thread_.detach();
-    }
-}
+    : feed_(std::make_shared<FixFeed>(std::move(on_news))), task_([feed = feed_, run = std::move(run)] {
+          try {
+              run(*feed);
+          } catch (const std::exception& problem) {
+              feed->set_status(problem.what());
+          }
+      }) {}
 
 }  // namespace viewer

@@ -4,13 +4,12 @@
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include <viewer/background_task.h>
 #include <viewer/fix.h>
 
 namespace viewer {
@@ -54,9 +53,7 @@ public:
     /// @param on_news  called by the thread for a new fix or status; must not call this object
     FixSource(std::function<void(FixFeed&)> run, std::function<void()> on_news);
 
-    /// Takes 0.2 s at most. A thread that the system holds longer, as in a look-up of a host's name, ends by
-    /// itself later.
-    ~FixSource();
+    ~FixSource() { feed_->end(); }
     FixSource(const FixSource&) = delete;
     FixSource& operator=(const FixSource&) = delete;
 
@@ -64,8 +61,7 @@ public:
 
 private:
     std::shared_ptr<FixFeed> feed_;
-    std::future<void> ended_;
-    std::thread thread_;
+    BackgroundTask task_;
 };
 
 }  // namespace viewer

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,9 +11,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::format_latitude;
-using zellap10::plotter::format_longitude;
-using zellap10::plotter::Georeference;
 using zellap10::plotter::longitude_near;
 
 namespace {
@@ -20,85 +18,83 @@ namespace {
 constexpr double kSteps[] = {0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1,   2,   5,   10,
                              15,   20,   30,   60,  120, 300, 600, 900, 1800};
 
-constexpr double kLeastGap = 140;  // between lines, window pixels
+constexpr double kLeastGap = 140;  // between lines, pixels
 constexpr int kPieces = 24;        // of a line across the box
 constexpr int kProbes = 8;         // for positions, on each side of the box
-constexpr int kMostLines = 100;    // a fit that says more of a window is nonsense
-constexpr double kFarAway = 1e6;   // window pixels, past which nothing is drawn
+constexpr int kMostLines = 100;    // a georeference that needs more is nonsense
 
-// Latitudes, or longitudes that run on over the 180th meridian.
-struct Extent {
+// Latitudes, or longitudes that run on across the 180th meridian.
+struct Range {
     double least;
     double greatest;
 
-    void take_in(double value) {
+    void include(double value) {
         least = std::min(least, value);
         greatest = std::max(greatest, value);
     }
 };
 
 struct Bounds {
-    Extent lat;
-    Extent lon;
+    Range lat;
+    Range lon;
 };
 
-// What positions the edge of the box has.
-std::optional<Bounds> bounds_of(const Camera& camera, const Georeference& georeference, const Box& box) {
+// The positions on the edge of the box.
+std::optional<Bounds> bounds_of(const Scene& scene) {
     std::optional<Bounds> bounds;
+    double last_lon = 0;
     for (int i = 0; i < 4 * kProbes; ++i) {
         const double along = static_cast<double>(i % kProbes) / kProbes;
         const int side = i / kProbes;
         const double u = side == 0 ? along : side == 1 ? 1 : side == 2 ? 1 - along : 0;
         const double v = side == 0 ? 0 : side == 1 ? along : side == 2 ? 1 : 1 - along;
-        const ScreenPixel spot{box.upper_left.x + u * (box.lower_right.x - box.upper_left.x),
-                               box.upper_left.y + v * (box.lower_right.y - box.upper_left.y)};
-        const auto position = georeference.chart_datum_position_of(camera.to_chart(spot));
+        const Box& box = scene.box;
+        const auto position =
+            scene.to_position({box.upper_left.x + u * (box.lower_right.x - box.upper_left.x),
+                               box.upper_left.y + v * (box.lower_right.y - box.upper_left.y)});
         if (!position) return std::nullopt;
-        if (!bounds) {
-            bounds =
-                Bounds{{position->latitude, position->latitude}, {position->longitude, position->longitude}};
-        }
-        bounds->lat.take_in(position->latitude);
-        bounds->lon.take_in(longitude_near(position->longitude, bounds->lon.least));
+        last_lon = bounds ? longitude_near(position->longitude, last_lon) : position->longitude;
+        if (!bounds) bounds = Bounds{{position->latitude, position->latitude}, {last_lon, last_lon}};
+        bounds->lat.include(position->latitude);
+        bounds->lon.include(last_lon);
     }
     return bounds;
 }
 
-// Degrees of latitude and longitude along a window pixel, at the middle of the box.
-std::optional<Position> degrees_a_pixel(const Camera& camera, const Georeference& georeference,
-                                        const Box& box) {
-    const ScreenPixel spot{(box.upper_left.x + box.lower_right.x) / 2,
-                           (box.upper_left.y + box.lower_right.y) / 2};
-    const auto here = georeference.chart_datum_position_of(camera.to_chart(spot));
-    const auto right = georeference.chart_datum_position_of(camera.to_chart({spot.x + 1, spot.y}));
-    const auto below = georeference.chart_datum_position_of(camera.to_chart({spot.x, spot.y + 1}));
+// Degrees of latitude and longitude per pixel, in the middle of the box.
+std::optional<Position> degrees_per_pixel(const Scene& scene) {
+    const ScreenPixel middle{(scene.box.upper_left.x + scene.box.lower_right.x) / 2,
+                             (scene.box.upper_left.y + scene.box.lower_right.y) / 2};
+    const auto here = scene.to_position(middle);
+    const auto right = scene.to_position({middle.x + 1, middle.y});
+    const auto below = scene.to_position({middle.x, middle.y + 1});
     if (!here || !right || !below) return std::nullopt;
     const auto east = [&](const Position& position) {
-        return longitude_near(position.longitude, here->longitude);
+        return longitude_near(position.longitude, here->longitude) - here->longitude;
     };
     return Position{std::hypot(right->latitude - here->latitude, below->latitude - here->latitude),
-                    std::hypot(east(*right) - here->longitude, east(*below) - here->longitude)};
+                    std::hypot(east(*right), east(*below))};
 }
 
-// The places of a line of which `position` gives the position at 0 to 1.
-template <class PositionAt>
-std::vector<ScreenPixel> spots_of(const Camera& camera, const Georeference& georeference,
-                                  PositionAt position) {
-    std::vector<ScreenPixel> spots;
-    for (int i = 0; i <= kPieces; ++i) {
-        const auto pixel = georeference.pixel_of_chart_datum(position(static_cast<double>(i) / kPieces));
-        if (!pixel) continue;
-        const ScreenPixel spot = camera.to_window(*pixel);
-        if (std::abs(spot.x) < kFarAway && std::abs(spot.y) < kFarAway) spots.push_back(spot);
+// Draws a line of which `at` gives the positions from 0 to 1.
+template <class At>
+void draw_line(Painter& painter, const Scene& scene, At at, const std::string& text, Anchor anchor) {
+    std::vector<Position> positions;
+    for (int i = 0; i <= kPieces; ++i)
+        positions.push_back(at(static_cast<double>(i) / kPieces));
+    for (const std::vector<ScreenPixel>& line : lines_on_screen(scene, positions)) {
+        const auto parts = parts_inside(scene.box, line);
+        if (parts.empty()) continue;
+        painter.line(line, scene.theme.grid);
+        painter.label(parts.front().first, text, {scene.theme.paper, anchor, 12}, Rank::kGrid);
     }
-    return spots;
 }
 
-// Calls with each whole multiple of a step that lies in the extent.
+// Calls with each multiple of a step in a range.
 template <class Use>
-void for_each_line(const Extent& extent, double minutes, Use use) {
-    const double first = std::ceil(extent.least * 60 / minutes);
-    const double last = std::floor(extent.greatest * 60 / minutes);
+void for_each_line(const Range& range, double minutes, Use use) {
+    const double first = std::ceil(range.least * 60 / minutes);
+    const double last = std::floor(range.greatest * 60 / minutes);
     if (!(last - first < kMostLines)) return;
     for (double k = first; k <= last; ++k)
         use(k * minutes / 60);
@@ -111,29 +107,23 @@ double grid_step(double minutes) {
     return step != std::end(kSteps) ? *step : *std::rbegin(kSteps);
 }
 
-void draw_grid(Painter& painter, const Camera& camera, const Georeference& georeference, const Box& box,
-               const Theme& theme) {
-    if (box.is_empty()) return;
-    const auto bounds = bounds_of(camera, georeference, box);
-    const auto pixel = degrees_a_pixel(camera, georeference, box);
+void draw_grid(Painter& painter, const Scene& scene) {
+    const auto bounds = bounds_of(scene);
+    const auto pixel = degrees_per_pixel(scene);
     if (!bounds || !pixel) return;
-    const Extent& lat = bounds->lat;
-    const Extent& lon = bounds->lon;
+    const Range& lat = bounds->lat;
+    const Range& lon = bounds->lon;
+    const double gap = kLeastGap * 60 * painter.scale();
 
-    const auto draw = [&](const std::vector<ScreenPixel>& spots, const std::string& text, Anchor anchor) {
-        painter.line(spots, theme.grid);
-        const auto parts = parts_inside(box, spots);
-        if (!parts.empty()) painter.text(parts.front().first, {text}, {theme.paper, anchor, 12});
-    };
-    for_each_line(lat, grid_step(pixel->latitude * kLeastGap * 60), [&](double value) {
+    for_each_line(lat, grid_step(pixel->latitude * gap), [&](double value) {
         const auto at = [&](double t) { return Position{value, lon.least + t * (lon.greatest - lon.least)}; };
-        draw(spots_of(camera, georeference, at), format_latitude(value), {0, 0.5});
+        draw_line(painter, scene, at, zellap10::plotter::format_latitude(value), {0, 0.5});
     });
-    for_each_line(lon, grid_step(pixel->longitude * kLeastGap * 60), [&](double value) {
+    for_each_line(lon, grid_step(pixel->longitude * gap), [&](double value) {
         const auto at = [&](double t) {
             return Position{lat.greatest - t * (lat.greatest - lat.least), value};
         };
-        draw(spots_of(camera, georeference, at), format_longitude(value), {0.5, 0});
+        draw_line(painter, scene, at, zellap10::plotter::format_longitude(value), {0.5, 0});
     });
 }
 

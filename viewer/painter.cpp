@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <string_view>
 
 namespace viewer {
@@ -9,8 +10,10 @@ namespace viewer {
 namespace {
 
 constexpr double kTurn = 2 * 3.14159265359;
-constexpr double kPadding = 4;     // of a paper around its text, pixels
-constexpr double kLineStep = 1.3;  // of the lettering's size
+constexpr double kPadding = 4;         // of a paper around its text
+constexpr double kLineStep = 1.3;      // of the text's size
+constexpr std::size_t kLongest = 160;  // bytes of a line of text
+constexpr std::size_t kMostLabels = 400;
 
 // The length of the UTF-8 character that a text begins with; 0 where it begins with none.
 std::size_t character_length(std::string_view text) {
@@ -28,40 +31,40 @@ std::size_t character_length(std::string_view text) {
     return code >= kFewest[length] && code <= 0x10FFFF && !is_surrogate ? length : 0;
 }
 
-// A text as cairo takes it, which otherwise draws nothing more: what is no UTF-8 is taken for Latin 1, as
-// charts have it, and what is longer than any bar is cut.
-std::string presentable(std::string_view text) {
-    constexpr std::size_t kLongest = 160;
-    std::string out;
-    while (!text.empty() && out.size() < kLongest) {
-        const std::size_t length = character_length(text);
-        if (length > 0) {
-            out.append(text.substr(0, length));
-        } else {
-            out += static_cast<char>(0xC0 | static_cast<unsigned char>(text[0]) >> 6);
-            out += static_cast<char>(0x80 | (static_cast<unsigned char>(text[0]) & 0x3F));
-        }
-        text.remove_prefix(length > 0 ? length : 1);
-    }
-    return out;
-}
-
-void set_face(cairo_t* cairo, const TextStyle& style) {
+void set_face(cairo_t* cairo, const TextStyle& style, double scale) {
     cairo_select_font_face(cairo, style.face == Typeface::kFixed ? "DejaVu Sans Mono" : "DejaVu Sans",
                            CAIRO_FONT_SLANT_NORMAL,
                            style.face == Typeface::kBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(cairo, style.size);
+    cairo_set_font_size(cairo, style.size * scale);
 }
 
 }  // namespace
 
-Painter::Painter(const Bitmap& picture)
-    : surface_(cairo_image_surface_create_for_data(static_cast<unsigned char*>(picture.pixels),
-                                                   CAIRO_FORMAT_RGB24, picture.width, picture.height,
-                                                   static_cast<int>(picture.stride)),
-               cairo_surface_destroy),
+// Cairo draws nothing more after a text that is not valid.
+std::string presentable(const std::string& text) {
+    std::string out;
+    std::string_view rest = text;
+    while (!rest.empty() && out.size() < kLongest) {
+        const std::size_t length = character_length(rest);
+        if (length > 0) {
+            out.append(rest.substr(0, length));
+        } else {
+            out += static_cast<char>(0xC0 | static_cast<unsigned char>(rest[0]) >> 6);
+            out += static_cast<char>(0x80 | (static_cast<unsigned char>(rest[0]) & 0x3F));
+        }
+        rest.remove_prefix(length > 0 ? length : 1);
+    }
+    return out;
+}
+
+Painter::Painter(const Bitmap& bitmap, double scale)
+    : surface_(
+          cairo_image_surface_create_for_data(static_cast<unsigned char*>(bitmap.pixels), CAIRO_FORMAT_RGB24,
+                                              bitmap.width, bitmap.height, static_cast<int>(bitmap.stride)),
+          cairo_surface_destroy),
       cairo_(cairo_create(surface_.get()), cairo_destroy),
-      size_{picture.width, picture.height} {
+      size_{bitmap.width, bitmap.height},
+      scale_(scale) {
     cairo_set_line_join(cairo_.get(), CAIRO_LINE_JOIN_ROUND);
     cairo_set_line_cap(cairo_.get(), CAIRO_LINE_CAP_ROUND);
     cairo_save(cairo_.get());
@@ -72,86 +75,114 @@ void Painter::set_colour(Argb colour, double cover) {
     cairo_set_source_rgba(cairo_.get(), channel(16), channel(8), channel(0), cover);
 }
 
-// The middle of a pixel is a whole number here and half past one there.
-void Painter::path(const std::vector<ScreenPixel>& spots) {
+// The centre of a pixel is a whole number here and half past one there.
+void Painter::path(const std::vector<ScreenPixel>& pixels) {
     cairo_new_path(cairo_.get());
-    for (const ScreenPixel& spot : spots)
-        cairo_line_to(cairo_.get(), spot.x + 0.5, spot.y + 0.5);
+    for (const ScreenPixel pixel : pixels)
+        cairo_line_to(cairo_.get(), pixel.x + 0.5, pixel.y + 0.5);
 }
 
 void Painter::stroke(const Pen& pen) {
+    const double dash = pen.dash * scale_;
     set_colour(pen.colour);
-    cairo_set_line_width(cairo_.get(), pen.width);
-    cairo_set_dash(cairo_.get(), &pen.dash, pen.dash > 0 ? 1 : 0, 0);
+    cairo_set_line_width(cairo_.get(), pen.width * scale_);
+    cairo_set_dash(cairo_.get(), &dash, dash > 0 ? 1 : 0, 0);
     cairo_stroke(cairo_.get());
 }
 
-void Painter::line(const std::vector<ScreenPixel>& spots, const Pen& pen) {
-    path(spots);
+void Painter::line(const std::vector<ScreenPixel>& pixels, const Pen& pen) {
+    path(pixels);
     stroke(pen);
+}
+
+void Painter::polygon(const std::vector<ScreenPixel>& corners, Argb colour, const Pen& edge) {
+    path(corners);
+    cairo_close_path(cairo_.get());
+    set_colour(colour);
+    cairo_fill_preserve(cairo_.get());
+    stroke(edge);
 }
 
 void Painter::circle(ScreenPixel middle, double radius, const Pen& pen) {
     cairo_new_path(cairo_.get());
-    cairo_arc(cairo_.get(), middle.x + 0.5, middle.y + 0.5, radius, 0, kTurn);
+    cairo_arc(cairo_.get(), middle.x + 0.5, middle.y + 0.5, radius * scale_, 0, kTurn);
     stroke(pen);
 }
 
-void Painter::box(ScreenPixel upper_left, ScreenSize size, const Paper& paper) {
-    cairo_rectangle(cairo_.get(), upper_left.x, upper_left.y, size.width, size.height);
-    set_colour(paper.colour, paper.cover);
+void Painter::box(const Box& box, Argb colour, double cover) {
+    cairo_rectangle(cairo_.get(), box.upper_left.x, box.upper_left.y, box.lower_right.x - box.upper_left.x,
+                    box.lower_right.y - box.upper_left.y);
+    set_colour(colour, cover);
     cairo_fill(cairo_.get());
 }
 
-ScreenSize Painter::text_size(const std::vector<std::string>& lines, const TextStyle& style) {
-    set_face(cairo_.get(), style);
+Box Painter::text_box(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style) {
+    set_face(cairo_.get(), style, scale_);
     double width = 0;
     for (const std::string& line : lines) {
         cairo_text_extents_t extents;
         cairo_text_extents(cairo_.get(), presentable(line).c_str(), &extents);
         width = std::max(width, extents.x_advance);
     }
-    const double height = style.size * kLineStep * static_cast<double>(lines.size());
-    return {static_cast<int>(std::ceil(width + 2 * kPadding)),
-            static_cast<int>(std::ceil(height + kPadding))};
+    width = std::ceil(width + 2 * kPadding * scale_);
+    const double height =
+        std::ceil(scale_ * (style.size * kLineStep * static_cast<double>(lines.size()) + kPadding));
+    const ScreenPixel corner{std::round(at.x - style.anchor.x * width),
+                             std::round(at.y - style.anchor.y * height)};
+    return {corner, {corner.x + width, corner.y + height}};
 }
 
-void Painter::text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style) {
-    if (clips_) {
-        if (cairo_in_clip(cairo_.get(), at.x + 0.5, at.y + 0.5)) after_clips_.push_back({at, lines, style});
-        return;
-    }
-    const ScreenSize size = text_size(lines, style);
-    const ScreenPixel corner{std::round(at.x - style.anchor.x * size.width),
-                             std::round(at.y - style.anchor.y * size.height)};
-    box(corner, size, style.paper);
+Box Painter::text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style) {
+    const Box covered = text_box(at, lines, style);
+    box(covered, style.paper.colour, style.paper.cover);
     set_colour(style.paper.ink);
-    double y = corner.y + kPadding / 2 + style.size;
+    double y = covered.upper_left.y + scale_ * (kPadding / 2 + style.size);
     for (const std::string& line : lines) {
-        cairo_move_to(cairo_.get(), corner.x + kPadding, std::round(y));
+        cairo_move_to(cairo_.get(), covered.upper_left.x + kPadding * scale_, std::round(y));
         cairo_show_text(cairo_.get(), presentable(line).c_str());
-        y += style.size * kLineStep;
+        y += style.size * kLineStep * scale_;
     }
     cairo_new_path(cairo_.get());
+    keep_free(covered);
+    return covered;
 }
 
-void Painter::clip() {
-    cairo_clip(cairo_.get());
-    clips_ = true;
+void Painter::label(ScreenPixel at, const std::string& text, const TextStyle& style, Rank rank) {
+    if (!cairo_in_clip(cairo_.get(), at.x + 0.5, at.y + 0.5)) return;
+    if (labels_.size() < 4 * kMostLabels) labels_.push_back({at, text, style, rank});
+}
+
+void Painter::draw_labels() {
+    std::stable_sort(labels_.begin(), labels_.end(),
+                     [](const Label& a, const Label& b) { return a.rank < b.rank; });
+    labels_.resize(std::min(labels_.size(), kMostLabels), {});
+    for (const Label& label : labels_) {
+        Box wanted = text_box(label.at, {label.text}, label.style);
+        // Into the bitmap, if its edge would cut it.
+        const auto inward = [](double from, double to, double size) {
+            return std::max(std::min(0.0, size - to), -from);
+        };
+        const ScreenPixel at{label.at.x + inward(wanted.upper_left.x, wanted.lower_right.x, size_.width),
+                             label.at.y + inward(wanted.upper_left.y, wanted.lower_right.y, size_.height)};
+        wanted = text_box(at, {label.text}, label.style);
+        const auto overlaps = [&](const Box& taken) { return !shared_part(wanted, taken).is_empty(); };
+        if (std::none_of(taken_.begin(), taken_.end(), overlaps)) text(at, {label.text}, label.style);
+    }
+    labels_.clear();
 }
 
 void Painter::clip_to(const Box& box) {
     const double left = std::round(box.upper_left.x);
     const double top = std::round(box.upper_left.y);
-    // Whole pixels, so that it stays a plain rectangle, which costs nothing.
+    // A rectangle of complete pixels costs nothing.
     cairo_rectangle(cairo_.get(), left, top, std::round(box.lower_right.x) + 1 - left,
                     std::round(box.lower_right.y) + 1 - top);
-    clip();
+    cairo_clip(cairo_.get());
 }
 
 void Painter::clip_to(const std::vector<ScreenPixel>& outline) {
     path(outline);
-    clip();
+    cairo_clip(cairo_.get());
 }
 
 void Painter::clip_out(const std::vector<ScreenPixel>& outline) {
@@ -159,21 +190,28 @@ void Painter::clip_out(const std::vector<ScreenPixel>& outline) {
     cairo_close_path(cairo_.get());
     cairo_rectangle(cairo_.get(), 0, 0, size_.width, size_.height);
     cairo_set_fill_rule(cairo_.get(), CAIRO_FILL_RULE_EVEN_ODD);
-    clip();
+    cairo_clip(cairo_.get());
 }
 
 void Painter::end_clips() {
     cairo_restore(cairo_.get());
     cairo_save(cairo_.get());
-    clips_ = false;
-    for (const Text& later : after_clips_)
-        text(later.at, later.lines, later.style);
-    after_clips_.clear();
 }
 
-bool Painter::save(const std::string& path) {
+std::string Painter::png() {
     cairo_surface_flush(surface_.get());
-    return cairo_surface_write_to_png(surface_.get(), path.c_str()) == CAIRO_STATUS_SUCCESS;
+    std::string bytes;
+    const auto append = [](void* to, const unsigned char* data, unsigned length) {
+        try {
+            static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(data), length);
+        } catch (const std::bad_alloc&) {
+            return CAIRO_STATUS_NO_MEMORY;
+        }
+        return CAIRO_STATUS_SUCCESS;
+    };
+    const bool written =
+        cairo_surface_write_to_png_stream(surface_.get(), append, &bytes) == CAIRO_STATUS_SUCCESS;
+    return written ? bytes : std::string();
 }
 
 }  // namespace viewer

@@ -7,23 +7,28 @@
 #include <cairo.h>
 
 #include <viewer/box.h>
+#include <zellap10/plotter/colours.h>
+#include <zellap10/plotter/viewport.h>
 
 namespace viewer {
+
+using zellap10::plotter::Argb;
+using zellap10::plotter::Bitmap;
 
 struct Pen {
     Argb colour = 0;
     double width = 1;
-    double dash = 0;  ///< pixels on, and as many off; 0 for a whole line
+    double dash = 0;  ///< pixels on, and as many off; 0 for a solid line
 };
 
-/// What texts stand on, so that they can be read on any chart.
+/// The ground of a text, so that it can be read on any chart.
 struct Paper {
     Argb ink = 0;
     Argb colour = 0xFFFFFF;
-    double cover = 0.8;  ///< of what lies beneath: 0 shows all of it, 1 nothing
+    double cover = 0.8;  ///< opacity, 0 to 1
 };
 
-/// Which place of a text is meant by where it stands: 0 is its left or upper edge, 1 its right or lower one.
+/// The point of a text that its place refers to: 0 is the left or upper edge, 1 the right or lower one.
 struct Anchor {
     double x = 0;
     double y = 0;
@@ -34,54 +39,71 @@ enum class Typeface { kPlain, kBold, kFixed };
 struct TextStyle {
     Paper paper;
     Anchor anchor;
-    double size = 13;  ///< pixels
+    double size = 13;
     Typeface face = Typeface::kPlain;
 };
 
-/// Draws on a picture, with soft edges. Every operation takes pixels of the window.
+/// Which label gives way where two would overlap: the later one of this list.
+enum class Rank { kWaypoint, kLeg, kPoint, kGrid };
+
+/// Text as cairo accepts it: bytes that are no UTF-8 are taken for Latin 1, and long lines are cut.
+std::string presentable(const std::string& text);
+
+/// Draws on a bitmap, with soft edges. Places are pixels of the bitmap; widths, radii and text sizes are
+/// multiplied by a scale.
 class Painter {
 public:
-    /// @param picture  must outlive the painter; its address and stride are multiples of 4
-    explicit Painter(const Bitmap& picture);
+    /// @param bitmap  must outlive the painter; its address and stride are multiples of 4
+    /// @param scale   of a screen with small pixels, 1 or more
+    explicit Painter(const Bitmap& bitmap, double scale = 1);
 
-    void line(const std::vector<ScreenPixel>& spots, const Pen& pen);
+    double scale() const { return scale_; }
+
+    void line(const std::vector<ScreenPixel>& pixels, const Pen& pen);
+    void polygon(const std::vector<ScreenPixel>& corners, Argb colour, const Pen& edge);
     void circle(ScreenPixel middle, double radius, const Pen& pen);
-    void box(ScreenPixel upper_left, ScreenSize size, const Paper& paper);
+    void box(const Box& box, Argb colour, double cover = 1);
 
-    /// Lines of text, one below the other, on one piece of paper. They are UTF-8; other bytes are taken for
-    /// Latin 1. Very long lines are cut.
-    void text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style);
-    /// What text() covers.
-    ScreenSize text_size(const std::vector<std::string>& lines, const TextStyle& style);
+    /// Lines of text, one below the other, on one piece of paper. No label is drawn over it.
+    ///
+    /// @return  what it covers
+    Box text(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style);
 
-    /// From here to the end of the clips, lines are drawn only inside a box or an outline, or only outside of
-    /// an outline; clips add up. A text whose place they leave is drawn whole when they end, others are not
-    /// drawn.
+    /// A text that draw_labels draws, unless it would overlap another text or its place is clipped away.
+    void label(ScreenPixel at, const std::string& text, const TextStyle& style, Rank rank);
+    void draw_labels();
+
+    /// No label is drawn over this box.
+    void keep_free(const Box& box) { taken_.push_back(box); }
+
+    /// Until end_clips, lines are drawn only inside a box or an outline, or only outside of an outline.
     void clip_to(const Box& box);
     void clip_to(const std::vector<ScreenPixel>& outline);
     void clip_out(const std::vector<ScreenPixel>& outline);
     void end_clips();
 
-    /// Writes what is drawn so far to a PNG file; false where that fails.
-    bool save(const std::string& path);
+    /// The bytes of a PNG file of the bitmap; empty if memory runs out.
+    std::string png();
 
 private:
-    void path(const std::vector<ScreenPixel>& spots);
+    struct Label {
+        ScreenPixel at;
+        std::string text;
+        TextStyle style;
+        Rank rank;
+    };
+
+    Box text_box(ScreenPixel at, const std::vector<std::string>& lines, const TextStyle& style);
+    void path(const std::vector<ScreenPixel>& pixels);
     void set_colour(Argb colour, double cover = 1);
     void stroke(const Pen& pen);
-    void clip();
-
-    struct Text {
-        ScreenPixel at;
-        std::vector<std::string> lines;
-        TextStyle style;
-    };
 
     std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)> surface_;
     std::unique_ptr<cairo_t, void (*)(cairo_t*)> cairo_;
     ScreenSize size_;
-    bool clips_ = false;
-    std::vector<Text> after_clips_;
+    double scale_;
+    std::vector<Label> labels_;
+    std::vector<Box> taken_;
 };
 
 }  // namespace viewer

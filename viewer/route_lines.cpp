@@ -2,159 +2,165 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <string>
 #include <utility>
 
-#include <viewer/box.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {
 
-using zellap10::plotter::format_course;
-using zellap10::plotter::format_distance;
-using zellap10::plotter::Georeference;
-
 namespace {
 
 constexpr int kPieces = 32;            // of a leg, and of a piece of it that is divided
 constexpr int kDeepest = 3;            // divisions of divisions
-constexpr double kLongestPiece = 100;  // window pixels
-constexpr double kNear = 200;          // window pixels around it
+constexpr double kLongestPiece = 100;  // pixels; a rhumb line bends less than a pixel on it
+constexpr double kNear = 200;          // pixels around the scene
 constexpr double kRadius = 6;          // of a waypoint
-constexpr double kFarAway = 1e6;       // window pixels, past which nothing is drawn
-constexpr double kArm = 7;             // of the cross of a reference point
-constexpr int kMostNamed = 60;         // reference points
-constexpr double kLeastLabelled = 60;  // of a leg, window pixels
-
-std::optional<ScreenPixel> spot_of(const Camera& camera, const Georeference& georeference, Position wgs84) {
-    const auto pixel = georeference.pixel_of(wgs84);
-    if (!pixel) return std::nullopt;
-    const ScreenPixel spot = camera.to_window(*pixel);
-    if (!(std::abs(spot.x) < kFarAway && std::abs(spot.y) < kFarAway)) return std::nullopt;
-    return spot;
-}
-
-bool is_in_window(const Camera& camera, ScreenPixel spot, double margin) {
-    return spot.x > -margin && spot.y > -margin && spot.x < camera.window().width + margin &&
-           spot.y < camera.window().height + margin;
-}
+constexpr double kCrowded = 4;         // pixels to the waypoint drawn last
+constexpr double kLeastLabelled = 60;  // of a leg, pixels
 
 using Parts = std::vector<std::pair<ScreenPixel, ScreenPixel>>;
 
-double length_of(const std::pair<ScreenPixel, ScreenPixel>& part) {
-    return std::hypot(part.second.x - part.first.x, part.second.y - part.first.y);
-}
-
-// The middle of some parts that follow one another; none where they are too short for a label.
-std::optional<ScreenPixel> middle_of(const Parts& parts) {
+// The middle of some parts that follow one another; empty if they are too short for a label.
+std::optional<ScreenPixel> middle_of(const Parts& parts, double shortest) {
     double length = 0;
-    for (const auto& part : parts)
-        length += length_of(part);
-    if (length < kLeastLabelled) return std::nullopt;
+    for (const auto& [from, to] : parts)
+        length += apart(from, to);
+    if (length < shortest) return std::nullopt;
     double left = length / 2;
-    for (const auto& part : parts) {
-        const double here = length_of(part);
+    for (const auto& [from, to] : parts) {
+        const double here = apart(from, to);
         if (here > 0 && here >= left) {
             const double t = left / here;
-            return ScreenPixel{part.first.x + t * (part.second.x - part.first.x),
-                               part.first.y + t * (part.second.y - part.first.y)};
+            return ScreenPixel{from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)};
         }
         left -= here;
     }
     return std::nullopt;
 }
 
-// Follows a rhumb line over a record, in pieces. Those that come near the window are divided again until they
-// are short, since on most charts the line is bent.
+// Follows a rhumb line, in pieces. Those that come near the scene are divided again until they are short,
+// because the line may be bent.
 class LegTracer {
 public:
-    LegTracer(const Camera& camera, const Georeference& georeference)
-        : camera_(camera), georeference_(georeference) {}
+    explicit LegTracer(const Scene& scene) : scene_(scene), near_(scene.box.grown(kNear)) {}
 
-    void trace(const Position& from, const Position& to, int depth = 0) {
+    // Empty if the leg is certainly out of sight: it bends less than its own length.
+    std::vector<Position> trace(Position from, Position to) {
+        const auto a = scene_.to_screen(from);
+        const auto b = scene_.to_screen(to);
+        if (a && b && is_straight(*a, *b)) {
+            const double length = apart(*a, *b);
+            if (!part_inside(scene_.box.grown(length), *a, *b)) return {};
+            if (length < kLongestPiece) return {from, to};
+        }
+        line_ = {from};
+        divide(from, to, 0);
+        return std::move(line_);
+    }
+
+private:
+    bool is_straight(ScreenPixel a, ScreenPixel b) const { return apart(a, b) < scene_.turn_pixels / 2; }
+    void divide(Position from, Position to, int depth) {
         Position before = from;
-        for (const Position& position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
-            const auto spot = spot_of(camera_, georeference_, position);
-            if (spot && last_ && depth < kDeepest && is_long_and_near(*last_, *spot))
-                trace(before, position, depth + 1);
+        for (const Position position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
+            const auto a = scene_.to_screen(before);
+            const auto b = scene_.to_screen(position);
+            const bool is_long = a && b && apart(*a, *b) > kLongestPiece && is_straight(*a, *b);
+            if (is_long && depth < kDeepest && part_inside(near_, *a, *b))
+                divide(before, position, depth + 1);
             else
-                add(spot);
+                line_.push_back(position);
             before = position;
         }
     }
 
-    /// The line, in parts where a piece of it has no pixels.
-    const std::vector<std::vector<ScreenPixel>>& lines() const { return lines_; }
-
-private:
-    bool is_long_and_near(ScreenPixel a, ScreenPixel b) const {
-        const Box near{{-kNear, -kNear}, {camera_.window().width + kNear, camera_.window().height + kNear}};
-        return std::hypot(b.x - a.x, b.y - a.y) > kLongestPiece && part_inside(near, a, b);
-    }
-    void add(const std::optional<ScreenPixel>& spot) {
-        if (spot && !last_) lines_.emplace_back();
-        if (spot) lines_.back().push_back(*spot);
-        last_ = spot;
-    }
-
-    const Camera& camera_;
-    const Georeference& georeference_;
-    std::optional<ScreenPixel> last_;
-    std::vector<std::vector<ScreenPixel>> lines_;
+    const Scene& scene_;
+    Box near_;
+    std::vector<Position> line_;
 };
 
-// Draws a leg and gives what of it the window shows. What lies far away is left out.
-Parts draw_leg(Painter& painter, const Camera& camera, const Georeference& georeference, const Position& from,
-               const Position& to, const Pen& pen) {
-    const Box window{{0, 0}, {camera.window().width - 1.0, camera.window().height - 1.0}};
-    LegTracer tracer(camera, georeference);
-    tracer.trace(from, to);
+// The parts of a leg that the scene shows.
+Parts parts_of_leg(const Scene& scene, Position from, Position to) {
     Parts shown;
-    for (const std::vector<ScreenPixel>& line : tracer.lines()) {
-        painter.line(line, pen);
-        const Parts parts = parts_inside(window, line);
+    for (const auto& line : lines_on_screen(scene, LegTracer(scene).trace(from, to))) {
+        const Parts parts = parts_inside(scene.box.grown(kReach), line);
         shown.insert(shown.end(), parts.begin(), parts.end());
     }
     return shown;
 }
 
+void draw_leg(Painter& painter, const Scene& scene, Position from, Position to) {
+    const Parts shown = parts_of_leg(scene, from, to);
+    std::vector<ScreenPixel> line;
+    for (const auto& [a, b] : shown) {
+        if (!line.empty() && apart(line.back(), a) > 0) {
+            painter.line(line, scene.theme.route);
+            line.clear();
+        }
+        if (line.empty()) line.push_back(a);
+        line.push_back(b);
+    }
+    painter.line(line, scene.theme.route);
+    const auto middle = middle_of(shown, kLeastLabelled * painter.scale());
+    if (!middle) return;
+    const auto leg = zellap10::plotter::leg_between(from, to);
+    painter.label(*middle,
+                  zellap10::plotter::format_course(leg.course) + "  " +
+                      zellap10::plotter::format_distance(leg.distance),
+                  {scene.theme.paper, {0.5, 0.5}}, Rank::kLeg);
+}
+
+double distance_to(const std::pair<ScreenPixel, ScreenPixel>& part, ScreenPixel pixel) {
+    const auto& [a, b] = part;
+    const ScreenPixel way{b.x - a.x, b.y - a.y};
+    const double square = way.x * way.x + way.y * way.y;
+    const double t = square > 0 ? ((pixel.x - a.x) * way.x + (pixel.y - a.y) * way.y) / square : 0;
+    const double held = std::clamp(t, 0.0, 1.0);
+    return apart({a.x + held * way.x, a.y + held * way.y}, pixel);
+}
+
 }  // namespace
 
-void draw_route(Painter& painter, const Camera& camera, const Georeference& georeference,
-                const std::vector<Position>& waypoints, const Theme& theme) {
-    TextStyle style{theme.paper, {0.5, 0.5}};
-    for (std::size_t i = 1; i < waypoints.size(); ++i) {
-        const Parts shown =
-            draw_leg(painter, camera, georeference, waypoints[i - 1], waypoints[i], theme.route);
-        const auto middle = middle_of(shown);
-        const auto leg = zellap10::plotter::leg_between(waypoints[i - 1], waypoints[i]);
-        if (middle)
-            painter.text(*middle, {format_course(leg.course) + "  " + format_distance(leg.distance)}, style);
-    }
-    style.anchor = {0, 1};
-    style.face = Typeface::kBold;
+void draw_route(Painter& painter, const Scene& scene, const std::vector<Waypoint>& waypoints,
+                std::optional<std::size_t> target) {
+    for (std::size_t i = 1; i < waypoints.size(); ++i)
+        draw_leg(painter, scene, waypoints[i - 1].position, waypoints[i].position);
+    const double radius = kRadius * painter.scale();
+    const Box visible = scene.box.grown(2 * radius);
+    std::optional<ScreenPixel> last;
     for (std::size_t i = 0; i < waypoints.size(); ++i) {
-        const auto spot = spot_of(camera, georeference, waypoints[i]);
-        if (!spot || !is_in_window(camera, *spot, 2 * kRadius)) continue;
-        painter.circle(*spot, kRadius, theme.route);
-        painter.text({spot->x + kRadius, spot->y - kRadius}, {std::to_string(i + 1)}, style);
+        const auto pixel = scene.to_screen(waypoints[i].position);
+        if (!pixel || !visible.contains(*pixel)) continue;
+        if (target == i) painter.circle(*pixel, kRadius + 4, scene.theme.route);
+        if (last && apart(*last, *pixel) < kCrowded) continue;
+        last = pixel;
+        painter.circle(*pixel, kRadius, scene.theme.route);
+        const std::string& name = waypoints[i].name;
+        painter.label({pixel->x + radius, pixel->y - radius},
+                      std::to_string(i + 1) + (name.empty() ? "" : " " + name),
+                      {scene.theme.paper, {0, 1}, 13, Typeface::kBold}, Rank::kWaypoint);
     }
 }
 
-void draw_points(Painter& painter, const Camera& camera, const CGEORec& record, const Theme& theme) {
-    const TextStyle style{theme.paper, {0, 1}, 11};
-    for (const CRefPoint* point : record.Points) {
-        const ScreenPixel spot =
-            camera.to_window({static_cast<double>(point->X), static_cast<double>(point->Y)});
-        if (!is_in_window(camera, spot, kArm)) continue;
-        painter.line({{spot.x - kArm, spot.y}, {spot.x + kArm, spot.y}}, theme.point);
-        painter.line({{spot.x, spot.y - kArm}, {spot.x, spot.y + kArm}}, theme.point);
-        painter.circle(spot, kArm / 2, theme.point);
-        if (record.Points.GetCount() <= kMostNamed)
-            painter.text({spot.x + 4, spot.y - 4}, {static_cast<const char*>(point->Name)}, style);
+std::optional<std::size_t> waypoint_at(const Scene& scene, const std::vector<Waypoint>& waypoints,
+                                       ScreenPixel pixel, double reach) {
+    for (std::size_t i = waypoints.size(); i-- > 0;) {
+        const auto place = scene.to_screen(waypoints[i].position);
+        if (place && apart(*place, pixel) <= reach) return i;
     }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> leg_at(const Scene& scene, const std::vector<Waypoint>& waypoints,
+                                  ScreenPixel pixel, double reach) {
+    for (std::size_t i = 1; i < waypoints.size(); ++i) {
+        for (const auto& part : parts_of_leg(scene, waypoints[i - 1].position, waypoints[i].position)) {
+            if (distance_to(part, pixel) <= reach) return i - 1;
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace viewer

@@ -1,22 +1,27 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
-#include <viewer/camera.h>
 #include <viewer/painter.h>
-#include <viewer/theme.h>
-#include <zellap10/georef/geo_record.h>
-#include <zellap10/plotter/georeference.h>
+#include <viewer/scene.h>
+#include <viewer/waypoint.h>
 
 namespace viewer {
 
+/// Pixels of the screen around a waypoint or a leg that count as it.
+constexpr double kReach = 9;
+
 /// Draws a route: rhumb lines, each with its course and distance, and numbered waypoints.
 ///
-/// @param waypoints  in WGS 84
-void draw_route(Painter& painter, const Camera& camera, const zellap10::plotter::Georeference& georeference,
-                const std::vector<Position>& waypoints, const Theme& theme);
+/// @param target  the waypoint to which the ship sails, drawn with a second ring
+void draw_route(Painter& painter, const Scene& scene, const std::vector<Waypoint>& waypoints,
+                std::optional<std::size_t> target);
 
-/// Draws the reference points of a record with their names.
-void draw_points(Painter& painter, const Camera& camera, const CGEORec& record, const Theme& theme);
+/// The waypoint at a pixel, and the leg.
+std::optional<std::size_t> waypoint_at(const Scene& scene, const std::vector<Waypoint>& waypoints,
+                                       ScreenPixel pixel, double reach);
+std::optional<std::size_t> leg_at(const Scene& scene, const std::vector<Waypoint>& waypoints,
+                                  ScreenPixel pixel, double reach);
 
 }  // namespace viewer

@@ -11,8 +11,8 @@ using zellap10::plotter::kMetresPerNauticalMile;
 
 namespace {
 
-constexpr double kLongest = 200;  // window pixels
-constexpr int kHeight = 6;
+constexpr double kLongest = 200;  // pixels
+constexpr double kHeight = 6;
 
 double round_number(double value) {
     const double power = std::pow(10, std::floor(std::log10(value)));
@@ -24,14 +24,13 @@ double round_number(double value) {
 
 }  // namespace
 
-double miles_a_pixel(const Camera& camera, const Chart& chart) {
-    constexpr double kPixels = 100;
-    const ScreenPixel middle = camera.middle();
-    const auto here = chart.place_at(camera.to_chart(middle));
-    if (!here) return 0;
-    const auto there =
-        here->georeference.chart_datum_position_of(camera.to_chart({middle.x + kPixels, middle.y}));
-    return there ? zellap10::plotter::leg_between(here->chart_datum, *there).distance / kPixels : 0;
+double miles_per_pixel(const Scene& scene) {
+    constexpr double kPixels = 10;
+    const ScreenPixel middle{(scene.box.upper_left.x + scene.box.lower_right.x) / 2,
+                             (scene.box.upper_left.y + scene.box.lower_right.y) / 2};
+    const auto here = scene.to_position(middle);
+    const auto there = scene.to_position({middle.x + kPixels, middle.y});
+    return here && there ? zellap10::plotter::leg_between(*here, *there).distance / kPixels : 0;
 }
 
 double bar_length(double miles) {
@@ -39,24 +38,26 @@ double bar_length(double miles) {
     return round_number(miles * kMetresPerNauticalMile) / kMetresPerNauticalMile;
 }
 
-void draw_scale_bar(Painter& painter, const Camera& camera, const Chart& chart, ScreenPixel at,
-                    const Theme& theme) {
-    const double miles = miles_a_pixel(camera, chart);
+void draw_scale_bar(Painter& painter, const Scene& scene, ScreenPixel at) {
+    const double miles = miles_per_pixel(scene);
     if (!(miles > 0) || !std::isfinite(miles)) return;
-    const double length = bar_length(miles * kLongest);
-    const double width = length / miles;
+    const double scale = painter.scale();
+    const double length = bar_length(miles * kLongest * scale);
+    const double width = std::round(length / miles);
+    const double half = std::round(width / 2);
+    const double height = std::round(kHeight * scale);
 
-    const TextStyle style{theme.paper, {0.5, 1}};
-    const std::string text = zellap10::plotter::format_distance(length);
-    const ScreenPixel corner{std::round(at.x - width), std::round(at.y - kHeight)};
-    painter.text({corner.x + width / 2, corner.y - 2}, {text}, style);
-    const int whole = static_cast<int>(std::round(width));
-    const int half = whole / 2;
-    painter.box({corner.x - 2, corner.y - 2}, {whole + 4, kHeight + 4}, {0, theme.paper.colour, 1});
-    painter.box(corner, {half, kHeight}, {0, theme.paper.ink, 1});
-    painter.box({corner.x + half, corner.y + kHeight - 1}, {whole - half, 1}, {0, theme.paper.ink, 1});
-    painter.box({corner.x + half, corner.y}, {whole - half, 1}, {0, theme.paper.ink, 1});
-    painter.box({corner.x + whole - 1, corner.y}, {1, kHeight}, {0, theme.paper.ink, 1});
+    const Paper& paper = scene.theme.paper;
+    const ScreenPixel corner{std::round(at.x) - width, std::round(at.y) - height};
+    painter.text({corner.x + half, corner.y - 2}, {zellap10::plotter::format_distance(length)},
+                 {paper, {0.5, 1}});
+    const auto fill = [&](double left, double top, double right, double bottom, Argb colour) {
+        painter.box({{corner.x + left, corner.y + top}, {corner.x + right, corner.y + bottom}}, colour);
+    };
+    fill(-2, -2, width + 2, height + 2, paper.colour);
+    fill(0, 0, width, height, paper.ink);
+    fill(half, 1, width - 1, height - 1, paper.colour);
+    painter.keep_free({{corner.x - 2, corner.y - 2}, {at.x + 2, at.y + 2}});
 }
 
 }  // namespace viewer

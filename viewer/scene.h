@@ -1,27 +1,38 @@
 #pragma once
 
+#include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
-#include <viewer/camera.h>
-#include <viewer/chart.h>
-#include <viewer/painter.h>
+#include <viewer/box.h>
 #include <viewer/theme.h>
+#include <zellap10/plotter/georeference.h>
+#include <zellap10/plotter/map_view.h>
+#include <zellap10/plotter/viewport.h>
 
 namespace viewer {
 
-/// What is drawn over the tiles.
+using zellap10::plotter::Position;
+
+/// Where lines are drawn, and how positions (WGS 84) and pixels convert: on the map, on a printed sheet or on
+/// one of its insets.
 struct Scene {
-    ScreenSize window;     ///< the chart's part of it and the bar below
-    const Camera& camera;  ///< on the chart's part
-    const Chart& chart;
-    const std::vector<Position>& route;  ///< waypoints in WGS 84
-    std::optional<ScreenPixel> pointer;
+    std::function<std::optional<ScreenPixel>(Position)> to_screen;
+    std::function<std::optional<Position>(ScreenPixel)> to_position;
+    double turn_pixels;  ///< around the earth; no line is as long as half of it
+    Box box;             ///< the part of the window
     const Theme& theme;
-    std::string place;  ///< of the chart in the list, such as "chart 2 of 5"
-    bool grid = false;
-    bool points = false;
 };
+
+Scene map_scene(const zellap10::plotter::MapView& view, const Theme& theme);
+
+/// @param box  the part of the window in which the georeference holds
+Scene sheet_scene(const zellap10::plotter::Georeference& georeference,
+                  const zellap10::plotter::Viewport& viewport, const Box& box, const Theme& theme);
+
+/// The screen pixels of positions, in lines that break if a position has no pixel or on the far side of the
+/// earth.
+std::vector<std::vector<ScreenPixel>> lines_on_screen(const Scene& scene,
+                                                      const std::vector<Position>& positions);
 
 }  // namespace viewer

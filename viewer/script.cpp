@@ -31,10 +31,21 @@ std::optional<SDL_Event> key_event(std::istringstream& words) {
     return event;
 }
 
+std::optional<SDL_Event> text_event(std::istringstream& words) {
+    std::string text;
+    std::getline(words >> std::ws, text);
+    SDL_Event event{};
+    event.type = SDL_TEXTINPUT;
+    if (text.size() >= sizeof event.text.text) return std::nullopt;
+    text.copy(event.text.text, text.size());
+    return event;
+}
+
 std::optional<SDL_Event> event_of(const std::string& word, std::istringstream& words) {
     SDL_Event event{};
     if (word == "left" || word == "right") return button_event(word, words);
     if (word == "key") return key_event(words);
+    if (word == "type") return text_event(words);
     if (word == "move") {
         event.type = SDL_MOUSEMOTION;
         words >> event.motion.x >> event.motion.y;
@@ -59,6 +70,7 @@ Script::Script(const std::string& path) {
 }
 
 void Script::go_on(View& view) {
+    if (!view.save_failure().empty()) throw std::runtime_error(view.save_failure());
     if (lines_.empty() || !view.is_complete()) return;
     const std::string line = lines_.front();
     lines_.pop_front();

@@ -1,8 +1,7 @@
 #include "viewer/status.h"
 
-#include <optional>
+#include <cmath>
 
-#include <viewer/scale_bar.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
 
@@ -10,107 +9,96 @@ namespace viewer {
 
 using zellap10::plotter::format_course;
 using zellap10::plotter::format_distance;
-using zellap10::plotter::format_position;
-using zellap10::plotter::leg_between;
 
 namespace {
 
-constexpr double kGap = 12;  // between the bar and what stands above it
+constexpr std::size_t kLongestLine = 76;  // bytes
+constexpr std::size_t kLongestPath = 48;
 
-// The position under the pointer, and what it refers to.
-std::vector<std::string> position_lines(const Scene& scene, const std::optional<Place>& place) {
-    if (!scene.chart.is_open()) return {"", ""};
-    if (!place) return {scene.pointer ? "no position here" : "", scene.chart.trouble};
-    const CGEORec& record = *place->record;
-    std::vector<std::string> parts;
-    if (place->inset) parts.push_back("inset " + std::string(record.Name));
-    if (!record.Datum.IsEmpty()) parts.push_back(std::string(record.Datum));
-    if (record.LatitudeOffset != 0 || record.LongitudeOffset != 0)
-        parts.push_back("in WGS 84 " + format_position(place->wgs84()));
-    std::string below;
-    for (const std::string& part : parts)
-        below += (below.empty() ? "" : ", ") + part;
-    return {format_position(place->chart_datum), below};
+bool starts_character(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
 }
 
-// Course and distance from the last waypoint to the pointer, and the route's length.
-std::vector<std::string> route_lines(const Scene& scene, const std::optional<Place>& place) {
-    if (scene.route.empty()) return {"", ""};
-    const std::size_t count = scene.route.size();
+// With one digit after the point, in any locale.
+std::string tenths(double value) {
+    const long rounded = std::lround(value * 10);
+    return std::to_string(rounded / 10) + "." + std::to_string(rounded % 10);
+}
+
+}  // namespace
+
+void draw_status(Painter& painter, ScreenSize window, const Status& status, const Theme& theme) {
+    const double height = kBarHeight * painter.scale();
+    const double top = window.height - height;
+    const Box bar{{0, top}, {static_cast<double>(window.width), static_cast<double>(window.height)}};
+    painter.box(bar, theme.paper.colour);
+    TextStyle style{theme.paper, {0, 0.5}, 14};
+    style.paper.cover = 0;
+    const double middle = top + height / 2;
+    const double right = painter.text({6, middle}, status.pointer, style).lower_right.x;
+    style.anchor.x = 1;
+    const double left = painter.text({window.width - 6.0, middle}, status.view, style).upper_left.x;
+    style.anchor.x = 0.5;
+    painter.text({(left + right) / 2, middle}, status.route, style);
+    painter.keep_free(bar);
+}
+
+std::vector<std::string> route_lines(const std::vector<Waypoint>& waypoints,
+                                     std::optional<Position> pointer) {
+    if (waypoints.empty()) return {"", ""};
     std::string above;
-    if (place) {
-        const auto leg = leg_between(scene.route.back(), place->wgs84());
-        above = "from waypoint " + std::to_string(count) + ": " + format_course(leg.course) + "  " +
-                format_distance(leg.distance);
+    if (pointer) {
+        const auto leg = zellap10::plotter::leg_between(waypoints.back().position, *pointer);
+        above = "from waypoint " + std::to_string(waypoints.size()) + ": " + format_course(leg.course) +
+                "  " + format_distance(leg.distance);
     }
-    if (count == 1) return {above, "route: 1 waypoint"};
-    return {above, "route: " + std::to_string(count) + " waypoints, " +
-                       format_distance(zellap10::plotter::route_over(scene.route).distance)};
+    if (waypoints.size() == 1) return {above, "route: 1 waypoint"};
+    std::vector<Position> positions;
+    for (const Waypoint& waypoint : waypoints)
+        positions.push_back(waypoint.position);
+    return {above, "route: " + std::to_string(waypoints.size()) + " waypoints, " +
+                       format_distance(zellap10::plotter::route_over(positions).distance)};
 }
 
-// The figures of a scale in groups of three; another text as it is.
-std::string grouped(std::string scale) {
-    if (scale.find_first_not_of("0123456789") != std::string::npos) return scale;
-    for (std::size_t i = scale.size(); i > 3; i -= 3)
-        scale.insert(i - 3, " ");
-    return scale;
+std::string size_text(double reduction) {
+    if (!(reduction >= 1.0 / 99 && reduction < 1e6)) return "";
+    if (std::abs(std::log(reduction)) < 0.02) return "full size";
+    return reduction > 1 ? "1/" + tenths(reduction) + " of its size"
+                         : "enlarged " + tenths(1 / reduction) + " times";
 }
 
-std::vector<std::string> chart_lines(const Scene& scene) {
-    const std::string reduction = std::to_string(scene.camera.part().reduction);
-    std::string below = "view 1" + std::string(reduction == "1" ? ":" : "/") + reduction + ", " + scene.place;
-    if (scene.chart.sheet.chart() && !scene.chart.record().Scale.IsEmpty())
-        below = "scale 1:" + grouped(std::string(scene.chart.record().Scale)) + ", " + below;
-    return {scene.chart.name, below};
+std::string short_path(const std::string& path) {
+    if (path.size() <= kLongestPath) return path;
+    std::size_t start = path.size() - kLongestPath;
+    while (start < path.size() && !starts_character(path[start]))
+        ++start;
+    return "..." + path.substr(start);
 }
 
-std::vector<std::string> broken(const std::string& text) {
-    constexpr std::size_t kLongest = 76;
+std::vector<std::string> wrapped(const std::string& text) {
     std::vector<std::string> lines;
     std::string rest = text;
-    while (rest.size() > kLongest) {
-        const std::size_t blank = rest.rfind(' ', kLongest);
-        const bool has_blank = blank != std::string::npos && blank > 0;
-        lines.push_back(rest.substr(0, has_blank ? blank : kLongest));
-        rest.erase(0, has_blank ? blank + 1 : kLongest);
+    while (rest.size() > kLongestLine) {
+        std::size_t end = rest.rfind(' ', kLongestLine);
+        const bool at_blank = end != std::string::npos && end > 0;
+        if (!at_blank) end = kLongestLine;
+        while (!at_blank && end > kLongestLine - 4 && !starts_character(rest[end]))
+            --end;
+        lines.push_back(rest.substr(0, end));
+        rest.erase(0, end + (at_blank ? 1 : 0));
     }
     lines.push_back(rest);
     return lines;
 }
 
-}  // namespace
-
-Status status_of(const Scene& scene) {
-    const auto place =
-        scene.pointer ? scene.chart.place_at(scene.camera.to_chart(*scene.pointer)) : std::nullopt;
-    return {position_lines(scene, place), route_lines(scene, place), chart_lines(scene)};
-}
-
-void draw_status(Painter& painter, const Scene& scene) {
-    const ScreenSize window = scene.window;
-    const double top = window.height - kBarHeight;
-    painter.box({0, top}, {window.width, kBarHeight}, {0, scene.theme.paper.colour, 1});
-
-    const Status status = status_of(scene);
-    TextStyle style{scene.theme.paper, {0, 0.5}, 14};
-    style.paper.cover = 0;
-    const double middle = top + kBarHeight / 2.0;
-    painter.text({6, middle}, status.pointer, style);
-    style.anchor.x = 0.5;
-    painter.text({window.width / 2.0, middle}, status.route, style);
-    style.anchor.x = 1;
-    painter.text({window.width - 6.0, middle}, status.chart, style);
-    draw_scale_bar(painter, scene.camera, scene.chart, {window.width - kGap, top - kGap}, scene.theme);
-}
-
-void draw_notice(Painter& painter, ScreenPixel middle, const std::vector<std::string>& lines,
+void draw_notice(Painter& painter, ScreenPixel middle, const std::vector<std::string>& texts,
                  const TextStyle& style) {
-    std::vector<std::string> all;
-    for (const std::string& line : lines) {
-        const std::vector<std::string> parts = broken(line);
-        all.insert(all.end(), parts.begin(), parts.end());
+    std::vector<std::string> lines;
+    for (const std::string& text : texts) {
+        for (std::string& line : wrapped(text))
+            lines.push_back(std::move(line));
     }
-    painter.text(middle, all, style);
+    painter.text(middle, lines, style);
 }
 
 }  // namespace viewer

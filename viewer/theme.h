@@ -8,13 +8,16 @@ namespace viewer {
 struct Theme {
     Paper paper;
     Paper warning;
-    Argb background = 0;  ///< outside the chart
+    Argb background = 0;  ///< where there is no chart
     Pen grid;
     Pen point;
     Pen route;
+    Pen ship;
+    Pen track;
+    Pen outline;
 };
 
 /// By day texts are dark on light paper, at dusk and at night light on dark paper.
-const Theme& theme_for(ColourScheme light);
+const Theme& theme_for(zellap10::plotter::ColourScheme scheme);
 
 }  // namespace viewer

@@ -29,6 +29,9 @@ public:
 
     const std::optional<Fix>& last_fix() const { return last_fix_; }
 
+    /// The time since the last fix was received, if there is one.
+    Clock::duration age(Clock::time_point now) const { return now - received_; }
+
     /// Whether there is no fix, or the last one is older than kLostAfter.
     bool is_lost(Clock::time_point now) const;
 

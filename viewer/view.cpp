@@ -3,203 +3,267 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
-#include <viewer/scale_bar.h>
-#include <viewer/status.h>
-#include <viewer/strip_drawer.h>
+#include <zellap10/plotter/text.h>
 
 namespace viewer {
 
+using zellap10::plotter::Catalogue;
 using zellap10::plotter::CatalogueEntry;
+using zellap10::plotter::Extent;
+using zellap10::plotter::longitude_near;
+using zellap10::plotter::MapView;
+using zellap10::plotter::Quilt;
 
 namespace {
 
-constexpr int kKeyPan = 96;      // window pixels
-constexpr double kDragFrom = 4;  // window pixels; a button that moves less is a click
+constexpr double kWheelFactor = 1.25;      // per step
+constexpr double kClosest = 0.02;          // metres per pixel
+constexpr double kWidest = 50000;          // metres per pixel
+constexpr double kTopmostReduction = 4.5;  // past which the quilt shows a coarser chart
 
-constexpr std::size_t kCacheBytes = std::size_t{256} << 20;
-constexpr std::size_t kCacheWindows = 6;  // that the cache holds at the least
-
-double apart(ScreenPixel a, ScreenPixel b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
+Quilt::Options quilt_options(const View::Options& options) {
+    Quilt::Options quilt;
+    quilt.threads = options.workers;
+    quilt.workers = options.workers;
+    quilt.on_more = options.on_change;
+    return quilt;
 }
 
 }  // namespace
 
-View::View(ChartList charts, Options options)
+View::View(const std::vector<std::string>& charts, Options options)
     : options_(std::move(options)),
-      charts_(std::move(charts)),
-      tiles_(kCacheBytes,
-             {options_.workers, [this] { return strip_drawer(charts_.paths); }, options_.on_change}) {
-    show_chart(0);
+      map_({0, 0}, kWidest, {}),
+      catalogue_(std::make_shared<const Catalogue>()),
+      route_path_((std::filesystem::path(options_.route_folder) / "route.gpx").string()),
+      quilt_(catalogue_, quilt_options(options_)),
+      lister_(charts, options_.on_change) {
+    if (options_.route_path.empty()) return;
+    route_path_ = options_.route_path;
+    std::error_code ignored;
+    if (std::filesystem::exists(route_path_, ignored)) message_ = load_route(route_path_);
 }
 
-void View::show_chart(int index) {
-    if (chart_ != nullptr) cameras_[current_] = camera_;
-    const ScreenSize window = camera_.window();
-    current_ = index;
-    chart_ = std::make_unique<Chart>(charts_.paths[static_cast<std::size_t>(index)]);
-    const auto before = cameras_.find(index);
-    if (before != cameras_.end()) {
-        camera_ = before->second;
-        camera_.resize(window);
-    } else {
-        camera_.show(chart_->size());
-    }
-    pressed_.reset();
+ScreenPixel View::middle() const {
+    return {(map_.size().width - 1) / 2.0, (map_.size().height - 1) / 2.0};
 }
 
-void View::resize(ScreenSize window) {
-    const bool first = window_.width == 0;
+void View::resize(ScreenSize window, double scale) {
     window_ = window;
-    camera_.resize({window.width, window.height - kBarHeight});
-    if (first) camera_.show(chart_->size());
-    const auto bytes =
-        sizeof(Argb) * static_cast<std::size_t>(window.width) * static_cast<std::size_t>(window.height);
-    tiles_.set_room(std::max(kCacheBytes, kCacheWindows * bytes));
+    scale_ = scale;
+    const ScreenSize part{window.width, window.height - static_cast<int>(kBarHeight * scale)};
+    map_ = map_.resized(part);
+    if (sheet_) sheet_->resize(part);
+    if (!user_moved_) show_first();
 }
 
-void View::press(Button button, ScreenPixel spot) {
-    message_.clear();
-    pointer_ = spot;
-    if (spot.y >= camera_.window().height) return;
-    if (button == Button::kRight) return take_waypoint_off();
-    pressed_ = spot;
-    dragging_ = false;
+// The map, or on a sheet the inset or chart that owns the pixel.
+Scene View::scene_at(ScreenPixel at) const {
+    const Theme& theme = theme_for(scheme_);
+    if (!sheet_) return map_scene(map_, theme);
+    const auto georeference = sheet_->georeferences().georeference_at(sheet_->viewport().to_chart(at));
+    const Box box = map_scene(map_, theme).box;
+    if (georeference) return sheet_scene(*georeference, sheet_->viewport(), box, theme);
+    return {[](Position) { return std::nullopt; }, [](ScreenPixel) { return std::nullopt; }, 0, box, theme};
 }
 
-void View::move(ScreenPixel spot) {
-    if (pressed_ && (dragging_ || apart(*pressed_, spot) >= kDragFrom)) {
-        dragging_ = true;
-        const double right = std::round(spot.x - pressed_->x);
-        const double down = std::round(spot.y - pressed_->y);
-        camera_.pan(static_cast<int>(right), static_cast<int>(down));
-        pressed_ = ScreenPixel{pressed_->x + right, pressed_->y + down};
+std::optional<Position> View::position_at(ScreenPixel at) const {
+    return scene_at(at).to_position(at);
+}
+
+void View::show(Position centre, double metres_per_pixel) {
+    map_ = MapView(centre, std::clamp(metres_per_pixel, kClosest, kWidest), map_.size(), map_.course_up());
+}
+
+// Shows all of some areas.
+void View::show_extents(const std::vector<Extent>& extents) {
+    if (extents.empty() || map_.size().width < 1 || map_.size().height < 1) return;
+    double south = 90, north = -90, west = 1e9, east = -1e9;
+    for (const Extent& extent : extents) {
+        const double left = longitude_near(extent.west, extents.front().west);
+        south = std::min(south, extent.south);
+        north = std::max(north, extent.north);
+        west = std::min(west, left);
+        east = std::max(east, left + extent.width);
     }
-    pointer_ = spot;
+    if (!(south < north && west < east)) return;
+    // In a view of known scale the corners show how much larger or smaller it must be.
+    const MapView world({0, 0}, 1000, map_.size());
+    const auto pixel = [&](double lat, double lon) {
+        return world.to_screen({std::clamp(lat, -85.0, 85.0), lon}).value_or(ScreenPixel{});
+    };
+    const double pixels_per_degree = world.pixels_around() / 360;
+    const double wide = std::min(east - west, 360.0) * pixels_per_degree;
+    const ScreenPixel top = pixel(north, 0);
+    const ScreenPixel bottom = pixel(south, 0);
+    const auto centre = world.to_position({top.x, (top.y + bottom.y) / 2});
+    if (!centre) return;
+    const double factor = std::max(wide / map_.size().width, (bottom.y - top.y) / map_.size().height) * 1.03;
+    // 1000 metres on the equator are fewer at the centre.
+    const double metres = 1000 * std::cos(centre->latitude * (3.14159265359 / 180)) * factor;
+    show({centre->latitude, (west + east) / 2}, metres);
 }
 
-void View::release(Button button, ScreenPixel spot) {
-    if (button != Button::kLeft || !pressed_) return;
-    move(spot);
-    pressed_.reset();
-    if (!dragging_) add_waypoint(spot);
+// Shows all charts, or the complete sheet.
+void View::show_all() {
+    if (sheet_) return sheet_->show_all();
+    std::vector<Extent> extents;
+    for (const CatalogueEntry* entry : catalogue_->entries()) {
+        if (!entry->inset) extents.push_back(entry->extent);
+    }
+    show_extents(extents);
 }
 
-void View::leave() {
-    pointer_.reset();
+// Shows the first chart and those that overlap it: charts of distant seas would be too small to be seen.
+void View::show_first() {
+    const auto entries = catalogue_->entries();
+    const auto is_first = [this](const CatalogueEntry* entry) {
+        return entry->path == first_chart_ && !entry->inset;
+    };
+    const auto first = std::find_if(entries.begin(), entries.end(), is_first);
+    if (first == entries.end()) return;
+    std::vector<Extent> extents{(*first)->extent};
+    for (const CatalogueEntry* entry : catalogue_->overlapping((*first)->extent)) {
+        if (!entry->inset) extents.push_back(entry->extent);
+    }
+    show_extents(extents);
 }
 
-// Goes to the chart or inset that shows most of what stands in the middle of the window, about as large as it
-// is now.
-void View::show_best() {
-    const auto place = chart_->place_at(camera_.to_chart(camera_.middle()));
-    if (!place) {
-        message_ = "There is no position in the middle of the window.";
+void View::pan(double right, double down) {
+    user_moved_ = true;
+    if (sheet_) return sheet_->pan(right, down);
+    follows_ = false;
+    map_ = map_.moved_by(-right, -down);
+}
+
+void View::zoom(double steps) {
+    user_moved_ = true;
+    const ScreenPixel about = follows_ || !pointer_ || !is_on_chart(*pointer_) ? middle() : *pointer_;
+    if (sheet_)
+        return sheet_->zoom(static_cast<int>(steps > 0 ? std::ceil(steps) : std::floor(steps)), about);
+    const double wanted = std::pow(kWheelFactor, std::clamp(steps, -20.0, 20.0));
+    const double now = map_.metres_per_pixel();
+    map_ = map_.zoomed(now / std::clamp(now / wanted, kClosest, kWidest), about);
+}
+
+void View::turn(double degrees) {
+    user_moved_ = true;
+    course_up_ = false;
+    if (!sheet_) map_ = map_.turned_to(map_.course_up() + degrees);
+}
+
+void View::turn_wheel(double steps) {
+    zoom(steps);
+}
+
+// Takes what the lister has found. A sheet is opened again, since its file may be another one now.
+void View::look_for_charts() {
+    auto list = lister_.take();
+    if (!list) return;
+    const bool only_bare = list->complete && list->catalogue->entries().empty() && !list->bare_charts.empty();
+    catalogue_ = std::move(list->catalogue);
+    quilt_.set_catalogue(catalogue_);
+    shown_.clear();
+    first_chart_ = std::move(list->first);
+    bare_charts_ = std::move(list->bare_charts);
+    list_problems_ = std::move(list->problems);
+    hides_problems_ = false;
+    listed_ = list->complete;
+    if (!user_moved_) show_first();
+    if (sheet_ && listed_) {
+        const auto size = sheet_->size();
+        const auto viewport = sheet_->viewport();
+        const std::string path = sheet_->path();
+        if (!open_sheet(path)) return;
+        if (sheet_->size().width == size.width && sheet_->size().height == size.height)
+            sheet_->show(viewport.to_chart(middle()), viewport.reduction);
+    } else if (only_bare) {
+        show_next_bare_chart();
+    }
+}
+
+// Shows a chart of the quilt on top, at full size if it is: charts with more detail give way only past their
+// limit.
+void View::show_at_size_of(const CatalogueEntry& entry, const CatalogueEntry* finer, Position at) {
+    double metres = entry.metres_per_pixel.value_or(map_.metres_per_pixel());
+    if (finer != nullptr && finer->metres_per_pixel)
+        metres = std::max(metres, kTopmostReduction * *finer->metres_per_pixel);
+    show(at, metres);
+    const std::string name = entry.name.empty() ? short_path(entry.path) : entry.name;
+    message_ = name + ": " + size_text(metres / entry.metres_per_pixel.value_or(metres));
+}
+
+// Goes to the next chart of this place with more detail, for a step of -1, or with less.
+void View::step_detail(int step) {
+    user_moved_ = true;
+    const auto place = position_at(middle());
+    if (!place) return sheet_ ? show_next_bare_chart() : void();
+    std::vector<const CatalogueEntry*> charts;
+    for (const CatalogueEntry* entry : catalogue_->covering(*place)) {
+        if (entry->metres_per_pixel) charts.push_back(entry);
+    }
+    const auto present = [&](const CatalogueEntry* entry) {
+        if (sheet_) return entry->path == sheet_->path() && !entry->inset;
+        const auto hit = quilt_.at(map_, middle());
+        return hit && hit->entry == entry;
+    };
+    const auto found = std::find_if(charts.begin(), charts.end(), present);
+    const auto wanted = (found - charts.begin()) + (found == charts.end() ? -1 : step);
+    if (wanted < 0 || wanted >= static_cast<std::ptrdiff_t>(charts.size())) {
+        message_ = charts.empty() ? "There is no chart of this place."
+                   : step < 0     ? "No chart of this place has more detail."
+                                  : "No chart of this place has less detail.";
         return;
     }
-    const Position middle = place->wgs84();
-    const double metres_a_pixel = zellap10::plotter::kMetresPerNauticalMile * miles_a_pixel(camera_, *chart_);
-    for (const CatalogueEntry* entry : charts_.catalogue.covering(middle)) {
-        if (go_to(*entry, middle, metres_a_pixel)) return;
-    }
-    message_ = "No chart of the list covers the middle of the window.";
+    const CatalogueEntry* const entry = charts[static_cast<std::size_t>(wanted)];
+    show_at_size_of(*entry, wanted > 0 ? charts[static_cast<std::size_t>(wanted - 1)] : nullptr, *place);
+    if (!sheet_ || !open_sheet(entry->path)) return;
+    const auto georeference = georeference_of(*entry, sheet_->georeferences());
+    const auto pixel = georeference ? georeference->pixel_of(*place) : std::nullopt;
+    if (pixel) sheet_->show(*pixel, 1);
 }
 
-// Shows a position on a chart of the catalogue; false where that does not open.
-bool View::go_to(const CatalogueEntry& entry, const Position& wgs84, double metres_a_pixel) {
-    const auto path = std::find(charts_.paths.begin(), charts_.paths.end(), entry.path);
-    const int index = static_cast<int>(path - charts_.paths.begin());
-    if (index != current_) show_chart(index);
-    const auto georeference = zellap10::plotter::georeference_of(entry, chart_->sheet);
-    const auto pixel = georeference ? georeference->pixel_of(wgs84) : std::nullopt;
-    if (!pixel || !entry.metres_per_pixel) return false;
-    camera_.centre_on(*pixel, Camera::step_near(metres_a_pixel / *entry.metres_per_pixel));
-    message_ = chart_->name + " is the best chart here.";
+bool View::open_sheet(const std::string& path) {
+    try {
+        sheet_ = std::make_unique<PrintedSheet>(path, options_.on_change);
+    } catch (const std::runtime_error& error) {
+        message_ = short_path(path) + ": " + error.what();
+        sheet_ = nullptr;
+        return false;
+    }
+    sheet_->resize(map_.size());
+    sheet_->show_all();
     return true;
 }
 
-void View::turn_wheel(int steps) {
-    camera_.zoom(steps, pointer_.value_or(camera_.middle()));
+void View::show_next_bare_chart() {
+    if (bare_charts_.empty()) return;
+    const auto now = std::find(bare_charts_.begin(), bare_charts_.end(), sheet_ ? sheet_->path() : "");
+    const bool is_last = now == bare_charts_.end() || now + 1 == bare_charts_.end();
+    const std::string path = is_last ? bare_charts_.front() : *(now + 1);
+    if (open_sheet(path)) message_ = sheet_->name() + " has no positions.";
 }
 
-void View::add_waypoint(ScreenPixel spot) {
-    if (const auto place = chart_->place_at(camera_.to_chart(spot)))
-        route_.push_back(place->wgs84());
-    else
-        message_ = "There is no position for a waypoint here.";
-}
-
-void View::take_waypoint_off() {
-    if (!route_.empty()) route_.pop_back();
-}
-
-void View::do_command(Command command) {
-    message_.clear();
-    const int count = static_cast<int>(charts_.paths.size());
-    const auto toggle = [](bool& flag) { flag = !flag; };
-    switch (command) {
-        case Command::kPanLeft:
-            return camera_.pan(kKeyPan, 0);
-        case Command::kPanRight:
-            return camera_.pan(-kKeyPan, 0);
-        case Command::kPanUp:
-            return camera_.pan(0, kKeyPan);
-        case Command::kPanDown:
-            return camera_.pan(0, -kKeyPan);
-        case Command::kCloser:
-            return turn_wheel(1);
-        case Command::kWider:
-            return turn_wheel(-1);
-        case Command::kWhole:
-            return camera_.show(camera_.chart());
-        case Command::kNext:
-            return show_chart((current_ + 1) % count);
-        case Command::kPrevious:
-            return show_chart((current_ + count - 1) % count);
-        case Command::kBest:
-            return show_best();
-        case Command::kUndo:
-            return take_waypoint_off();
-        case Command::kClear:
-            return route_.clear();
-        case Command::kGrid:
-            return toggle(shows_grid_);
-        case Command::kPoints:
-            return toggle(shows_points_);
-        case Command::kLight:
-            light_ = static_cast<ColourScheme>((static_cast<int>(light_) + 1) % 3);
-            return;
-        case Command::kSave:
-            return save(free_path());
-        case Command::kHelp:
-            return toggle(shows_help_);
-        case Command::kLeave:
-            shows_help_ = false;
-            return;
-        case Command::kQuit:
-            over_ = true;
-            return;
-        case Command::kNone:
-            return;
+// Changes between the map and the sheet in its middle, with the same place in the middle.
+void View::toggle_sheet() {
+    user_moved_ = true;
+    if (sheet_) {
+        const auto place = position_at(middle());
+        const auto& base = sheet_->georeferences().chart();
+        const double metres = (base ? base->metres_per_pixel() : std::nullopt).value_or(0);
+        if (place && metres > 0) show(*place, metres * sheet_->viewport().reduction);
+        sheet_ = nullptr;
+        return;
     }
-}
-
-// A path for a picture of this chart at which no file stands yet.
-std::string View::free_path() const {
-    const std::filesystem::path chart(chart_->path);
-    for (int i = 1;; ++i) {
-        const std::filesystem::path path = std::filesystem::path(options_.save_folder) /
-                                           (chart.stem().string() + "-" + std::to_string(i) + ".png");
-        std::error_code ignored;
-        if (!std::filesystem::exists(path, ignored)) return path.string();
-    }
-}
-
-void View::save(const std::string& path) {
-    save_path_ = path;
+    const auto hit = quilt_.at(map_, middle());
+    if (!hit && bare_charts_.empty()) message_ = "There is no chart in the middle of the window.";
+    if (!hit) return show_next_bare_chart();
+    const double metres = hit->entry->metres_per_pixel.value_or(map_.metres_per_pixel());
+    if (open_sheet(hit->entry->path)) sheet_->show(hit->pixel, map_.metres_per_pixel() / metres);
 }
 
 }  // namespace viewer

@@ -1,21 +1,27 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include <viewer/camera.h>
-#include <viewer/chart.h>
 #include <viewer/chart_list.h>
 #include <viewer/commands.h>
+#include <viewer/fix_source.h>
+#include <viewer/gpx.h>
 #include <viewer/painter.h>
-#include <viewer/theme.h>
-#include <viewer/tile_store.h>
+#include <viewer/printed_sheet.h>
+#include <viewer/route_edit.h>
+#include <viewer/scene.h>
+#include <viewer/status.h>
+#include <viewer/track.h>
+#include <zellap10/plotter/map_view.h>
+#include <zellap10/plotter/quilt.h>
 
 namespace viewer {
+
+using zellap10::plotter::ColourScheme;
 
 enum class Button { kLeft, kRight };
 
@@ -24,70 +30,169 @@ enum class Button { kLeft, kRight };
 class View {
 public:
     struct Options {
-        int workers = 1;                  ///< threads that draw tiles
-        std::string save_folder = ".";    ///< for pictures that a key saves
-        std::function<void()> on_change;  ///< called by any thread when there is something new to draw
+        int workers = 1;                   ///< threads that decode charts, and that draw
+        std::string picture_folder = ".";  ///< for pictures that a key saves
+        std::string route_folder = ".";    ///< for routes without a path
+        std::string route_path;            ///< a GPX file that is loaded if it exists; may be empty
+        std::function<void()> on_change;   ///< called by any thread when there is something new to draw
+        /// The clock by which a fix grows old.
+        std::function<Track::Clock::time_point()> now = [] { return Track::Clock::now(); };
     };
 
-    /// @param charts  one at the least
-    View(ChartList charts, Options options);
+    /// @param charts  charts and folders
+    View(const std::vector<std::string>& charts, Options options);
 
-    /// @param window  higher than the bar at its lower edge
-    void resize(ScreenSize window);
+    /// Shows the ship and follows it.
+    void set_receiver(std::unique_ptr<FixSource> receiver);
 
-    void press(Button button, ScreenPixel spot);
-    void release(Button button, ScreenPixel spot);
-    void move(ScreenPixel spot);
-    void leave();                ///< the pointer is no longer in the window
-    void turn_wheel(int steps);  ///< above 0 for a closer view
+    /// @param window  in pixels, higher than the bar at its lower edge
+    /// @param scale   of texts and lines
+    void resize(ScreenSize window, double scale = 1);
+
+    void press(Button button, ScreenPixel at, bool shift = false);
+    void release(Button button, ScreenPixel at);
+    void move(ScreenPixel at);
+    void leave();                   ///< the pointer is no longer in the window
+    void turn_wheel(double steps);  ///< above 0 for a closer view
     void do_command(Command command);
 
-    /// Saves the view as a PNG picture as soon as its tiles are there, which a later draw() finds.
+    /// Whether keys are text, for type().
+    bool wants_text() const { return prompt_.has_value(); }
+    void type(const std::string& text);
+
+    /// Saves the view as a PNG picture as soon as it is complete, which a later draw() finds.
     void save(const std::string& path);
 
-    /// Draws the view. It waits for nothing: while tiles are missing others stand in.
-    ///
-    /// @param picture  of the window's size; address and stride are multiples of 4
-    void draw(const Bitmap& picture);
+    /// Why the last save failed; empty if it did not.
+    const std::string& save_failure() const { return save_failure_; }
 
-    /// Whether the last picture drawn was whole.
+    /// Draws the view. It waits for nothing.
+    ///
+    /// @param bitmap  of the window's size; address and stride are multiples of 4
+    void draw(const Bitmap& bitmap);
+
+    /// Whether the last picture drawn was complete.
     bool is_complete() const { return complete_; }
 
-    /// Whether the user wants to go.
+    /// Whether the view changes with time alone: the age of a fix.
+    bool shows_time() const { return receiver_ != nullptr; }
+
+    /// Whether the user wants to go. A route that is not saved was saved then.
     bool is_over() const { return over_; }
+    const std::string& message() const { return message_; }
+
+    const zellap10::plotter::MapView& map() const { return map_; }
+    const std::vector<Waypoint>& waypoints() const { return route_.waypoints(); }
+    void set_route(std::vector<Waypoint> waypoints) { route_.replace(std::move(waypoints)); }
+
+    /// Files that cannot be read or shown, with the reason.
+    std::vector<std::string> problems() const;
 
 private:
-    void show_chart(int index);
-    void show_best();
-    void add_waypoint(ScreenPixel spot);
-    void take_waypoint_off();
-    std::string free_path() const;
-    bool go_to(const zellap10::plotter::CatalogueEntry& entry, const Position& wgs84, double metres_a_pixel);
-    bool draw_tiles(const Bitmap& picture);
-    void draw_over(Painter& painter);
+    enum class DragKind { kMove, kTurn, kWaypoint, kLeg };
+    struct Drag {
+        DragKind kind;
+        ScreenPixel from;
+        std::size_t index = 0;  // of a waypoint or leg
+        bool moved = false;
+    };
+    enum class PromptKind { kGoTo, kLoad, kSave };
+    struct Prompt {
+        PromptKind kind;
+        std::string text;
+        std::string reason;  // why the last text was refused
+    };
+
+    // Where it is.
+    ScreenPixel middle() const;
+    bool is_on_chart(ScreenPixel at) const { return at.y < map_.size().height; }
+    Scene scene_at(ScreenPixel at) const;
+    std::optional<Position> position_at(ScreenPixel at) const;
+    void show(Position centre, double metres_per_pixel);
+    void show_extents(const std::vector<zellap10::plotter::Extent>& extents);
+    void show_all();
+    void show_first();
+    void pan(double right, double down);
+    void zoom(double steps);
+    void turn(double degrees);
+
+    // Charts.
+    void look_for_charts();
+    void step_detail(int step);
+    void show_at_size_of(const zellap10::plotter::CatalogueEntry& entry,
+                         const zellap10::plotter::CatalogueEntry* finer, Position at);
+    void toggle_sheet();
+    bool open_sheet(const std::string& path);
+    void show_next_bare_chart();
+
+    // The route and what is typed.
+    void drag_to(ScreenPixel at);
+    void click(const Drag& drag);
+    void remove_waypoint(ScreenPixel at);
+    bool do_route_command(Command command);
+    void open_prompt(PromptKind kind);
+    bool do_prompt_command(Command command);
+    std::string go_to(const std::string& text);
+    std::string load_route(const std::string& path);
+    std::string save_route(const std::string& path);
+    void end();
+
+    // The ship.
+    void look_for_fixes();
+    void follow();
+
+    void draw_lines(Painter& painter);
+    void draw_sheet_lines(Painter& painter);
+    void draw_hidden(Painter& painter, const Scene& scene);
+    void draw_texts(Painter& painter);
+    Status status();
+    std::vector<std::string> pointer_lines();
+    void save_picture(Painter& painter);
 
     const Options options_;
-    const ChartList charts_;
-    int current_ = 0;  // of the list
     ScreenSize window_;
-    std::unique_ptr<Chart> chart_;
-    Camera camera_;                  // on the window without the bar
-    std::map<int, Camera> cameras_;  // of the charts that were looked at before
+    double scale_ = 1;
+    zellap10::plotter::MapView map_;
+    std::shared_ptr<const zellap10::plotter::Catalogue> catalogue_;
+    std::string first_chart_;
+    std::vector<std::string> bare_charts_;
+    std::vector<std::string> list_problems_;
+    bool listed_ = false;
+    bool user_moved_ = false;
+    std::unique_ptr<PrintedSheet> sheet_;  // null while the map is shown
+    std::vector<const zellap10::plotter::CatalogueEntry*> shown_;
 
-    ColourScheme light_ = ColourScheme::kDay;
+    ColourScheme scheme_ = ColourScheme::kDay;
     bool shows_grid_ = false;
     bool shows_points_ = false;
+    bool shows_outlines_ = false;
     bool shows_help_ = false;
-    std::vector<Position> route_;  // in WGS 84
+    bool hides_problems_ = false;
+
+    RouteEdit route_;
+    bool route_mode_ = false;
+    bool route_changed_ = false;  // since it was saved
+    std::string route_path_;
+    std::vector<GpxRoute> file_routes_;  // of that file; the first is the one that is edited
+    std::size_t target_ = 1;             // waypoint to which the ship sails; may be past the end
+    Track track_;
+    bool follows_ = false;
+    bool course_up_ = false;
+    bool lost_ = true;
+    std::string receiver_status_;
+
     std::optional<ScreenPixel> pointer_;
-    std::optional<ScreenPixel> pressed_;  // where the left button went down
-    bool dragging_ = false;
+    std::optional<Drag> drag_;
+    std::optional<Prompt> prompt_;
     std::string message_;
     std::string save_path_;  // of a picture that is due
+    std::string save_failure_;
     bool complete_ = false;
     bool over_ = false;
 
-    TileStore tiles_;
+    zellap10::plotter::Quilt quilt_;
+    ChartLister lister_;
+    std::unique_ptr<FixSource> receiver_;
 };
 
 }  // namespace viewer

@@ -1,69 +1,265 @@
 // What a view draws.
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
-#include <viewer/mosaic.h>
-#include <viewer/painter.h>
-#include <viewer/plot.h>
-#include <viewer/status.h>
+#include <viewer/grid.h>
+#include <viewer/route_lines.h>
+#include <viewer/save_file.h>
+#include <viewer/scale_bar.h>
+#include <viewer/ship.h>
 #include <viewer/view.h>
+#include <zellap10/plotter/text.h>
 
 namespace viewer {
 
+using zellap10::plotter::CatalogueEntry;
+using zellap10::plotter::Georeference;
+
 namespace {
 
-void fill(const Bitmap& picture, Argb colour) {
-    for (int y = 0; y < picture.height; ++y) {
-        auto* line = static_cast<unsigned char*>(picture.pixels) + y * picture.stride;
-        std::fill_n(reinterpret_cast<Argb*>(line), picture.width, colour);
+constexpr double kGap = 12;           // between the bar and what is above it
+constexpr double kLeastInset = 100;   // pixels; nothing is plotted on smaller ones
+constexpr double kLeastOutline = 12;  // pixels, of a hidden chart
+constexpr std::size_t kMostOutlines = 400;
+constexpr double kPointCell = 16;         // pixels; of reference points closer together one is drawn
+constexpr double kArm = 7;                // of the cross of a reference point
+constexpr std::size_t kMostProblems = 3;  // that are shown at once
+
+std::vector<ScreenPixel> on_screen(const Georeference& georeference,
+                                   const zellap10::plotter::Viewport& viewport) {
+    std::vector<ScreenPixel> outline;
+    for (const ChartPixel corner : georeference.pixel_outline().corners())
+        outline.push_back(viewport.to_screen(corner));
+    return outline;
+}
+
+void draw_points(Painter& painter, const CGEORec& record, const zellap10::plotter::Viewport& viewport,
+                 const Scene& scene) {
+    const double cell = kPointCell * painter.scale();
+    const double arm = kArm * painter.scale();
+    const auto columns = static_cast<std::size_t>(viewport.width / cell) + 1;
+    std::vector<bool> taken(columns * (static_cast<std::size_t>(viewport.height / cell) + 1));
+    for (const CRefPoint* point : record.Points) {
+        const ScreenPixel at =
+            viewport.to_screen({static_cast<double>(point->X), static_cast<double>(point->Y)});
+        if (!scene.box.contains(at)) continue;
+        const auto place =
+            static_cast<std::size_t>(at.y / cell) * columns + static_cast<std::size_t>(at.x / cell);
+        if (taken[place]) continue;
+        taken[place] = true;
+        painter.line({{at.x - arm, at.y}, {at.x + arm, at.y}}, scene.theme.point);
+        painter.line({{at.x, at.y - arm}, {at.x, at.y + arm}}, scene.theme.point);
+        painter.label({at.x + 4, at.y - 4}, static_cast<const char*>(point->Name),
+                      {scene.theme.paper, {0, 1}, 11}, Rank::kPoint);
     }
 }
 
 }  // namespace
 
-// Draws the chart, and says to the workers what is missing of it; whether it is whole.
-bool View::draw_tiles(const Bitmap& picture) {
-    const Argb background = theme_for(light_).background;
-    if (!chart_->is_open()) {
-        tiles_.want({});
-        fill(picture, background);
-        return true;
+void View::draw(const Bitmap& bitmap) {
+    look_for_charts();
+    look_for_fixes();
+    const Theme& theme = theme_for(scheme_);
+    Bitmap chart_part = bitmap;
+    chart_part.height = map_.size().height;
+    if (sheet_) {
+        complete_ = sheet_->draw(scheme_, theme.background, chart_part);
+    } else {
+        auto result = quilt_.draw(map_, scheme_, theme.background, chart_part);
+        complete_ = result.complete && listed_;
+        shown_ = std::move(result.charts);
     }
-    const Look look{camera_, current_, light_};
-    const bool whole = put_together(tiles_, look, background, picture);
-    tiles_.want(missing_strips(tiles_, look));
-    return whole;
+    Painter painter(bitmap, scale_);
+    painter.clip_to(map_scene(map_, theme).box);
+    if (sheet_)
+        draw_sheet_lines(painter);
+    else
+        draw_lines(painter);
+    painter.end_clips();
+    draw_texts(painter);
+    if (complete_ && !save_path_.empty()) save_picture(painter);
 }
 
-void View::draw_over(Painter& painter) {
-    const std::string place =
-        "chart " + std::to_string(current_ + 1) + " of " + std::to_string(charts_.paths.size());
-    const Scene scene{window_,           camera_, *chart_,     route_,       pointer_,
-                      theme_for(light_), place,   shows_grid_, shows_points_};
-    if (chart_->is_open()) draw_plot(painter, scene);
-    draw_status(painter, scene);
-    if (!chart_->is_open()) {
-        const TextStyle style{scene.theme.warning, {0.5, 0.5}, 15};
-        draw_notice(painter, camera_.middle(), {chart_->path, chart_->trouble}, style);
+// The picture is saved as it is, without the message about that.
+void View::save_picture(Painter& painter) {
+    const std::string path = std::exchange(save_path_, {});
+    const std::string png = painter.png();
+    save_failure_ = png.empty() ? "cannot save " + path + ": out of memory" : save_file(path, png);
+    message_ = save_failure_.empty() ? "Saved as " + path : save_failure_;
+    if (options_.on_change) options_.on_change();
+}
+
+void View::draw_lines(Painter& painter) {
+    const Scene scene = map_scene(map_, theme_for(scheme_));
+    if (shows_outlines_) draw_hidden(painter, scene);
+    if (shows_grid_) draw_grid(painter, scene);
+    draw_track(painter, scene, track_.points());
+    draw_route(painter, scene, waypoints(), receiver_ ? std::optional(target_) : std::nullopt);
+    if (track_.last_fix()) draw_ship(painter, scene, *track_.last_fix(), lost_);
+}
+
+// By the georeference of the sheet up to its neat line, and by those of its insets on them.
+void View::draw_sheet_lines(Painter& painter) {
+    const auto& viewport = sheet_->viewport();
+    const Theme& theme = theme_for(scheme_);
+    const Box window = map_scene(map_, theme).box;
+    const auto draw = [&](const Georeference& georeference, const CGEORec& record, const Box& box) {
+        const Scene scene = sheet_scene(georeference, viewport, box, theme);
+        if (shows_grid_) draw_grid(painter, scene);
+        draw_track(painter, scene, track_.points());
+        draw_route(painter, scene, waypoints(), receiver_ ? std::optional(target_) : std::nullopt);
+        if (shows_points_) draw_points(painter, record, viewport, scene);
+        if (track_.last_fix()) draw_ship(painter, scene, *track_.last_fix(), lost_);
+        painter.end_clips();
+    };
+    struct Inset {
+        const Georeference* georeference;
+        const CGEORec* record;
+        std::vector<ScreenPixel> outline;
+        Box box;
+    };
+    std::vector<Inset> insets;
+    auto record = sheet_->record().Insets.begin();
+    for (const auto& georeference : sheet_->georeferences().insets()) {
+        const CGEORec* const inset = *record++;
+        if (!georeference) continue;
+        const auto& rect = inset->InsetRect;
+        const auto corner = [&](int x, int y) {
+            return viewport.to_screen({static_cast<double>(x), static_cast<double>(y)});
+        };
+        const Box around{corner(rect.left, rect.top), corner(rect.right, rect.bottom)};
+        if (around.lower_right.x - around.upper_left.x < kLeastInset * scale_) continue;
+        const Box box = shared_part(window, around);
+        if (!box.is_empty())
+            insets.push_back({&*georeference, inset, on_screen(*georeference, viewport), box});
+    }
+    if (const auto& chart = sheet_->georeferences().chart()) {
+        const auto outline = on_screen(*chart, viewport);
+        painter.clip_to(outline);
+        for (const Inset& inset : insets)
+            painter.clip_out(inset.outline);
+        const Box box = outline.empty() ? Box{} : shared_part(window, box_around(outline));
+        if (!box.is_empty()) draw(*chart, sheet_->record(), box);
+    }
+    for (const Inset& inset : insets) {
+        painter.clip_to(inset.outline);
+        const Box box = shared_part(inset.box, box_around(inset.outline));
+        if (!box.is_empty()) draw(*inset.georeference, *inset.record, box);
     }
 }
 
-void View::draw(const Bitmap& picture) {
-    Bitmap chart_part = picture;
-    chart_part.height -= kBarHeight;
-    complete_ = draw_tiles(chart_part);
-    Painter painter(picture);
-    draw_over(painter);
-    if (complete_ && !save_path_.empty()) {
-        message_ = painter.save(save_path_) ? "Saved as " + save_path_ : "Cannot write " + save_path_;
-        save_path_.clear();
+// The outlines of charts of which the view shows nothing.
+void View::draw_hidden(Painter& painter, const Scene& scene) {
+    std::vector<const CatalogueEntry*> shown = shown_;
+    std::sort(shown.begin(), shown.end());
+    std::size_t drawn = 0;
+    for (const CatalogueEntry* entry : catalogue_->overlapping(map_.extent())) {
+        if (drawn == kMostOutlines) return;
+        if (std::binary_search(shown.begin(), shown.end(), entry)) continue;
+        std::vector<Position> corners = entry->outline.corners;
+        corners.push_back(corners.front());
+        for (const auto& line : lines_on_screen(scene, corners)) {
+            const Box around = box_around(line);
+            if (apart(around.upper_left, around.lower_right) < kLeastOutline) continue;
+            ++drawn;
+            const auto parts = parts_inside(scene.box.grown(10), line);
+            for (const auto& [from, to] : parts)
+                painter.line({from, to}, scene.theme.outline);
+            if (!parts.empty())
+                painter.label(parts.front().first, entry->name, {scene.theme.paper, {0, 0}, 11}, Rank::kGrid);
+        }
     }
-    const Theme& theme = theme_for(light_);
-    const ScreenPixel middle = camera_.middle();
+}
+
+std::vector<std::string> View::problems() const {
+    std::vector<std::string> all = list_problems_;
+    for (const auto& problem : quilt_.problems())
+        all.push_back(short_path(problem.path) + ": " + problem.text);
+    if (sheet_ && sheet_->is_damaged()) all.push_back(sheet_->name() + ": Lines of it cannot be read.");
+    return all;
+}
+
+// The position under the pointer, and below it the chart there.
+std::vector<std::string> View::pointer_lines() {
+    if (!pointer_ || !is_on_chart(*pointer_)) return {"", sheet_ ? sheet_->name() : ""};
+    const auto place = position_at(*pointer_);
+    const std::string above = place ? zellap10::plotter::format_position(*place) : "no position here";
+    if (!sheet_) {
+        const auto hit = quilt_.at(map_, *pointer_);
+        if (!hit) return {above, "no chart here"};
+        const CatalogueEntry& entry = *hit->entry;
+        const std::string name = entry.name.empty() ? short_path(entry.path) : entry.name;
+        if (!entry.metres_per_pixel) return {above, name};
+        return {above, name + ", " + size_text(map_.metres_per_pixel() / *entry.metres_per_pixel)};
+    }
+    const ChartPixel pixel = sheet_->viewport().to_chart(*pointer_);
+    const auto inset = sheet_->georeferences().inset_at(pixel);
+    const auto georeference = sheet_->georeferences().georeference_at(pixel);
+    const auto own = georeference ? georeference->chart_datum_position_of(pixel) : std::nullopt;
+    std::string below = sheet_->name();
+    auto record = sheet_->record().Insets.begin();
+    std::advance(record, inset.value_or(0));
+    const CGEORec& owner = inset ? **record : sheet_->record();
+    if (inset) below += ", inset " + std::string(owner.Name);
+    const bool differs = owner.LatitudeOffset != 0 || owner.LongitudeOffset != 0;
+    if (own && differs)
+        below += ", " + (owner.Datum.IsEmpty() ? "chart datum" : std::string(owner.Datum)) + " " +
+                 zellap10::plotter::format_position(*own);
+    return {above, below};
+}
+
+Status View::status() {
+    std::string modes;
+    const auto add = [&modes](bool is_on, const char* name) {
+        if (is_on) modes += std::string(modes.empty() ? "" : "  ") + name;
+    };
+    add(route_mode_, "ROUTE");
+    add(follows_ && receiver_, "FOLLOW");
+    add(course_up_, "COURSE UP");
+    add(sheet_ != nullptr, "AS PRINTED");
+    add(!complete_, "...");
+    const double up = map_.course_up();
+    std::string above = up == 0 ? "north up" : zellap10::plotter::format_course(up) + " up";
+    if (sheet_) above = size_text(sheet_->viewport().reduction);
+    const auto place = pointer_ && is_on_chart(*pointer_) ? position_at(*pointer_) : std::nullopt;
+    return {pointer_lines(), route_lines(waypoints(), place), {above, modes.empty() ? "F1: help" : modes}};
+}
+
+void View::draw_texts(Painter& painter) {
+    const Theme& theme = theme_for(scheme_);
+    const double gap = kGap * scale_;
+    const ScreenPixel lower_right{window_.width - gap, map_.size().height - gap};
+    draw_status(painter, window_, status(), theme);
+    draw_scale_bar(painter, scene_at(middle()), lower_right);
+    if (receiver_) {
+        std::vector<std::string> ship = ship_lines(track_, waypoints(), target_, options_.now());
+        if (!receiver_status_.empty()) ship.push_back(receiver_status_);
+        painter.text({window_.width - gap, gap}, ship,
+                     {lost_ ? theme.warning : theme.paper, {1, 0}, 15, Typeface::kBold});
+    }
+    auto lines = hides_problems_ ? std::vector<std::string>() : problems();
+    if (lines.size() > kMostProblems) {
+        const std::size_t more = lines.size() - kMostProblems;
+        lines.resize(kMostProblems);
+        lines.push_back("and " + std::to_string(more) + " more problems");
+    }
+    if (!lines.empty()) draw_notice(painter, {gap, lower_right.y}, lines, {theme.warning, {0, 1}, 13});
+    painter.draw_labels();
+    const ScreenPixel centre = middle();
     if (!message_.empty())
-        draw_notice(painter, {middle.x, middle.y / 2}, {message_}, {theme.warning, {0.5, 0.5}, 15});
-    if (shows_help_)
-        draw_notice(painter, middle, help_lines(), {theme.paper, {0.5, 0.5}, 14, Typeface::kFixed});
+        draw_notice(painter, {centre.x, centre.y / 2}, {message_}, {theme.warning, {0.5, 0.5}, 15});
+    if (listed_ && catalogue_->entries().empty() && !sheet_)
+        draw_notice(painter, centre, {"No chart with positions was found."}, {theme.warning, {0.5, 0.5}, 15});
+    if (shows_help_) painter.text(centre, help_lines(), {theme.paper, {0.5, 0.5}, 14, Typeface::kFixed});
+    if (!prompt_) return;
+    const char* const question = prompt_->kind == PromptKind::kGoTo   ? "Go to position: "
+                                 : prompt_->kind == PromptKind::kLoad ? "Load the route of: "
+                                                                      : "Save the route as: ";
+    lines = {question + prompt_->text + "_"};
+    if (!prompt_->reason.empty()) lines.push_back(prompt_->reason);
+    draw_notice(painter, {centre.x, centre.y / 2}, lines, {theme.warning, {0.5, 0.5}, 16});
 }
 
 }  // namespace viewer

@@ -11,50 +11,61 @@ namespace {
 
 using namespace viewer;
 
-// Runs the program, on SDL's driver without a desktop, and gives whether it ended well.
-bool run(const std::string& arguments) {
-    return std::system(("\"" VIEW_PROGRAM "\" --size 640x524 " + arguments).c_str()) == 0;
+// Runs the program, on SDL's driver without a desktop, and returns whether it succeeded. Its home is a folder
+// of the test.
+bool run(const TempFolder& home, const std::string& arguments, const std::string& environment = "") {
+    const std::string command = "HOME=\"" + home.file("") + "\" " + environment + " \"" VIEW_PROGRAM "\" ";
+    return std::system((command + "--size 640x524 " + arguments).c_str()) == 0;
 }
 
-TEST(Program, HandsMouseAndKeysToTheView) {
+TEST(Program, PassesMouseAndKeysToTheView) {
     Screen screen;
     const std::string chart = TestChart{}.write(screen.folder, "chart");
     const std::string script = screen.folder.write("script",
-                                                   "key N\nkey P\nkey Keypad +\n"
+                                                   "key Keypad +\nkey R\n"
                                                    "left down 300 200\nleft up 300 200\n"
                                                    "left down 400 300\nmove 350 280\nleft up 350 280\n"
                                                    "left down 200 150\nleft up 200 150\n"
-                                                   "right down 1 1\nright up 1 1\n"
+                                                   "right down 200 150\nright up 200 150\n"
+                                                   "key J\ntype 49 36N 1 12W\nkey Return\n"
                                                    "move 120 130\nwheel -2\nwheel 1\n"
+                                                   "move 2147483647 -2147483648\nmove 120 130\n"
                                                    "key D\nkey G\n"
                                                    "save " +
                                                        screen.folder.file("view.png") + "\nkey F1\nkey Q\n");
-    const std::string paths = "\"" + chart + "\" \"" + screen.folder.file("none") + "\"";
-    ASSERT_TRUE(run("--script \"" + script + "\" " + paths));
+    ASSERT_TRUE(run(screen.folder, "--script \"" + script + "\" \"" + chart + "\""));
+    EXPECT_TRUE(std::filesystem::exists(screen.folder.file("route-1.gpx")));
 
-    screen.look_at({chart, screen.folder.file("none")});
-    screen->do_command(Command::kCloser);
+    screen.look_at({chart});
+    screen.do_commands({Command::kCloser, Command::kRoute});
     screen.click({300, 200});
     screen.drag({400, 300}, {350, 280});
     screen.click({200, 150});
-    screen->press(Button::kRight, {1, 1});
+    screen.click({200, 150}, Button::kRight);
+    screen->do_command(Command::kGoTo);
+    screen.enter("49.6N 1.2W");
     screen->move({120, 130});
     screen->turn_wheel(-2);
     screen->turn_wheel(1);
-    screen.do_commands({Command::kLight, Command::kGrid});
+    screen.do_commands({Command::kColours, Command::kGrid});
     screen.expect_saved(screen.folder.file("view.png"));
 }
 
 TEST(Program, RefusesWhatItCannotDo) {
     const TempFolder folder;
     const std::string chart = TestChart{}.write(folder, "chart");
-    const std::string bad_script = folder.write("script", "push left 1 1\nkey Q\n");
-    const std::string empty = folder.file("empty");
-    std::filesystem::create_directory(empty);
+    const auto script = [&](const std::string& name, const std::string& lines) {
+        return "--script " + folder.write(name, lines + "\nkey Q\n") + " " + chart;
+    };
     for (const std::string& arguments :
-         {std::string(), std::string("--wide ") + chart, "--size 640 " + chart, "--size 640x44 " + chart,
-          "--script none " + chart, "--script " + bad_script + " " + chart, empty})
-        EXPECT_FALSE(run(arguments + " 2>&1")) << arguments;
+         {std::string(), "--wide " + chart, "--size 640 " + chart, "--size 640x44 " + chart,
+          "--size 640x99999999999 " + chart, "--scale x " + chart, "--gpsd a --nmea b " + chart,
+          "--script none " + chart, script("a", "push left 1 1"), script("b", "move 99999999999 1"),
+          script("c", "save " + folder.file("none/a.png"))})
+        EXPECT_FALSE(run(folder, arguments + " 2>&1")) << arguments;
+    EXPECT_FALSE(
+        run(folder, script("d", "key Q") + " 2>&1", "env -u SDL_VIDEODRIVER -u DISPLAY -u WAYLAND_DISPLAY"))
+        << "no display";
 }
 
 }  // namespace

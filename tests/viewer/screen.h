@@ -14,33 +14,51 @@
 
 #include <testing/temp_folder.h>
 #include <testing/test_chart.h>
-#include <viewer/status.h>
 #include <viewer/view.h>
 
 inline constexpr viewer::ScreenSize kWindow{640, 480 + viewer::kBarHeight};
+inline constexpr viewer::ScreenPixel kMiddle{319.5, 239.5};
 inline constexpr int kClearRows = 420;  // above the scale bar
 
 /// A view on charts in a folder of its own, and the picture that it draws.
 class Screen {
 public:
+    Screen() {
+        options.picture_folder = folder.file("");
+        options.route_folder = folder.file("");
+    }
+
     void look_at(const TestChart& chart) { look_at({chart.write(folder, "chart")}); }
 
     void look_at(const std::vector<std::string>& paths) {
-        viewer::View::Options options;
-        options.workers = 2;
-        options.save_folder = folder.file("");
-        options.on_change = [] {};
-        view_ = std::make_unique<viewer::View>(viewer::list_charts(paths), options);
+        view_ = std::make_unique<viewer::View>(paths, options);
         view_->resize(kWindow);
         draw();
         before = pixels;
     }
 
     viewer::View* operator->() { return view_.get(); }
+    void close() { view_.reset(); }
 
     void draw() {
-        for (draw_once(); !view_->is_complete(); draw_once())
+        draw_once();
+        for (int i = 0; i < 10000 && !view_->is_complete(); ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            draw_once();
+        }
+        EXPECT_TRUE(view_->is_complete());
+    }
+
+    void draw_once() { view_->draw({pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4}); }
+
+    /// Draws until something is true, for ten seconds at most.
+    template <class Condition>
+    bool draw_until(Condition condition) {
+        for (int i = 0; i < 1000 && !condition(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            draw_once();
+        }
+        return condition();
     }
 
     /// Does one after the other, and draws.
@@ -50,22 +68,29 @@ public:
         draw();
     }
 
-    void click(viewer::ScreenPixel spot) {
-        view_->press(viewer::Button::kLeft, spot);
-        view_->release(viewer::Button::kLeft, spot);
+    void click(viewer::ScreenPixel at, viewer::Button button = viewer::Button::kLeft) {
+        view_->press(button, at);
+        view_->release(button, at);
     }
 
-    void drag(viewer::ScreenPixel from, viewer::ScreenPixel to) {
-        view_->press(viewer::Button::kLeft, from);
+    void drag(viewer::ScreenPixel from, viewer::ScreenPixel to, bool shift = false) {
+        view_->press(viewer::Button::kLeft, from, shift);
         view_->move({(from.x + to.x) / 2, (from.y + to.y) / 2});
         view_->release(viewer::Button::kLeft, to);
+    }
+
+    /// Types something into an open question and enters it.
+    void enter(const std::string& text) {
+        view_->do_command(viewer::Command::kClear);
+        view_->type(text);
+        do_commands({viewer::Command::kEnter});
     }
 
     viewer::Argb pixel(int x, int y) const {
         return 0xFF000000 | pixels[static_cast<std::size_t>(y * kWindow.width + x)];
     }
 
-    /// How many pixels of a part of the picture are not as they were before.
+    /// How many pixels of a part of the picture differ from the first picture.
     int changed(viewer::ScreenPixel from, viewer::ScreenPixel to) const {
         int found = 0;
         for (int y = static_cast<int>(from.y); y <= to.y; ++y) {
@@ -88,29 +113,49 @@ public:
         EXPECT_EQ(std::memcmp(saved, pixels.data(), pixels.size() * sizeof pixels[0]), 0);
     }
 
-    /// Draws, and expects that the part of the picture that only the chart is on shows it from a block on.
-    void expect_chart(const std::string& path, int reduction, int column, int row,
-                      viewer::ColourScheme light = viewer::ColourScheme::kDay) {
+    /// Draws, and expects the charts of some files on the map, above what is drawn on them.
+    void expect_map(const std::vector<std::string>& paths,
+                    viewer::ColourScheme scheme = viewer::ColourScheme::kDay) {
+        draw();
+        const auto catalogue = std::make_shared<zellap10::plotter::Catalogue>();
+        for (const std::string& path : paths)
+            EXPECT_TRUE(catalogue->add_file(path));
+        zellap10::plotter::Quilt quilt(catalogue);
+        std::vector<viewer::Argb> expected(pixels.size());
+        const viewer::Bitmap bitmap{expected.data(), kWindow.width, kWindow.height - viewer::kBarHeight,
+                                    kWindow.width * 4};
+        quilt.draw_complete(view_->map(), scheme, viewer::theme_for(scheme).background, bitmap);
+        expect_rows(expected);
+    }
+
+    /// Draws, and expects a chart as printed from a block on.
+    void expect_sheet(const std::string& path, int reduction, int column, int row,
+                      viewer::ColourScheme scheme = viewer::ColourScheme::kDay) {
         SCOPED_TRACE(path + " at " + std::to_string(reduction));
         draw();
         CZellap chart;
         ASSERT_EQ(chart.OpenZellap(path.c_str(), 0), 1);
-        std::vector<viewer::Argb> expected(static_cast<std::size_t>(kWindow.width * kClearRows));
+        std::vector<viewer::Argb> expected(pixels.size());
         zellap10::plotter::draw_viewport(chart, {column, row, reduction, kWindow.width, kClearRows},
-                                         colours_of(chart, light), viewer::theme_for(light).background,
+                                         colours_of(chart, scheme), viewer::theme_for(scheme).background,
                                          {expected.data(), kWindow.width, kClearRows, kWindow.width * 4});
-        const auto shown = std::mismatch(expected.begin(), expected.end(), pixels.begin());
-        const auto place = shown.first - expected.begin();
-        EXPECT_EQ(shown.first, expected.end()) << place % kWindow.width << " " << place / kWindow.width;
+        expect_rows(expected);
     }
 
     TempFolder folder;
+    viewer::View::Options options;
     std::vector<viewer::Argb> pixels =
         std::vector<viewer::Argb>(static_cast<std::size_t>(kWindow.width * kWindow.height));
     std::vector<viewer::Argb> before;  ///< the picture that was drawn first
 
 private:
-    void draw_once() { view_->draw({pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4}); }
+    void expect_rows(const std::vector<viewer::Argb>& expected) const {
+        const auto end = expected.begin() + std::ptrdiff_t{kWindow.width} * kClearRows;
+        const auto same = [](viewer::Argb a, viewer::Argb b) { return (a & 0xFFFFFF) == (b & 0xFFFFFF); };
+        const auto differs = std::mismatch(expected.begin(), end, pixels.begin(), same).first;
+        const auto place = differs - expected.begin();
+        EXPECT_TRUE(differs == end) << place % kWindow.width << " " << place / kWindow.width;
+    }
 
     std::unique_ptr<viewer::View> view_;
 };

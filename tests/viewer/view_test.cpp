@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <limits>
@@ -8,148 +9,150 @@
 #include <gtest/gtest.h>
 
 #include "screen.h"
-#include <testing/point_lists.h>
-#include <viewer/grid.h>
 #include <viewer/route_lines.h>
-#include <viewer/scale_bar.h>
-#include <viewer/status.h>
 #include <zellap10/navigation/dead_reckoning.h>
 #include <zellap10/plotter/route.h>
 
 namespace {
 
 using namespace viewer;
+using zellap10::plotter::MapView;
+namespace fs = std::filesystem;
 
-TEST(View, ZoomsAndDragsTheChart) {
+void expect_near(std::optional<Position> position, Position expected, double tolerance = 1e-9) {
+    ASSERT_TRUE(position);
+    EXPECT_NEAR(position->latitude, expected.latitude, tolerance);
+    EXPECT_NEAR(position->longitude, expected.longitude, tolerance);
+}
+
+TEST(View, MovesZoomsAndTurnsTheMap) {
     Screen screen;
-    const std::string path = TestChart{}.write(screen.folder, "chart");
-    screen.look_at({path});
-    // 1500 by 900 pixels fit at 1/3, with (640 - 500) / 2 and (480 - 300) / 2 pixels around.
-    screen.expect_chart(path, 3, -70, -90);
+    const std::vector<std::string> paths{
+        TestChart{}.write(screen.folder, "a"),
+        TestChart{1600, 1200, 49.8, -1.7, 0.00025}.write(screen.folder, "b")};
+    screen.look_at(paths);
+    screen.expect_map(paths);
+    const MapView start = screen->map();
 
-    // Block 80, 60 of 3 is chart pixel 241, 181 in its middle, and stays at 150, 150.
-    screen->move({150, 150});
-    screen->turn_wheel(2);
-    screen.expect_chart(path, 1, 241 - 150, 181 - 150);
-    screen.drag({100, 100}, {63, 151});
-    screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51);
-    screen.do_commands({Command::kPanRight, Command::kPanDown});
-    screen.expect_chart(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96);
-    screen.do_commands({Command::kPanLeft, Command::kPanUp});
-    for (const ColourScheme light : {ColourScheme::kDusk, ColourScheme::kNight, ColourScheme::kDay}) {
-        screen.do_commands({Command::kLight});
-        screen.expect_chart(path, 1, 241 - 150 + 37, 181 - 150 - 51, light);
+    const Position place = *start.to_position({150, 130});
+    screen->move({150, 130});
+    screen->turn_wheel(2.5);
+    EXPECT_LT(screen->map().metres_per_pixel(), start.metres_per_pixel() / 1.7);
+    expect_near(screen->map().to_position({150, 130}), place);
+    screen.drag({150, 130}, {250, 100});
+    expect_near(screen->map().to_position({250, 100}), place);
+    screen.expect_map(paths);
+
+    // A quarter of a turn, clockwise, about the middle.
+    const Position middle = *screen->map().to_position(kMiddle);
+    const Position above = *screen->map().to_position({kMiddle.x, kMiddle.y - 100});
+    screen.drag({kMiddle.x, kMiddle.y - 100}, {kMiddle.x + 100, kMiddle.y}, true);
+    EXPECT_NEAR(screen->map().course_up(), 270, 1e-9);
+    expect_near(screen->map().to_position(kMiddle), middle);
+    expect_near(screen->map().to_position({kMiddle.x + 100, kMiddle.y}), above);
+    screen->do_command(Command::kTurnLeft);
+    for (const ColourScheme scheme : {ColourScheme::kDusk, ColourScheme::kNight, ColourScheme::kDay}) {
+        screen.do_commands({Command::kColours});
+        screen.expect_map(paths, scheme);
     }
-    screen.do_commands({Command::kWhole});
-    screen.expect_chart(path, 3, -70, -90);
-}
-
-TEST(View, ShowsTheWidestChart) {
-    samples::Chart wide;
-    wide.width = std::numeric_limits<int>::max();
-    wide.height = 1;
-    wide.colours = {{255, 0, 0}, {0, 0, 255}};
-    std::string line;
-    samples::append_line_number(line, 1);
-    samples::append_run(line, wide.bits_per_pixel, 1, wide.width - 100);
-    samples::append_run(line, wide.bits_per_pixel, 2, 100);
-    Screen screen;
-    const std::string path = screen.folder.write(
-        "wide.chart", samples::chart_bytes(samples::text_part(wide), wide.bits_per_pixel, {line + '\0'}));
-    screen.look_at({path});
-    screen.expect_chart(path, 16, (1 << 26) - 320, -240);
-    screen->turn_wheel(Camera::kSteps);
-    screen.drag({300, 100}, {-2e9, 100});
-    screen.expect_chart(path, 1, wide.width - 1 - 320, -240);
-    screen->turn_wheel(-4);
-    screen.expect_chart(path, 6, wide.width / 6 - 320, -240);
-}
-
-TEST(View, GoesOnBehindChartsThatCannotBeOpened) {
-    Screen screen;
-    const std::string first = TestChart{}.write(screen.folder, "a");
-    const std::string last = TestChart{2000, 1000}.write(screen.folder, "c");
-    const std::string broken = screen.folder.write("b.chart", TestChart{}.bytes().substr(0, 5000));
-    screen.folder.write("b.GEO", "Name=B\n");
-    screen.folder.write("notes.txt", "no chart");
-    const std::string bare = screen.folder.write("d.chart", TestChart{1498}.bytes());  // no positions
-    screen.look_at({screen.folder.file("")});
-    screen.expect_chart(first, 3, -70, -90);
-
-    screen.do_commands({Command::kNext});
-    screen.before.assign(screen.pixels.size(), theme_for(ColourScheme::kDay).background);
-    EXPECT_EQ(screen.changed({0, 0}, {100, 100}), 0);
-    EXPECT_GT(screen.changed({200, 200}, {440, 300}), 1000);  // the trouble
-
-    screen.do_commands({Command::kNext});
-    screen.expect_chart(last, 4, -70, -115);
-    screen.do_commands({Command::kNext, Command::kGrid});
-    screen.expect_chart(bare, 3, -70, -90);
-    screen.do_commands({Command::kNext, Command::kPrevious});
-    screen.expect_chart(bare, 3, -70, -90);
-
-    const Chart chart(broken);
-    EXPECT_FALSE(chart.is_open());
-    EXPECT_NE(chart.trouble, "");
-    EXPECT_NE(Chart(bare).trouble, "");
-    EXPECT_EQ(Chart(first).trouble, "");
-}
-
-TEST(View, DrawsARouteWhereItIsClicked) {
-    Screen screen;
-    screen.look_at(TestChart{});
-    const Argb route = theme_for(ColourScheme::kDay).route.colour;
-
-    screen->do_command(Command::kUndo);  // of nothing
-    screen.click({100, 150});
-    screen.click({400, 150});
-    screen.draw();
-    // A leg along a parallel, with its label in the middle.
-    for (const int x : {120, 150, 380})
-        EXPECT_EQ(screen.pixel(x, 150), route) << x;
-    EXPECT_NE(screen.pixel(250, 150), route);
-    // Which stays on the chart where that is moved, and zoomed about a waypoint.
-    screen.drag({300, 300}, {340, 310});
-    screen->move({440, 160});
-    screen->turn_wheel(1);
-    screen.draw();
-    EXPECT_EQ(screen.pixel(400, 160), route);
-
-    screen.click({100, 500});  // on the bar
-    screen->press(Button::kRight, {10, 10});
     screen->leave();
-    screen.do_commands({Command::kUndo, Command::kWhole});
+    screen.do_commands({Command::kNorthUp, Command::kAll});
     EXPECT_EQ(screen.pixels, screen.before);
 }
 
-TEST(View, DrawsTheChartsOwnPositionsBesideAnInset) {
+TEST(View, ShowsTheFirstChartWithItsNeighboursAndThenAll) {
+    Screen screen;
+    const std::vector<std::string> paths{TestChart{}.write(screen.folder, "a"),
+                                         TestChart{1500, 900, 50, 170}.write(screen.folder, "far"),
+                                         TestChart{1500, 900, 49.5, -1}.write(screen.folder, "near")};
+    screen.look_at(paths);
+    const auto on_screen = [&](Position position) {
+        const auto pixel = screen->map().to_screen(position);
+        return pixel && pixel->x >= 0 && pixel->x < 640 && pixel->y >= 0 && pixel->y < 480;
+    };
+    EXPECT_TRUE(on_screen({49.99, -1.99}) && on_screen({48.61, 0.49}));
+    EXPECT_LT(screen->map().metres_per_pixel(), 600);
+    screen.do_commands({Command::kAll});
+    EXPECT_TRUE(on_screen({49.99, -1.99}) && on_screen({49.2, 171.4}));
+}
+
+TEST(View, GoesToMoreAndLessDetailOfAPlace) {
+    Screen screen;
+    // 10 and 4 times as detailed as the first, so that the quilt prefers the closest at most scales.
+    const std::string wide = TestChart{1500, 900, 50, -2, 0.001, 0, false, "WIDE"}.write(screen.folder, "w");
+    TestChart{1600, 1200, 49.7, -1.4, 0.00025, 0, false, "MIDDLE"}.write(screen.folder, "m");
+    TestChart{2000, 1600, 49.62, -1.3, 0.0001, 0, false, "CLOSE"}.write(screen.folder, "c");
+    screen.look_at({screen.folder.file("")});
+    const Position place{49.55, -1.25};
+    screen->do_command(Command::kGoTo);
+    screen.enter("49.55N 1.25W");
+    const auto name = [&] { return screen->message().substr(0, screen->message().find(':')); };
+    for (const bool as_printed : {false, true}) {
+        if (as_printed) screen.do_commands({Command::kSheet});
+        for (const auto& [command, expected] :
+             {std::pair{Command::kMoreDetail, "MIDDLE"},
+              {Command::kMoreDetail, "CLOSE"},
+              {Command::kMoreDetail, "No chart of this place has more detail."},
+              {Command::kLessDetail, "MIDDLE"},
+              {Command::kLessDetail, "WIDE"},
+              {Command::kLessDetail, "No chart of this place has less detail."}}) {
+            screen.do_commands({command});
+            EXPECT_EQ(name(), expected) << as_printed;
+            expect_near(screen->map().to_position(kMiddle), place, 0.001);
+        }
+    }
+}
+
+TEST(View, ShowsAChartAsPrinted) {
+    Screen screen;
+    TestChart chart;
+    chart.has_inset = true;
+    const std::string path = chart.write(screen.folder, "chart");
+    screen.look_at({path});
+    screen->do_command(Command::kSheet);
+    // 1500 by 900 pixels fit at 1/3, with (640 - 500) / 2 and (480 - 300) / 2 pixels around.
+    screen.do_commands({Command::kAll});
+    screen.expect_sheet(path, 3, -70, -90);
+    // Block 80, 60 of 3 is chart pixel 241, 181 in its middle, and stays at 150, 150.
+    screen->move({150, 150});
+    screen->turn_wheel(2);
+    screen.expect_sheet(path, 1, 241 - 150, 181 - 150);
+    screen.drag({100, 100}, {63, 151});
+    screen.expect_sheet(path, 1, 241 - 150 + 37, 181 - 150 - 51);
+    screen.do_commands({Command::kPanRight, Command::kPanDown, Command::kColours});
+    screen.expect_sheet(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96, ColourScheme::kDusk);
+    screen.drag({100, 100}, {-2e9, 2e9});
+    screen.expect_sheet(path, 1, 1499 - 320, -240, ColourScheme::kDusk);
+}
+
+TEST(View, PlotsOnASheetBesideItsInsets) {
     TestChart chart;
     chart.has_inset = true;
     Screen screen;
     screen.look_at(chart);
+    screen->do_command(Command::kSheet);
+    screen.do_commands({Command::kAll, Command::kRoute});
     // A leg on the chart, which the inset interrupts between 136 and 204, and one on the inset.
-    screen.click({100, 150});
-    screen.click({300, 150});
-    screen.click({150, 140});
-    screen.click({190, 140});
+    for (const ScreenPixel at : {ScreenPixel{100, 150}, {300, 150}, {150, 140}, {190, 140}})
+        screen.click(at);
     screen.draw();
     const Argb route = theme_for(ColourScheme::kDay).route.colour;
     const auto is_route = [&](int x, int y) { return screen.pixel(x, y) == route; };
     EXPECT_TRUE(is_route(120, 150) && is_route(220, 150));
     EXPECT_FALSE(is_route(140, 150) || is_route(170, 150) || is_route(202, 150));
     EXPECT_TRUE(is_route(160, 140) && is_route(175, 140));
-    screen->leave();
-    screen.do_commands({Command::kClear});
-    EXPECT_EQ(screen.pixels, screen.before);
 }
 
-TEST(View, DrawsTheGridAlsoOverThe180thMeridian) {
+TEST(View, DrawsTheGridAlsoAcrossThe180thMeridian) {
     TestChart chart;
     chart.west = 179.25;
     Screen screen;
     screen.look_at(chart);
+    screen->do_command(Command::kSheet);
+    screen.do_commands({Command::kAll});
+    screen.before = screen.pixels;
     screen.do_commands({Command::kGrid});
-    // At least 140 pixels of 0.003 degrees lie between lines: every 30 minutes, from 179 degrees 30 east on.
+    // At least 140 pixels of 0.003 degrees between lines: every 30 minutes, from 179 degrees 30 east on.
     for (const auto& [minutes, lines] :
          {std::pair{5, 0}, {15, 1}, {30, 0}, {45, 1}, {60, 0}, {75, 1}, {85, 0}}) {
         const double x = 70 + minutes / 60.0 * 1000 / 3;
@@ -157,112 +160,249 @@ TEST(View, DrawsTheGridAlsoOverThe180thMeridian) {
     }
     EXPECT_GE(screen.changed({230, 254}, {300, 258}), 70);  // 49 degrees 30
     EXPECT_EQ(screen.changed({230, 270}, {300, 370}), 0);
+    EXPECT_EQ(screen.changed({0, 0}, {68, 400}), 0) << "outside the neat line";
     screen.do_commands({Command::kGrid, Command::kPoints});
     EXPECT_EQ(screen.changed({230, 254}, {300, 258}), 0);
     EXPECT_GE(screen.changed({310, 230}, {330, 250}), 30);  // the one in the middle
 }
 
-TEST(View, SavesWhatIsSeenOnceItIsWhole) {
+TEST(View, EditsARouteInRouteModeOnly) {
     Screen screen;
     screen.look_at(TestChart{});
-    screen.do_commands({Command::kCloser, Command::kSave, Command::kSave});
-    EXPECT_FALSE(std::filesystem::exists(screen.folder.file("chart-2.png")));
-    screen.do_commands({Command::kNone});  // takes the message away
-    screen.expect_saved(screen.folder.file("chart-1.png"));
+    const auto count = [&] { return screen->waypoints().size(); };
+    screen.click({100, 150});
+    EXPECT_EQ(count(), 0u);
+    screen->do_command(Command::kRoute);
+    screen.click({100, 150});
+    screen.click({400, 150});
+    screen.click({100, 500});  // on the bar
+    screen.draw();
+    const Argb route = theme_for(ColourScheme::kDay).route.colour;
+    for (const int x : {120, 150, 380})  // a leg along a parallel, with its label in the middle
+        EXPECT_EQ(screen.pixel(x, 150), route) << x;
+    EXPECT_NE(screen.pixel(250, 150), route);
+
+    const std::vector<Waypoint> two = screen->waypoints();
+    screen.drag({180, 152}, {200, 250});  // from the leg
+    ASSERT_EQ(count(), 3u);
+    expect_near(screen->map().to_position({200, 250}), screen->waypoints()[1].position);
+    screen.drag({401, 149}, {450, 100});
+    expect_near(screen->map().to_position({450, 100}), screen->waypoints()[2].position);
+    screen.click({200, 250}, Button::kRight);
+    EXPECT_EQ(count(), 2u);
+    screen.click({50, 50}, Button::kRight);
+    for (int i = 0; i < 3; ++i)
+        screen->do_command(Command::kUndo);
+    while (count() > 2)
+        screen->do_command(Command::kUndo);
+    ASSERT_EQ(count(), 2u);
+    expect_near(screen->waypoints()[1].position, two[1].position);
+    // Outside the mode a drag from a waypoint moves the map.
+    screen->do_command(Command::kRoute);
+    screen.drag({400, 150}, {440, 160});
+    screen.draw();
+    EXPECT_EQ(screen.pixel(420, 160), route);
+    screen->leave();
+    screen.do_commands({Command::kClear, Command::kAll});
+    EXPECT_EQ(screen.pixels, screen.before);
 }
 
-TEST(View, GoesToTheMostDetailedChartOfAPlace) {
+TEST(View, KeepsRoutesInFiles) {
     Screen screen;
-    const std::string wide = TestChart{1500, 900, 0.5}.write(screen.folder, "wide");
-    // 4 times as detailed, from column 300 and row 200 of the wide one on.
-    const std::string close = TestChart{1600, 1200, 0.3, -1.7, 0.00025}.write(screen.folder, "close");
-    screen.look_at({wide, screen.folder.file("none.chart"), close});
-    screen->move({150, 150});
-    screen->turn_wheel(2);
-    screen.drag({300, 200}, {150, 140});
-    screen.expect_chart(wide, 1, 241, 91);
-    // The middle of the window is pixel 560.5, 330.5 of this one and 1042, 522 of the other one.
-    screen.do_commands({Command::kBest, Command::kNone});  // takes the message away
-    screen.expect_chart(close, 4, -59, -109);
-    screen.do_commands({Command::kPrevious, Command::kPrevious});
-    screen.expect_chart(wide, 1, 241, 91);
+    screen.look_at(TestChart{});
+    screen->do_command(Command::kRoute);
+    screen.click({100, 150});
+    screen.click({400, 150});
+    const Position last = screen->waypoints()[1].position;
+    screen->do_command(Command::kSaveRoute);
+    screen.enter(screen.folder.file("none/a.gpx"));
+    EXPECT_TRUE(screen->wants_text()) << "refused";
+    screen.enter(screen.folder.file("a.gpx"));
+    EXPECT_FALSE(screen->wants_text());
+
+    const std::string broken = screen.folder.write("broken.gpx", "<gpx><rte></gpx>");
+    screen->do_command(Command::kLoad);
+    screen.enter(broken);
+    EXPECT_TRUE(screen->wants_text());
+    screen->do_command(Command::kLeave);
+    EXPECT_EQ(screen->waypoints().size(), 2u) << "nothing is lost";
+    screen->do_command(Command::kClear);
+    screen->do_command(Command::kLoad);
+    screen.enter(screen.folder.file("a.gpx"));
+    ASSERT_EQ(screen->waypoints().size(), 2u);
+    expect_near(screen->waypoints()[1].position, last, 1e-7);
+
+    screen->do_command(Command::kQuit);
+    EXPECT_FALSE(fs::exists(screen.folder.file("route-1.gpx"))) << "nothing has changed";
+    screen.click({300, 50});
+    screen->do_command(Command::kQuit);
+    EXPECT_TRUE(fs::exists(screen.folder.file("route-1.gpx")));
+    EXPECT_TRUE(screen->is_over());
+}
+
+TEST(View, ExplainsAPositionThatItCannotRead) {
+    Screen screen;
+    screen.look_at(TestChart{});
+    const Position before = screen->map().centre();
+    screen->do_command(Command::kGoTo);
+    screen->do_command(Command::kGrid);  // a key of the text
+    screen.enter("91N 1W");
+    EXPECT_TRUE(screen->wants_text());
+    expect_near(before, screen->map().centre());
+    EXPECT_GT(screen.changed({200, 100}, {440, 140}), 1000);
+    screen.enter("49 30.6N 1 17.4W");
+    EXPECT_FALSE(screen->wants_text());
+    expect_near(screen->map().centre(), {49.51, -1.29});
+}
+
+TEST(View, FollowsTheShipUntilItsFixIsLost) {
+    Screen screen;
+    Track::Clock::time_point now;
+    screen.options.now = [&now] { return now; };
+    const std::string path = TestChart{}.write(screen.folder, "chart");
+    screen.look_at({path});
+    FixFeed* feed = nullptr;
+    screen->set_receiver(std::make_unique<FixSource>(
+        [&feed](FixFeed& of_source) {
+            feed = &of_source;  // which outlives the thread
+            while (of_source.wait_for(std::chrono::seconds(1))) {
+            }
+        },
+        nullptr));
+    ASSERT_TRUE(screen.draw_until([&] { return feed != nullptr; }));
+    const Argb ship = theme_for(ColourScheme::kDay).ship.colour;
+    // Nearly the colour, within two pixels: edges are soft.
+    const auto shows = [&](int x, int y, Argb colour) {
+        for (int i = 0; i < 25; ++i) {
+            const Argb here = screen.pixel(x + i % 5 - 2, y + i / 5 - 2);
+            bool same = true;
+            for (const int shift : {0, 8, 16})
+                same = same && std::abs(static_cast<int>(here >> shift & 0xFF) -
+                                        static_cast<int>(colour >> shift & 0xFF)) < 60;
+            if (same) return true;
+        }
+        return false;
+    };
+    const auto sail = [&](double longitude) {
+        feed->put({{{}, {49.55, longitude}, 6.0, 90.0, {}}});
+        now += std::chrono::seconds(1);
+        screen.draw();
+        const auto pixel = screen->map().to_screen({49.55, longitude});
+        ASSERT_TRUE(pixel);
+        EXPECT_NEAR(pixel->x, kMiddle.x, 1);
+        EXPECT_NEAR(pixel->y, kMiddle.y, 1);
+        EXPECT_TRUE(shows(320, 240, ship));
+    };
+    sail(-1.3);
+    sail(-1.2);
+    screen.do_commands({Command::kCourseUp});
+    EXPECT_NEAR(screen->map().course_up(), 90, 1e-9);
+    sail(-1.1);
+    // The track is below the ship, the predictor above it.
+    EXPECT_TRUE(shows(320, 300, theme_for(ColourScheme::kDay).track.colour));
+    EXPECT_TRUE(shows(320, 225, ship));
+    EXPECT_FALSE(shows(300, 225, ship));
+    screen.before = screen.pixels;
+    screen.draw();
+    EXPECT_EQ(screen.pixels, screen.before);
+    now += std::chrono::seconds(11);
+    screen.draw();
+    EXPECT_GT(screen.changed({400, 10}, {639, 60}), 500) << "in words";
+    // A drag ends the following.
+    screen.drag({100, 100}, {150, 100});
+    const Position centre = screen->map().centre();
+    feed->put({{{}, {49.5, -1.0}, 6.0, 90.0, {}}});
+    screen.draw();
+    expect_near(screen->map().centre(), centre);
+}
+
+TEST(View, ReloadsFilesThatAppearAndChange) {
+    Screen screen;
+    const std::string path = screen.folder.file("chart.chart");
+    screen.look_at({path});
+    TestChart{}.write(screen.folder, "chart");
+    const auto shows = [&](Position position) {
+        const ScreenPixel pixel = screen->map().to_screen(position).value_or(ScreenPixel{-1, -1});
+        return Box{{0, 0}, {639, 479}}.contains(pixel) &&
+               screen.pixel(static_cast<int>(pixel.x), static_cast<int>(pixel.y)) !=
+                   theme_for(ColourScheme::kDay).background;
+    };
+    EXPECT_TRUE(screen.draw_until([&] { return shows({49.5, -1.2}); }));
+    screen.expect_map({path});
+    // Other pixels at another place, which the view must follow.
+    TestChart{1400, 900, 45, 10}.write(screen.folder, "chart");
+    EXPECT_TRUE(screen.draw_until([&] { return shows({44.5, 10.5}); }));
+    screen.expect_map({path});
+}
+
+TEST(View, ShowsChartsWithoutPositionsAsPrinted) {
+    Screen screen;
+    const std::string bare = screen.folder.write("bare.chart", TestChart{1498}.bytes());
+    const std::string broken = screen.folder.write("b.chart", TestChart{}.bytes().substr(0, 5000));
+    screen.look_at({bare, broken, screen.folder.file("none.chart")});
+    screen.do_commands({Command::kLeave});
+    screen.expect_sheet(bare, 3, -70, -90);
+    screen.do_commands({Command::kSheet, Command::kSheet, Command::kGrid, Command::kPoints, Command::kNone});
+    screen.expect_sheet(bare, 3, -70, -90);
+}
+
+TEST(View, ClosesAtOnceWhileItDecodes) {
+    samples::Chart chart;
+    chart.width = std::numeric_limits<int>::max();
+    chart.height = 2000;
+    chart.colours = {{255, 0, 0}, {0, 0, 255}};
+    const std::vector<std::string> lines(2000, std::string(1, '\0'));
+    const std::string bytes = samples::chart_bytes(samples::text_part(chart), chart.bits_per_pixel, lines);
+    TestChart positions{std::numeric_limits<int>::max(), 2000, 50, -2, 1e-9};
+    for (const bool as_printed : {false, true}) {
+        Screen screen;
+        if (!as_printed) screen.folder.write("wild.GEO", positions.georeference_text());
+        const std::string path = screen.folder.write("wild.chart", bytes);
+        auto view = std::make_unique<View>(std::vector<std::string>{path}, screen.options);
+        view->resize(kWindow);
+        for (int i = 0; i < 20; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            view->draw({screen.pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4});
+        }
+        const auto start = std::chrono::steady_clock::now();
+        view.reset();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(400)) << as_printed;
+    }
+}
+
+TEST(View, SavesACompletePictureOrSaysWhyNot) {
+    Screen screen;
+    screen.look_at(TestChart{});
+    fs::create_symlink(screen.folder.file("elsewhere.png"), screen.folder.file("chart-1.png"));
+    screen.do_commands({Command::kCloser, Command::kSave, Command::kSave});
+    EXPECT_EQ(screen->message(), "Saved as " + screen.folder.file("chart-2.png"));
+    EXPECT_FALSE(fs::exists(screen.folder.file("elsewhere.png")));
+    EXPECT_FALSE(fs::exists(screen.folder.file("chart-3.png")));
+    screen.do_commands({Command::kNone});  // takes the message away
+    screen.expect_saved(screen.folder.file("chart-2.png"));
+    screen->save(screen.folder.file("none/a.png"));
+    screen.draw();
+    EXPECT_NE(screen->save_failure(), "");
 }
 
 TEST(RouteLines, FollowLongLegsToThePixel) {
-    // Through the middle of a chart of 0.00005 degrees a pixel.
     const Position middle{50, 0};
-    CGEORec record;
-    add_points(record, {{0, 0, -0.0375, 50.0225}, {1500, 0, 0.0375, 50.0225}, {0, 900, -0.0375, 49.9775}});
-    record.solvepoly();
-    const auto georeference = zellap10::plotter::Georeference::from(record).value();
     const Position from{30, -40};
     const auto leg = zellap10::plotter::leg_between(from, middle);
     Position to = middle;
     m_advance_d(&to.latitude, &to.longitude, 1500, *leg.course);
-
-    Camera camera;
-    camera.resize({1500, 900});
-    camera.show({1500, 900});
+    const MapView view(middle, 8, {1500, 900}, 30);
     std::vector<Argb> pixels(1500 * 900);
     Painter painter({pixels.data(), 1500, 900, 1500 * 4});
     const Theme& theme = theme_for(ColourScheme::kDay);
-    draw_route(painter, camera, georeference, {from, to}, theme);
+    draw_route(painter, map_scene(view, theme), {{from, ""}, {to, ""}}, {});
     for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
         Position on_leg = middle;
         m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, *leg.course);
-        const ScreenPixel spot = camera.to_window(*georeference.pixel_of(on_leg));
-        const auto place = std::lround(spot.y) * 1500 + std::lround(spot.x);
+        const ScreenPixel pixel = *view.to_screen(on_leg);
+        const auto place = std::lround(pixel.y) * 1500 + std::lround(pixel.x);
         EXPECT_EQ(pixels[static_cast<std::size_t>(place)] | 0xFF000000, theme.route.colour) << miles;
     }
-}
-
-TEST(Painter, TakesTextsOfAnyBytes) {
-    Argb pixels[100 * 30] = {};
-    Painter painter({pixels, 100, 30, 400});
-    const auto width = [&](const std::string& text) { return painter.text_size({text}, {}).width; };
-    for (const char* text :
-         {"\xCEle", "\xE2\x82", "\xFF\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"})
-        painter.text({0, 0}, {text, std::string(1000000, 'm')}, {});
-    painter.line({{0, 25}, {99, 25}}, {0xFF00FF00, 3});
-    EXPECT_EQ(pixels[2550] & 0xFFFFFF, 0xFF00u);
-    EXPECT_EQ(width("\xCEle"), width("\xC3\x8Ele"));  // the letter in Latin 1 and in UTF-8
-    EXPECT_LT(width(std::string(1000000, 'm')), 3000);
-}
-
-TEST(Status, TellsPositionsCoursesAndTheChart) {
-    const TempFolder folder;
-    TestChart test_chart;
-    test_chart.has_inset = true;
-    test_chart.offset = 0.01;
-    const Chart chart(test_chart.write(folder, "chart"));
-    Camera camera;
-    camera.resize({640, 480});
-    camera.show(chart.size());
-    const std::vector<Position> route{{49.51, -1.49}, {49.61, -1.49}};
-    const auto status_at = [&](ChartPixel pixel) {
-        const ScreenPixel pointer = camera.to_window(pixel);
-        return status_of(
-            {{640, 524}, camera, chart, route, pointer, theme_for(ColourScheme::kDay), "chart 1 of 2"});
-    };
-    using Lines = std::vector<std::string>;
-    const Status status = status_at({511, 511});
-    EXPECT_EQ(status.pointer,
-              (Lines{"49°29.34'N 001°29.34'W", "TEST DATUM, in WGS 84 49°29.94'N 001°28.74'W"}));
-    EXPECT_EQ(status.route, (Lines{"from waypoint 2: 176.3°  6.67 NM", "route: 2 waypoints, 6.00 NM"}));
-    EXPECT_EQ(status.chart, (Lines{"TEST CHART", "scale 1:250 000, view 1/3, chart 1 of 2"}));
-    EXPECT_EQ(status_at({301, 199}).pointer, (Lines{"09°59.41'N 020°00.61'E", "inset HARBOUR"}));
-    EXPECT_EQ(status_at({190, 199}).pointer[0], "49°48.06'N 001°48.60'W") << "in the inset's margin";
-}
-
-TEST(Steps, AreRoundNumbers) {
-    const std::pair<double, double> grid[] = {{0.001, 0.01}, {0.011, 0.02}, {1, 1},    {1.01, 2},
-                                              {16, 20},      {31, 60},      {70, 120}, {9e9, 1800}};
-    for (const auto& [least, step] : grid)
-        EXPECT_EQ(grid_step(least), step) << least;
-    const std::pair<double, double> bar[] = {
-        {0.1, 0.1}, {0.19, 0.1}, {4.9, 2}, {5, 5}, {999, 500}, {0.0999, 100 / 1852.0}, {0.005, 5 / 1852.0}};
-    for (const auto& [most, length] : bar)
-        EXPECT_NEAR(bar_length(most), length, 1e-12) << most;
 }
 
 }  // namespace

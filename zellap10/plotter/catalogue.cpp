@@ -88,6 +88,10 @@ bool Catalogue::add_file(const std::string& path) {
     return has_entries;
 }
 
+void Catalogue::know(const Catalogue& other) {
+    state_->loaded.insert(other.state_->added.begin(), other.state_->added.end());
+}
+
 FolderReport Catalogue::add_folder(const std::string& path) {
     const FolderFiles files = files_below(path);
     const int opened = state_->opened;

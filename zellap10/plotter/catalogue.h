@@ -100,6 +100,10 @@ public:
     /// @return  false if nothing was loaded: the file cannot be read, or is none of `save`
     bool load(const std::string& path);
 
+    /// Makes add_file adopt what another catalogue knows, of files that have not changed since, without
+    /// opening them.
+    void know(const Catalogue& other);
+
     /// The entries that show a position in WGS 84, which no place hidden by an inset does.
     [[nodiscard]] Entries covering(Position position) const;
 

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <chrono>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <viewer/grid.h>
+#include <viewer/painter.h>
+#include <viewer/progress.h>
+#include <viewer/scale_bar.h>
+#include <viewer/ship.h>
+#include <viewer/status.h>
+
+namespace {
+
+using namespace viewer;
+using namespace std::chrono_literals;
+
+TEST(Painter, TakesTextsOfAnyBytes) {
+    Argb pixels[100 * 30] = {};
+    Painter painter({pixels, 100, 30, 400});
+    const auto width = [&](const std::string& text) {
+        const Box box = painter.text({0, 0}, {text}, {});
+        return box.lower_right.x - box.upper_left.x;
+    };
+    for (const char* text :
+         {"\xCEle", "\xE2\x82", "\xFF\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80"})
+        painter.text({0, 0}, {text, std::string(1000000, 'm')}, {});
+    painter.line({{0, 25}, {99, 25}}, {0xFF00FF00, 3});
+    EXPECT_EQ(pixels[2550] & 0xFFFFFF, 0xFF00u);
+    EXPECT_EQ(width("\xCEle"), width("\xC3\x8Ele"));  // the letter in Latin 1 and in UTF-8
+    EXPECT_LT(width(std::string(1000000, 'm')), 3000);
+}
+
+TEST(Painter, DrawsLabelsWithoutOverlap) {
+    std::vector<Argb> pixels(200 * 100);
+    Painter painter({pixels.data(), 200, 100, 800});
+    const auto label = [&](ScreenPixel at, Argb paper, Rank rank) {
+        painter.label(at, "label", {{0xFF000000, paper, 1}, {0, 0}}, rank);
+    };
+    label({10, 10}, 0xFF0000, Rank::kGrid);
+    label({20, 15}, 0x00FF00, Rank::kWaypoint);
+    label({195, 50}, 0x0000FF, Rank::kGrid);  // moved into the bitmap
+    painter.keep_free({{0, 80}, {200, 100}});
+    label({10, 70}, 0xFFFFFF, Rank::kWaypoint);
+    painter.draw_labels();
+    const auto count = [&](Argb colour) {
+        return std::count_if(pixels.begin(), pixels.end(),
+                             [&](Argb pixel) { return (pixel & 0xFFFFFF) == colour; });
+    };
+    EXPECT_EQ(count(0xFF0000), 0);
+    EXPECT_GT(count(0x00FF00), 300);
+    EXPECT_EQ(count(0xFFFFFF), 0);
+    EXPECT_NEAR(static_cast<double>(count(0x0000FF)), static_cast<double>(count(0x00FF00)), 30);
+}
+
+TEST(Texts, AreCutBetweenCharacters) {
+    const std::string long_text = std::string(75, 'x') + "\xE2\x82\xAC\xE2\x82\xAC" + std::string(60, 'y');
+    EXPECT_EQ(wrapped(long_text), (std::vector<std::string>{std::string(75, 'x'), "\xE2\x82\xAC\xE2\x82\xAC" +
+                                                                                      std::string(60, 'y')}));
+    EXPECT_EQ(wrapped(std::string(70, 'x') + " and more"),
+              (std::vector<std::string>{std::string(70, 'x') + " and", "more"}));
+    const std::string path =
+        short_path("/charts/" + std::string(100, '/') + "\xC3\xA9" + std::string(47, 'z'));
+    EXPECT_EQ(path, "..." + std::string(47, 'z'));
+    std::string all = long_text;
+    for (std::size_t i = 0; i < 80; ++i) {  // bytes that are no UTF-8 do not end it either
+        all.insert(all.begin(), '\x80');
+        EXPECT_LE(wrapped(all).size(), 5u);
+    }
+}
+
+TEST(ShipLines, NameTheWayToTheWaypointAndALostFix) {
+    const std::vector<Waypoint> route{{{50, -2}, ""}, {{50, -1}, ""}, {{51, -1}, ""}};
+    Track track;
+    const Track::Clock::time_point start;
+    track.add({{}, {50.01, -1.5}, 6.04, 90.0, 85.0}, start);
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(
+        ship_lines(track, route, 1, start + 1s),
+        (Lines{"50\u00b000.60'N 001\u00b030.00'W", "SOG 6.0 kn  COG 090.0\u00b0  HDG 085.0\u00b0",
+               "to waypoint 2", "BRG 091.8\u00b0  DIST 19.3 NM", "XTD 0.60 NM to the left  TTG 3 h 12 min"}));
+    const Lines lost = ship_lines(track, {}, 1, start + 25s);
+    EXPECT_EQ(lost.front(), "FIX LOST for 25 s");
+    EXPECT_EQ(ship_lines(Track(), route, 1, start), Lines{"NO FIX YET"});
+}
+
+TEST(Progress, PassesAWaypointNearItOrAbeam) {
+    const std::vector<Waypoint> route{{{50, -2}, ""}, {{50, -1}, ""}, {{51, -1}, ""}};
+    EXPECT_EQ(advance_waypoint({50, -1.01}, route, 1), 1u);
+    EXPECT_EQ(advance_waypoint({50, -1.001}, route, 1), 2u);
+    EXPECT_EQ(advance_waypoint({50.01, -0.995}, route, 1), 2u) << "abeam";
+    EXPECT_EQ(advance_waypoint({50.1, -0.995}, route, 1), 1u) << "abeam, far off";
+    EXPECT_EQ(advance_waypoint({51, -1}, route, 2), 2u) << "the last one";
+    EXPECT_FALSE(progress_to({{}, {50, -1.2}, 6.0, 270.0, {}}, route, 1).time) << "sailing away";
+}
+
+TEST(Steps, AreRoundNumbers) {
+    const std::pair<double, double> grid[] = {{0.001, 0.01}, {0.011, 0.02}, {1, 1},    {1.01, 2},
+                                              {16, 20},      {31, 60},      {70, 120}, {9e9, 1800}};
+    for (const auto& [least, step] : grid)
+        EXPECT_EQ(grid_step(least), step) << least;
+    const std::pair<double, double> bar[] = {
+        {0.1, 0.1}, {0.19, 0.1}, {4.9, 2}, {5, 5}, {999, 500}, {0.0999, 100 / 1852.0}, {0.005, 5 / 1852.0}};
+    for (const auto& [most, length] : bar)
+        EXPECT_NEAR(bar_length(most), length, 1e-12) << most;
+    EXPECT_EQ(size_text(3.24), "1/3.2 of its size");
+    EXPECT_EQ(size_text(0.4), "enlarged 2.5 times");
+    EXPECT_EQ(size_text(1), "full size");
+}
+
+}  // namespace

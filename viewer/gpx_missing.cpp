@@ -1,0 +1,13 @@
+#include "viewer/gpx.h"
+
+namespace viewer {
+
+LoadedGpx load_gpx(const std::string&) {
+    return {std::nullopt, "This viewer was built without libxml2 and loads no routes."};
+}
+
+std::string save_gpx(const std::string&, const std::vector<GpxRoute>&) {
+    return "This viewer was built without libxml2 and saves no routes.";
+}
+
+}  // namespace viewer

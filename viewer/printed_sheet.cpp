@@ -1,0 +1,250 @@
+#include "viewer/printed_sheet.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <cstdint>
+#include <filesystem>
+#include <iterator>
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+
+#include <zellap10/plotter/diagnosis.h>
+
+namespace viewer {
+
+using zellap10::plotter::Viewport;
+
+namespace {
+
+constexpr int kReductions[] = {1, 2, 3, 4, 6, 8, 12, 16, 24, 32, 48, 64};
+constexpr int kSteps = sizeof kReductions / sizeof kReductions[0];
+constexpr std::chrono::milliseconds kBetweenPictures{16};
+
+std::shared_ptr<CZellap> open(const std::string& path) {
+    auto chart = std::make_shared<CZellap>();
+    if (chart->OpenZellap(path.c_str(), 0) == 0) {
+        const auto diagnosis = zellap10::plotter::diagnose_chart(path);
+        throw std::runtime_error(diagnosis ? diagnosis->text : "There is not enough memory for it.");
+    }
+    const CSize size = chart->GetDocumentSize();
+    if (size.cx < 1 || size.cy < 1) throw std::runtime_error("It has no pixels.");
+    return chart;
+}
+
+int blocks(int pixels, int reduction) {
+    return pixels / reduction + (pixels % reduction > 0);
+}
+
+// The first block of a window that has its middle on the chart.
+int held(double first, int window, int count) {
+    const double half = window / 2;
+    return static_cast<int>(std::clamp(std::round(first), -half, std::max(count - 1, 0) - half));
+}
+
+std::size_t area(int width, int height) {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
+bool same(const Viewport& a, const Viewport& b) {
+    return a.column == b.column && a.row == b.row && a.reduction == b.reduction && a.width == b.width &&
+           a.height == b.height;
+}
+
+}  // namespace
+
+// What the thread and its owner share: the colour indexes of a viewport, row by row.
+class PrintedSheet::Job {
+public:
+    Job(std::shared_ptr<CZellap> chart, std::function<void()> on_change)
+        : chart_(std::move(chart)), on_change_(std::move(on_change)) {}
+
+    void run();
+    void end();
+    bool is_damaged();
+    bool draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme, Argb background,
+              const Bitmap& bitmap);
+
+private:
+    void follow(const Viewport& now);
+
+    const std::shared_ptr<CZellap> chart_;
+    std::mutex mutex_;  // of all below
+    std::condition_variable changed_;
+    std::function<void()> on_change_;
+    Viewport kept_;
+    std::vector<unsigned char> indexes_;
+    std::vector<bool> is_drawn_;  // rows
+    std::ptrdiff_t missing_rows_ = 0;
+    bool is_damaged_ = false;
+    bool ending_ = false;
+};
+
+void PrintedSheet::Job::run() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    auto last_picture = std::chrono::steady_clock::now();
+    std::vector<unsigned char> line;
+    for (;;) {
+        changed_.wait(lock, [this] { return ending_ || missing_rows_ > 0; });
+        if (ending_) return;
+        const auto row = std::find(is_drawn_.begin(), is_drawn_.end(), false) - is_drawn_.begin();
+        const Viewport kept = kept_;
+        line.assign(static_cast<std::size_t>(kept.width), 0);
+        lock.unlock();
+        const Viewport of_row{kept.column, kept.row + static_cast<int>(row), kept.reduction, kept.width, 1};
+        const bool is_read = zellap10::plotter::read_viewport(*chart_, of_row, 0, line.data());
+        lock.lock();
+        is_damaged_ = is_damaged_ || !is_read;
+        if (same(kept, kept_)) {
+            std::copy(line.begin(), line.end(), indexes_.begin() + row * kept.width);
+            is_drawn_[static_cast<std::size_t>(row)] = true;
+            --missing_rows_;
+        }
+        const auto now = std::chrono::steady_clock::now();
+        if (missing_rows_ > 0 && now - last_picture < kBetweenPictures) continue;
+        last_picture = now;
+        if (on_change_) on_change_();
+    }
+}
+
+void PrintedSheet::Job::end() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    ending_ = true;
+    on_change_ = nullptr;
+    changed_.notify_all();
+}
+
+bool PrintedSheet::Job::is_damaged() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return is_damaged_;
+}
+
+// Makes the nearest view of the present viewport from what is kept. Rows that only moved up or down are good.
+void PrintedSheet::Job::follow(const Viewport& now) {
+    std::vector<unsigned char> indexes(area(now.width, now.height));
+    std::vector<bool> is_drawn(static_cast<std::size_t>(now.height));
+    const bool only_rows_moved =
+        now.reduction == kept_.reduction && now.column == kept_.column && now.width == kept_.width;
+    const auto old_block = [&](int first, int i, int old_first, int old_count) {
+        const std::int64_t block = (std::int64_t{first} + i) * now.reduction / kept_.reduction - old_first;
+        return static_cast<int>(std::clamp<std::int64_t>(block, -1, old_count));
+    };
+    for (int y = 0; y < now.height; ++y) {
+        const int old_y = old_block(now.row, y, kept_.row, kept_.height);
+        if (old_y < 0 || old_y >= kept_.height) continue;
+        is_drawn[static_cast<std::size_t>(y)] = only_rows_moved && is_drawn_[static_cast<std::size_t>(old_y)];
+        const unsigned char* const from = indexes_.data() + area(kept_.width, old_y);
+        unsigned char* const to = indexes.data() + area(now.width, y);
+        for (int x = 0; x < now.width; ++x) {
+            const int old_x = old_block(now.column, x, kept_.column, kept_.width);
+            if (old_x >= 0 && old_x < kept_.width) to[x] = from[old_x];
+        }
+    }
+    indexes_ = std::move(indexes);
+    is_drawn_ = std::move(is_drawn);
+    missing_rows_ = std::count(is_drawn_.begin(), is_drawn_.end(), false);
+    kept_ = now;
+    changed_.notify_all();
+}
+
+bool PrintedSheet::Job::draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme,
+                             Argb background, const Bitmap& bitmap) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (!same(viewport, kept_)) follow(viewport);
+    const auto colours = zellap10::plotter::colours_of(*chart_, scheme);
+    const CSize size = chart_->GetDocumentSize();
+    const auto range = [](int first, int count, int window) {
+        const auto last = std::clamp<std::int64_t>(std::int64_t{count} - first, 0, window);
+        return std::make_pair(std::clamp(-first, 0, window), static_cast<int>(last));
+    };
+    const auto [left, right] = range(kept_.column, blocks(size.cx, kept_.reduction), kept_.width);
+    const auto [top, bottom] = range(kept_.row, blocks(size.cy, kept_.reduction), kept_.height);
+    for (int y = 0; y < bitmap.height; ++y) {
+        auto* const to =
+            reinterpret_cast<Argb*>(static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride);
+        const bool inside = y >= top && y < bottom && left < right;
+        std::fill(to, to + (inside ? left : bitmap.width), background);
+        if (!inside) continue;
+        const unsigned char* const from = indexes_.data() + area(kept_.width, y);
+        for (int x = left; x < right; ++x)
+            to[x] = colours[from[x]];
+        std::fill(to + right, to + bitmap.width, background);
+    }
+    return missing_rows_ == 0;
+}
+
+PrintedSheet::PrintedSheet(const std::string& path, std::function<void()> on_change)
+    : path_(path),
+      name_(std::filesystem::path(path).filename().string()),
+      chart_(open(path)),
+      georeferences_(*chart_->GetBaseGeoRec(), chart_->GetDocumentSize()),
+      job_(std::make_shared<Job>(chart_, std::move(on_change))),
+      task_([job = job_] { job->run(); }) {
+    if (chart_->ChartName[0] != '\0') name_ = chart_->ChartName;
+}
+
+PrintedSheet::~PrintedSheet() {
+    job_->end();
+}
+
+bool PrintedSheet::is_damaged() const {
+    return job_->is_damaged();
+}
+
+bool PrintedSheet::draw(zellap10::plotter::ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+    return job_->draw(viewport_, scheme, background, bitmap);
+}
+
+ScreenSize PrintedSheet::size() const {
+    const CSize size = chart_->GetDocumentSize();
+    return {size.cx, size.cy};
+}
+
+// Shows a pixel of the chart at a place of the window, at one of the reductions.
+void PrintedSheet::put(ChartPixel pixel, int step, ScreenPixel at) {
+    step_ = std::clamp(step, 0, kSteps - 1);
+    viewport_.reduction = kReductions[step_];
+    const ScreenPixel now = viewport_.to_screen(pixel);
+    viewport_.column =
+        held(viewport_.column + now.x - at.x, viewport_.width, blocks(size().width, viewport_.reduction));
+    viewport_.row =
+        held(viewport_.row + now.y - at.y, viewport_.height, blocks(size().height, viewport_.reduction));
+}
+
+void PrintedSheet::resize(ScreenSize window) {
+    const ChartPixel centre = viewport_.to_chart(middle());
+    viewport_.width = window.width;
+    viewport_.height = window.height;
+    put(centre, step_, middle());
+}
+
+void PrintedSheet::show_all() {
+    const ScreenSize all = size();
+    const auto fits = [&](int reduction) {
+        return blocks(all.width, reduction) <= viewport_.width &&
+               blocks(all.height, reduction) <= viewport_.height;
+    };
+    const int* const fitting = std::find_if(std::begin(kReductions), std::end(kReductions), fits);
+    const int step = static_cast<int>(fitting - std::begin(kReductions));
+    put({(all.width - 1) / 2.0, (all.height - 1) / 2.0}, step, middle());
+}
+
+void PrintedSheet::show(ChartPixel pixel, double reduction) {
+    const auto off = [reduction](int r) { return std::abs(std::log(reduction / r)); };
+    const int* const nearest = std::min_element(std::begin(kReductions), std::end(kReductions),
+                                                [&](int a, int b) { return off(a) < off(b); });
+    put(pixel, static_cast<int>(nearest - std::begin(kReductions)), middle());
+}
+
+void PrintedSheet::pan(double right, double down) {
+    const ScreenPixel centre = middle();
+    put(viewport_.to_chart(centre), step_, {centre.x + right, centre.y + down});
+}
+
+void PrintedSheet::zoom(int steps, ScreenPixel about) {
+    put(viewport_.to_chart(about), step_ - std::clamp(steps, -kSteps, kSteps), about);
+}
+
+}  // namespace viewer

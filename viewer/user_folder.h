@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace viewer {
+
+/// A folder of the user's own, by the rules of desktops (XDG).
+///
+/// @param key   such as "PICTURES"
+/// @param name  of the folder in the home folder if the desktop has not named another, such as "Pictures"
+/// @return      the path; the home folder, or the present one, if there is none
+std::string user_folder(const std::string& key, const std::string& name);
+
+}  // namespace viewer

@@ -1,0 +1,356 @@
+// What a view does with mouse, keys and fixes.
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <viewer/progress.h>
+#include <viewer/route_lines.h>
+#include <viewer/view.h>
+#include <zellap10/plotter/parse_position.h>
+#include <zellap10/plotter/text.h>
+
+namespace viewer {
+
+namespace {
+
+constexpr double kKeyPan = 96;       // pixels
+constexpr double kKeyTurn = 15;      // degrees
+constexpr double kDragFrom = 4;      // pixels; a button that moves less is a click
+constexpr double kTurnFrom = 2;      // degrees; smaller changes of the course turn nothing
+constexpr double kLeastSpeed = 0.5;  // knots, below which a course means nothing
+constexpr std::size_t kLongestText = 1000;
+
+// A path in a folder at which there is no file.
+std::string free_path(const std::string& folder, const std::string& stem, const std::string& extension) {
+    for (int i = 1;; ++i) {
+        const std::filesystem::path path =
+            std::filesystem::path(folder) / (stem + "-" + std::to_string(i) + extension);
+        std::error_code ignored;
+        if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) return path.string();
+    }
+}
+
+void remove_last_character(std::string& text) {
+    while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
+        text.pop_back();
+    if (!text.empty()) text.pop_back();
+}
+
+}  // namespace
+
+void View::press(Button button, ScreenPixel at, bool shift) {
+    message_.clear();
+    pointer_ = at;
+    if (!is_on_chart(at)) return;
+    if (button == Button::kRight) return remove_waypoint(at);
+    drag_ = Drag{shift ? DragKind::kTurn : DragKind::kMove, at};
+    if (!route_mode_ || shift) return;
+    const Scene scene = scene_at(at);
+    const double reach = kReach * scale_;
+    if (const auto waypoint = waypoint_at(scene, waypoints(), at, reach))
+        drag_ = Drag{DragKind::kWaypoint, at, *waypoint};
+    else if (const auto leg = leg_at(scene, waypoints(), at, reach))
+        drag_ = Drag{DragKind::kLeg, at, *leg};
+}
+
+void View::move(ScreenPixel at) {
+    if (drag_ && (drag_->moved || apart(drag_->from, at) >= kDragFrom * scale_)) drag_to(at);
+    pointer_ = at;
+}
+
+void View::drag_to(ScreenPixel at) {
+    const bool starts = !std::exchange(drag_->moved, true);
+    const double right = std::round(at.x - drag_->from.x);
+    const double down = std::round(at.y - drag_->from.y);
+    if (drag_->kind == DragKind::kMove) {
+        pan(right, down);
+        drag_->from = {drag_->from.x + right, drag_->from.y + down};
+    } else if (drag_->kind == DragKind::kTurn) {
+        const ScreenPixel centre = middle();
+        const auto angle = [&](ScreenPixel p) { return std::atan2(p.y - centre.y, p.x - centre.x); };
+        turn((angle(drag_->from) - angle(at)) * (180 / 3.14159265359));
+        drag_->from = at;
+    } else if (const auto place = position_at(at)) {
+        route_changed_ = true;
+        if (drag_->kind == DragKind::kLeg) {
+            route_.insert(drag_->index, {*place, ""});
+            drag_ = Drag{DragKind::kWaypoint, at, drag_->index + 1, true};
+            return route_.begin_drag(drag_->index);
+        }
+        if (starts) route_.begin_drag(drag_->index);
+        route_.drag_to(*place);
+    }
+}
+
+void View::release(Button button, ScreenPixel at) {
+    if (button != Button::kLeft || !drag_) return;
+    move(at);
+    const Drag drag = *drag_;
+    drag_.reset();
+    route_.end_drag();
+    if (!drag.moved && route_mode_) click(drag);
+}
+
+// A click on a waypoint does nothing.
+void View::click(const Drag& drag) {
+    if (drag.kind != DragKind::kMove && drag.kind != DragKind::kLeg) return;
+    const auto place = position_at(drag.from);
+    if (!place) {
+        message_ = "There is no position for a waypoint here.";
+        return;
+    }
+    route_changed_ = true;
+    if (drag.kind == DragKind::kLeg)
+        route_.insert(drag.index, {*place, ""});
+    else
+        route_.add({*place, ""});
+}
+
+void View::remove_waypoint(ScreenPixel at) {
+    if (!route_mode_) return;
+    const auto waypoint = waypoint_at(scene_at(at), waypoints(), at, kReach * scale_);
+    if (!waypoint) return;
+    route_.remove(*waypoint);
+    route_changed_ = true;
+}
+
+void View::leave() {
+    pointer_.reset();
+}
+
+void View::do_command(Command command) {
+    message_.clear();
+    hides_problems_ = hides_problems_ || command == Command::kLeave;
+    if (command != Command::kQuit && (do_prompt_command(command) || do_route_command(command))) return;
+    const auto toggle = [](bool& flag) { flag = !flag; };
+    switch (command) {
+        case Command::kPanLeft:
+            return pan(kKeyPan, 0);
+        case Command::kPanRight:
+            return pan(-kKeyPan, 0);
+        case Command::kPanUp:
+            return pan(0, kKeyPan);
+        case Command::kPanDown:
+            return pan(0, -kKeyPan);
+        case Command::kCloser:
+            return zoom(1);
+        case Command::kWider:
+            return zoom(-1);
+        case Command::kTurnLeft:
+            return turn(kKeyTurn);
+        case Command::kTurnRight:
+            return turn(-kKeyTurn);
+        case Command::kNorthUp:
+            return turn(-map_.course_up());
+        case Command::kCourseUp:
+            toggle(course_up_);
+            if (!course_up_) return turn(-map_.course_up());
+            return follow();
+        case Command::kFollow:
+            toggle(follows_);
+            return follow();
+        case Command::kAll:
+            follows_ = false;
+            return show_all();
+        case Command::kMoreDetail:
+            return step_detail(-1);
+        case Command::kLessDetail:
+            return step_detail(1);
+        case Command::kSheet:
+            return toggle_sheet();
+        case Command::kOutlines:
+            return toggle(shows_outlines_);
+        case Command::kGrid:
+            return toggle(shows_grid_);
+        case Command::kPoints:
+            return toggle(shows_points_);
+        case Command::kColours:
+            scheme_ = static_cast<ColourScheme>((static_cast<int>(scheme_) + 1) % 3);
+            return;
+        case Command::kSave:
+            return save(free_path(options_.picture_folder, "chart", ".png"));
+        case Command::kHelp:
+            return toggle(shows_help_);
+        case Command::kLeave:
+            shows_help_ = false;
+            return;
+        case Command::kQuit:
+            return end();
+        default:
+            return;
+    }
+}
+
+// Returns false if the command is none of a route's.
+bool View::do_route_command(Command command) {
+    switch (command) {
+        case Command::kRoute:
+            route_mode_ = !route_mode_;
+            return true;
+        case Command::kUndo:
+            if (!route_.undo()) message_ = "There is nothing to undo.";
+            route_changed_ = true;
+            return true;
+        case Command::kClear:
+            route_changed_ = route_changed_ || !waypoints().empty();
+            route_.clear();
+            target_ = 1;
+            return true;
+        case Command::kWaypoint:
+            target_ = (target_ + 1) % std::max(waypoints().size(), std::size_t{1});
+            return true;
+        case Command::kGoTo:
+            open_prompt(PromptKind::kGoTo);
+            return true;
+        case Command::kLoad:
+            open_prompt(PromptKind::kLoad);
+            return true;
+        case Command::kSaveRoute:
+            open_prompt(PromptKind::kSave);
+            return true;
+        default:
+            return false;
+    }
+}
+
+void View::open_prompt(PromptKind kind) {
+    drag_.reset();
+    prompt_ = Prompt{kind, kind == PromptKind::kGoTo ? "" : route_path_, ""};
+}
+
+void View::type(const std::string& text) {
+    if (prompt_ && prompt_->text.size() + text.size() <= kLongestText) prompt_->text += text;
+}
+
+// While something is typed, keys belong to the text. Returns false if nothing is.
+bool View::do_prompt_command(Command command) {
+    if (!prompt_) return false;
+    if (command == Command::kUndo) remove_last_character(prompt_->text);
+    if (command == Command::kClear) prompt_->text.clear();
+    if (command == Command::kLeave) prompt_.reset();
+    if (command != Command::kEnter) return true;
+    const Prompt prompt = *prompt_;
+    const std::string reason = prompt.kind == PromptKind::kGoTo   ? go_to(prompt.text)
+                               : prompt.kind == PromptKind::kLoad ? load_route(prompt.text)
+                                                                  : save_route(prompt.text);
+    if (reason.empty())
+        prompt_.reset();
+    else
+        prompt_->reason = reason;
+    return true;
+}
+
+// Returns why it cannot.
+std::string View::go_to(const std::string& text) {
+    const auto parsed = zellap10::plotter::parse_position(text);
+    if (!parsed.position) return parsed.reason;
+    user_moved_ = true;
+    follows_ = false;
+    message_ = zellap10::plotter::format_position(*parsed.position);
+    const auto& base = sheet_ ? sheet_->georeferences().chart() : std::nullopt;
+    const auto pixel =
+        base && base->covers(*parsed.position) ? base->pixel_of(*parsed.position) : std::nullopt;
+    if (pixel) {
+        sheet_->show(*pixel, sheet_->viewport().reduction);
+    } else {
+        sheet_ = nullptr;
+        show(*parsed.position, map_.metres_per_pixel());
+    }
+    return {};
+}
+
+std::string View::load_route(const std::string& path) {
+    LoadedGpx loaded = load_gpx(path);
+    if (!loaded.routes) return loaded.reason;
+    if (loaded.routes->empty()) return path + " has no route.";
+    file_routes_ = std::move(*loaded.routes);
+    route_.replace(file_routes_.front().waypoints);
+    route_path_ = path;
+    route_changed_ = false;
+    target_ = 1;
+    const std::size_t count = file_routes_.size();
+    message_ = "Loaded " + (count > 1 ? "the first of " + std::to_string(count) + " routes of " : "") +
+               short_path(path);
+    return {};
+}
+
+// Other routes of the file that was loaded stay in it.
+std::string View::save_route(const std::string& path) {
+    std::vector<GpxRoute> routes = path == route_path_ ? file_routes_ : std::vector<GpxRoute>();
+    if (routes.empty()) routes.resize(1);
+    routes.front().waypoints = waypoints();
+    std::string reason = save_gpx(path, routes);
+    if (!reason.empty()) return reason;
+    file_routes_ = std::move(routes);
+    route_path_ = path;
+    route_changed_ = false;
+    message_ = "Saved the route as " + path;
+    return {};
+}
+
+// A route that was not saved is saved under a new name, whatever ends the program.
+void View::end() {
+    over_ = true;
+    if (!route_changed_ || waypoints().empty()) return;
+    const std::string reason = save_route(free_path(options_.route_folder, "route", ".gpx"));
+    if (!reason.empty()) message_ = reason;
+}
+
+void View::save(const std::string& path) {
+    save_path_ = path;
+    save_failure_.clear();
+    complete_ = false;
+}
+
+void View::set_receiver(std::unique_ptr<FixSource> receiver) {
+    receiver_ = std::move(receiver);
+    follows_ = true;
+}
+
+void View::look_for_fixes() {
+    if (!receiver_) return;
+    const FixNews news = receiver_->take();
+    const bool is_first = !track_.last_fix() && !news.fixes.empty();
+    const auto now = options_.now();
+    for (const Fix& fix : news.fixes)
+        track_.add(fix, now);
+    lost_ = track_.is_lost(now);
+    receiver_status_ = news.status;
+    if (news.broken_lines > 0)
+        receiver_status_ +=
+            (news.status.empty() ? "" : ", ") + std::to_string(news.broken_lines) + " broken lines";
+    if (news.fixes.empty()) return;
+    const std::size_t next = advance_waypoint(track_.last_fix()->position, waypoints(), target_);
+    if (next != target_) message_ = "Waypoint " + std::to_string(next) + " is reached.";
+    target_ = next;
+    if (is_first && !user_moved_) {
+        const auto charts = catalogue_->covering(track_.last_fix()->position);
+        user_moved_ = !charts.empty();
+        show(track_.last_fix()->position,
+             charts.empty() ? map_.metres_per_pixel()
+                            : charts.front()->metres_per_pixel.value_or(map_.metres_per_pixel()));
+    }
+    follow();
+}
+
+// Brings the ship into the middle, by whole pixels, which is cheap to draw, and its course to the top.
+void View::follow() {
+    const auto& fix = track_.last_fix();
+    if (!fix) return;
+    if (course_up_ && fix->course && fix->speed.value_or(0) > kLeastSpeed &&
+        std::abs(std::remainder(*fix->course - map_.course_up(), 360)) > kTurnFrom)
+        map_ = map_.turned_to(*fix->course);
+    if (!follows_ || drag_) return;
+    const auto ship = map_.to_screen(fix->position);
+    const ScreenPixel centre = middle();
+    const Box near = map_scene(map_, theme_for(scheme_)).box.grown(map_.size().width);
+    if (ship && near.contains(*ship))
+        map_ = map_.moved_by(std::round(ship->x - centre.x), std::round(ship->y - centre.y));
+    else
+        show(fix->position, map_.metres_per_pixel());
+}
+
+}  // namespace viewer
