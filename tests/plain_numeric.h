@@ -20,17 +20,15 @@ using Pair = std::array<Wide, 2>;    // latitude and longitude in degrees, or x 
 using Triple = std::array<Wide, 3>;  // the same with a height, or x, y and z
 
 /// The meridian arc from the equator to a latitude in radians, as a part of the semi-major axis.
-template <class Real>
-Real arc(const tagPPARMS& p, Real phi) {
-    const Real e2 = p.e2, e4 = p.e4, e6 = p.e6;
+inline Wide arc(const tagPPARMS& p, Wide phi) {
+    const Wide e2 = p.e2, e4 = p.e4, e6 = p.e6;
     return (1 - e2 * 0.25 - e4 * 0.046875 - e6 * 0.01953125) * phi -
            (e2 * 0.375 + e4 * 0.09375 + e6 * 0.0439453125) * std::sin(2 * phi) +
            (e4 * 0.05859375 + e6 * 0.0439453125) * std::sin(4 * phi) -
            e6 * 0.011393229166666666 * std::sin(6 * phi);
 }
 
-template <class Real>
-Real prime_vertical_radius(const tagPPARMS& p, Real phi) {
+inline Wide prime_vertical_radius(const tagPPARMS& p, Wide phi) {
     return p.a / std::sqrt(1 - std::sin(phi) * std::sin(phi) * p.e2);
 }
 
@@ -72,10 +70,9 @@ inline Pair utm_i(const tagPPARMS& p, const Pair& plane) {
             (D * (1 - third + fifth) / c + p.lon0) * RAD_TO_DEG};
 }
 
-template <class Real>
-std::array<Real, 2> polyconic_f(const tagPPARMS& p, const std::array<Real, 2>& at) {
-    const Real phi = at[0] * DEG_TO_RAD, dlam = at[1] * DEG_TO_RAD - p.lon0, w = 1 / std::tan(phi);
-    const Real E = dlam * std::sin(phi), N = prime_vertical_radius(p, phi);
+inline Pair polyconic_f(const tagPPARMS& p, const Pair& at) {
+    const Wide phi = at[0] * DEG_TO_RAD, dlam = at[1] * DEG_TO_RAD - p.lon0, w = 1 / std::tan(phi);
+    const Wide E = dlam * std::sin(phi), N = prime_vertical_radius(p, phi);
     return {w * std::sin(E) * N, w * (1 - std::cos(E)) * N + (arc(p, phi) * p.a - p.poly_m0)};
 }
 

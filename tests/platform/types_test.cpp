@@ -65,11 +65,6 @@ TEST(CStringFormat, PrintsAsPrintf) {
 #endif
 }
 
-TEST(CSizeOfNothing, IsZeroByZero) {
-    EXPECT_EQ(CSize().cx, 0);
-    EXPECT_EQ(CSize().cy, 0);
-}
-
 TEST(CListPlaces, StayGoodWhileTheListGrows) {
     CList<int, int> list;
     EXPECT_EQ(list.GetHeadPosition(), nullptr);

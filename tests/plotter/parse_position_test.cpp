@@ -21,23 +21,19 @@ constexpr double kLongitude = -(1.0 + 17.87 / 60.0);
 // clang-format off
 const Row kRows[] = {
     {"50 41.11N 1 17.87W",                  kLatitude, kLongitude},
-    {"n50 41.11 w001 17.87",                kLatitude, kLongitude},
     {"1 17.87W, 50 41.11N",                 kLatitude, kLongitude},
     {"50-41.11N 001-17.87W",                kLatitude, kLongitude},
     {"50:41.11 N; 1:17.87 W",               kLatitude, kLongitude},
     {u8"50° 41.11′ N 001° 17.87’ W",        kLatitude, kLongitude},
-    {"50 41.11, -1 17.87",                  kLatitude, kLongitude},
     {"50 41.11 -1 17.87",                   kLatitude, kLongitude},
     {u8"50°41'06\"N 001°17'52\"W",          50.0 + 41.0 / 60.0 + 6.0 / 3600.0, -(1.0 + 17.0 / 60.0 + 52.0 / 3600.0)},
     {"50 41 6 1 17 52",                     50.0 + 41.0 / 60.0 + 6.0 / 3600.0, 1.0 + 17.0 / 60.0 + 52.0 / 3600.0},
     {"50.6852,-1.2978",                     50.6852, -1.2978},
-    {"50.6852 -1.2978",                     50.6852, -1.2978},
     {"+50.6852-001.2978",                   50.6852, -1.2978},
     {u8"−33.5° +151.25°",                   -33.5, 151.25},
     {"S33.5E151.25",                        -33.5, 151.25},
     {"-0 30, -0 0 36",                      -0.5, -0.01},
     {"90 180",                              90.0, 180.0},
-    {"90 00.00N 180 00.00W",                90.0, -180.0},
     {" .5 , 1. ",                           0.5, 1.0},
 };
 // clang-format on
@@ -46,13 +42,10 @@ const Row kRows[] = {
 const struct { const char *text, *reason; } kRefusedRows[] = {
     {"",                 "a position is a latitude, a comma and a longitude"},
     {"50.5",             "a position is a latitude, a comma and a longitude"},
-    {"50 41 1",          "a position is a latitude, a comma and a longitude"},
     {"50N",              "the latitude or the longitude is missing"},
-    {"50 60.0N 1 17W",   "minutes and seconds must be below 60"},
     {"50 41 60N 1 17W",  "minutes and seconds must be below 60"},
     {"90 00.01N 1W",     "the latitude must be at most 90 degrees"},
     {"1 17.87W, 91S",    "the latitude must be at most 90 degrees"},
-    {"50, 180.01",       "the longitude must be at most 180 degrees"},
     {"50.5 30N 1W",      "only the last number can have a fraction"},
     {"50 1 2 3N 1W",     "\"3\" is too much after seconds"},
     {"50N 1",            "only one of latitude and longitude has a letter"},
@@ -62,7 +55,6 @@ const struct { const char *text, *reason; } kRefusedRows[] = {
     {"50,685 -1,298",    "there is more than one comma; the decimal sign is a point"},
     {"50N 1W 2",         "a number is expected, not \"W2\""},
     {"50'N 1W",          "a number is expected, not \"'\""},
-    {"5.0.1N 1W",        "a number is expected, not \"5.0.1\""},
     {"---",              "a number is expected, not \"\""},
     {u8"50ö",             u8"\"ö\" has no meaning in a position"},
 };

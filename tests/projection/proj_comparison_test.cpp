@@ -25,19 +25,6 @@ using zellap10::datum::DatumFigures;
 
 using Operation = std::unique_ptr<PJ, decltype(&proj_destroy)>;
 
-template <class... Arguments>
-Operation operation(const char* format, Arguments... arguments) {
-    char text[400];
-    std::snprintf(text, sizeof text, format, arguments...);
-    Operation result(proj_create(PJ_DEFAULT_CTX, text), &proj_destroy);
-    EXPECT_NE(result, nullptr) << text;
-    return result;
-}
-
-PJ_COORD radians(double lat, double lon) {
-    return proj_coord(proj_torad(lon), proj_torad(lat), 0.0, 0.0);
-}
-
 struct Bounds {
     double x_m, y_m, lat_deg, lon_deg;
 };
@@ -65,7 +52,7 @@ const FamilyRow kFamilyRows[] = {
 
 void compare(const FamilyRow& row, const PPARMS& parms, PJ* proj, double lat, double dlon) {
     const double lon = row.lon0 + dlon;
-    const PJ_COORD plane = proj_trans(proj, PJ_FWD, radians(lat, lon));
+    const PJ_COORD plane = proj_trans(proj, PJ_FWD, proj_coord(proj_torad(lon), proj_torad(lat), 0.0, 0.0));
     double x = 0.0, y = 0.0, back_lat = 0.0, back_lon = 0.0;
     project_f(row.code, &parms, lat, lon, &x, &y);
     EXPECT_NEAR(x, plane.xy.x, row.bounds.x_m) << lat << ' ' << dlon;
@@ -83,8 +70,11 @@ TEST(ProjComparison, ProjectionsAgreeWithinTheirConstantsAndSeries) {
             SCOPED_TRACE(std::string(row.name) + ", datum " + std::to_string(datum));
             PPARMS parms;
             project_init2(row.code, row.lat0, row.lon0, row.lat1, row.lat2, datum, &parms);
-            const Operation proj =
-                operation("%s +over +a=%.17g +f=%.17g", row.definition, figures.a, figures.f);
+            char text[400];
+            std::snprintf(text, sizeof text, "%s +over +a=%.17g +f=%.17g", row.definition, figures.a,
+                          figures.f);
+            const Operation proj(proj_create(PJ_DEFAULT_CTX, text), &proj_destroy);
+            ASSERT_NE(proj, nullptr) << text;
             for (double lat = row.lat_from; lat <= row.lat_to; lat += 6.4) {
                 for (double part : {-1.0, -0.37, 0.0, 0.61, 1.0}) {
                     compare(row, parms, proj.get(), lat, part * row.dlon);

@@ -92,11 +92,9 @@ TEST(Gpx, RefusesADamagedFileWithItsLine) {
         {"latitude",            kHead + kPoint + "<rte>\n<rtept lat=\"90.01\" lon=\"2\"/></rte></gpx>", "line 5: lat must be a number from -90 to 90"},
         {"longitude",           kHead + kPoint + "<rte><rtept lat=\"9\" lon=\"-180.01\"/></rte></gpx>", "line 4: lon must be a number from -180 to 180"},
         {"missing",             kHead + "<rte><rtept lat=\"9\"/></rte></gpx>", "line 3: lon"},
-        {"exponent",            kHead + "<rte><rtept lat=\"9e0\" lon=\"1\"/></rte></gpx>", "line 3: lat"},
         {"decimal comma",       kHead + "<rte><rtept lat=\"9,5\" lon=\"1\"/></rte></gpx>", "line 3: lat"},
         {"earlier version",     "<gpx xmlns=\"http://www.topografix.com/GPX/1/0\" version=\"1.0\"/>", "line 1: not GPX 1.1"},
         {"prefix unknown",      kHead + "\n<x:rte/></gpx>", "line 4: "},
-        {"not UTF-8",           kHead + "<rte><name>\xE9</name></rte></gpx>", "line 3: "},
         {"entities",            "<!DOCTYPE gpx [<!ENTITY a \"b\">]>" + kHead.substr(22) + "<rte><name>&a;</name></rte></gpx>", "document type"},
         {"empty",               "", ": "},
         // clang-format on

@@ -1,6 +1,7 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -10,7 +11,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <testing/temp_folder.h>
@@ -119,40 +119,23 @@ TEST(FixFeed, KeepsTheNewestFixes) {
     EXPECT_EQ(fixes.back().time, 1499.0);
 }
 
-// A real gpsd that replays a log again and again.
-class FakeReceiver {
-public:
-    FakeReceiver(const std::string& log, const std::string& port) : process_(fork()) {
-        if (process_ != 0) return;
-        const int nowhere = open("/dev/null", O_WRONLY);
-        dup2(nowhere, STDOUT_FILENO);
-        dup2(nowhere, STDERR_FILENO);
-        execlp("gpsfake", "gpsfake", "-q", "-c", "0.1", "-P", port.c_str(), log.c_str(), nullptr);
-        _exit(127);
-    }
-    ~FakeReceiver() {
-        kill(process_, SIGINT);
-        waitpid(process_, nullptr, 0);
-    }
-    FakeReceiver(const FakeReceiver&) = delete;
-    FakeReceiver& operator=(const FakeReceiver&) = delete;
-
-private:
-    pid_t process_;
-};
-
 TEST(Gpsd, ConnectsAgain) {
     if (std::system("command -v gpsfake >/dev/null") != 0) GTEST_SKIP() << "gpsfake is not installed";
     const TempFolder folder;
-    const std::string log = folder.write("log", kLog);
     const std::string port = std::to_string(20000 + getpid() % 10000);
     auto source = read_gpsd("localhost:" + port, {});
     if (source == nullptr) GTEST_SKIP() << "built without libgps";
     wait_for(*source, [](const FixNews& all) { return has_status(all, "can't connect"); });
-    {
-        const FakeReceiver receiver(log, port);
-        const FixNews news = wait_for(*source, [](const FixNews& all) { return all.fixes.size() > 2; });
-        EXPECT_EQ(news.status, "");
+
+    // A real gpsd that replays a log again and again.
+    const std::string command =
+        "echo $$; exec gpsfake -q -c 0.1 -P " + port + " " + folder.write("log", kLog) + " >/dev/null 2>&1";
+    FILE* const receiver = popen(command.c_str(), "r");
+    int process = 0;
+    ASSERT_EQ(std::fscanf(receiver, "%d", &process), 1);
+    const FixNews news = wait_for(*source, [](const FixNews& all) { return all.fixes.size() > 2; });
+    EXPECT_EQ(news.status, "");
+    if (!news.fixes.empty()) {
         const Fix& fix = news.fixes.back();
         EXPECT_NEAR(fix.position.latitude, 48.1173, 1e-4);
         EXPECT_NEAR(fix.position.longitude, 11.5167, 1e-4);
@@ -160,6 +143,8 @@ TEST(Gpsd, ConnectsAgain) {
         EXPECT_NEAR(fix.course.value_or(0.0), 84.4, 0.01);
         EXPECT_TRUE(fix.time.has_value());
     }
+    kill(process, SIGINT);
+    pclose(receiver);
     wait_for(*source, [](const FixNews& all) { return !all.status.empty(); });
     expect_end_in_time(source);
 }
