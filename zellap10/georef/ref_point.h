@@ -19,6 +19,7 @@ public:
     /// Copies all five fields; a point may be assigned to itself.
     CRefPoint& operator=(const CRefPoint& other);
 
+    /// A derived class may be deleted through a pointer to its CRefPoint.
     virtual ~CRefPoint();
 
     CString Name;            ///< the text before the "=" of its line

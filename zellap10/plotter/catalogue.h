@@ -71,8 +71,8 @@ public:
 
     Catalogue();
     ~Catalogue();
-    Catalogue(Catalogue&&) noexcept;
-    Catalogue& operator=(Catalogue&&) noexcept;
+    Catalogue(Catalogue&&) noexcept;             ///< entries stay at their addresses
+    Catalogue& operator=(Catalogue&&) noexcept;  ///< entries stay at their addresses
 
     /// Adds a chart and those of its insets that cover something. A file that is added again is in it twice.
     ///

@@ -28,7 +28,7 @@ enum class Fault {
 
 /// A fault and its description.
 struct Diagnosis {
-    Fault fault;
+    Fault fault;       ///< the first one found
     std::string text;  ///< one or two English sentences; paths in it are spelled as given
 };
 

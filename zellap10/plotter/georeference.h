@@ -59,12 +59,16 @@ public:
     /// pixel_of for a position in the chart's own datum.
     [[nodiscard]] std::optional<ChartPixel> pixel_of_chart_datum(Position position) const;
 
-    /// Shifts a position by the record's two offsets, from the chart's own datum to WGS 84 and back.
+    /// Shifts a position from the chart's own datum to WGS 84, by the record's two offsets.
     [[nodiscard]] Position to_wgs84(Position in_chart_datum) const;
+
+    /// Shifts a position from WGS 84 to the chart's own datum, by the record's two offsets.
     [[nodiscard]] Position to_chart_datum(Position wgs84) const;
 
-    /// The outline in WGS 84 and in the chart's own datum.
+    /// The outline in WGS 84.
     [[nodiscard]] const Outline& outline() const;
+
+    /// The outline in the chart's own datum.
     [[nodiscard]] const Outline& chart_datum_outline() const;
 
     /// The outline on the raster. Between the corners of the outline it has further ones, so that its edges

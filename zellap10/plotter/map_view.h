@@ -51,8 +51,8 @@ public:
     /// wider than the earth.
     [[nodiscard]] Extent extent() const;
 
-    [[nodiscard]] Position centre() const { return centre_; }
-    [[nodiscard]] ScreenSize size() const { return size_; }
+    [[nodiscard]] Position centre() const { return centre_; }      ///< WGS 84
+    [[nodiscard]] ScreenSize size() const { return size_; }        ///< of the screen
     [[nodiscard]] double course_up() const { return course_up_; }  ///< DEGREES, from 0 up to 360
 
     /// Metres on the ground at the centre. The same picture has fewer nearer to a pole.

@@ -13,8 +13,8 @@ namespace zellap10::plotter {
 
 /// A position, or why there is none.
 struct ParsedPosition {
-    std::optional<Position> position;
-    std::string reason;  ///< for a person; empty if there is a position
+    std::optional<Position> position;  ///< empty if the text is not a position
+    std::string reason;                ///< for a person; empty if there is a position
 };
 
 /// Reads a typed position, such as 50 41.11N 1 17.87W, 50&deg;41'06"N 001&deg;17'52"W, 50-41.11N 001-17.87W,

@@ -31,8 +31,10 @@ public:
     /// Square pixels.
     [[nodiscard]] double area() const { return area_; }
 
-    /// The corners of the smallest box around it; both 0, 0 without corners.
+    /// The upper left corner of the smallest box around it; 0, 0 without corners.
     [[nodiscard]] ChartPixel upper_left() const { return upper_left_; }
+
+    /// The lower right corner of the smallest box around it; 0, 0 without corners.
     [[nodiscard]] ChartPixel lower_right() const { return lower_right_; }
 
 private:

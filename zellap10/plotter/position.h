@@ -28,8 +28,8 @@ struct ScreenPixel {
 
 /// A size on the screen, in pixels.
 struct ScreenSize {
-    int width = 0;
-    int height = 0;
+    int width = 0;   ///< columns
+    int height = 0;  ///< rows
 };
 
 /// The datum of a position or of an outline.

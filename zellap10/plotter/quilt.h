@@ -34,6 +34,7 @@ namespace zellap10::plotter {
 /// waits for them. One thread at a time may call a quilt. Nothing is thrown but std::bad_alloc.
 class Quilt {
 public:
+    /// How a quilt works.
     struct Options {
         /// Limit of the decoded chart data; below 32 MiB counts as 32 MiB.
         std::size_t memory_bytes = std::size_t{256} << 20;
@@ -61,12 +62,15 @@ public:
 
     /// A chart file that cannot be shown.
     struct Problem {
-        std::string path;
+        std::string path;  ///< of the chart file
         std::string text;  ///< the reason in English
     };
 
     /// @param catalogue  not null; nothing may be added to it any more
+    /// @param options    numbers out of range are held at their limits
     explicit Quilt(std::shared_ptr<const Catalogue> catalogue, Options options);
+
+    /// The same with the default options.
     explicit Quilt(std::shared_ptr<const Catalogue> catalogue);
 
     /// Stops the worker threads, within 0.2 s.
