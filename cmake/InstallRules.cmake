@@ -5,6 +5,9 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zellap10)
 
 install(TARGETS zellap10 zellap10_plotter EXPORT zellap10 FILE_SET HEADERS)
+if(MSVC AND BUILD_SHARED_LIBS)
+  install(FILES $<TARGET_PDB_FILE:zellap10> DESTINATION ${CMAKE_INSTALL_BINDIR} OPTIONAL)
+endif()
 # The library needs no other package, so its targets are the whole package.
 install(
   EXPORT zellap10
@@ -20,11 +23,12 @@ file(RELATIVE_PATH zellap10_pc_libdir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_LIB
 file(RELATIVE_PATH zellap10_pc_includedir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 set(zellap10_pc_libs -lzellap10)
 set(zellap10_pc_cflags)
-if(WIN32)
-  string(APPEND zellap10_pc_libs " -lgdi32")
-endif()
 if(NOT BUILD_SHARED_LIBS)
   set(zellap10_pc_cflags " -DZELLAP10_STATIC")
+endif()
+if(WIN32)
+  get_target_property(zellap10_name zellap10 OUTPUT_NAME)
+  set(zellap10_pc_libs "-l${zellap10_name} -lgdi32")
 endif()
 foreach(name IN ITEMS zellap10 zellap10-plotter)
   configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)

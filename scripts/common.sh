@@ -22,6 +22,7 @@ PYTHON_TEST_PACKAGES=(python3-distributed python3-tifffile python3-pil python3-m
 # And of what builds and runs the tests for another system.
 CROSS_PACKAGES=(cmake ninja-build googletest locales pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
+WINDOWS32_PACKAGES=(g++-mingw-w64-i686-posix wine wine64)
 ARM64_PACKAGES=(g++-aarch64-linux-gnu qemu-user)
 
 say() { printf '== %s\n' "$*"; }
@@ -56,6 +57,31 @@ need_packages() {
     { as_root apt-get update -qq &&
         as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
             "${missing[@]}" >/dev/null; } || fail "please install: apt-get install ${missing[*]}"
+}
+
+# need_wine32: unpacks wine's 32-bit libraries in build/wine32 unless wine32 is installed. They need no package of that
+# architecture, since 64-bit wine runs them too.
+need_wine32() {
+    local folder=$ROOT/build/wine32
+    ! is_installed wine32:i386 && [ ! -d "$folder/usr" ] || return 0
+    say "fetching the 32-bit libraries of wine to build/wine32"
+    rm -rf "$folder"
+    mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial"
+    cat >"$folder/apt.conf" <<END
+APT::Architectures { "amd64"; "i386"; };
+APT::Sandbox::User "$(id -un)";
+Dir::State::lists "$folder/lists";
+Dir::Cache "$folder/cache";
+END
+    (
+        cd "$folder"
+        export APT_CONFIG=$folder/apt.conf
+        apt-get update -qq >/dev/null 2>&1 || true  # an index of another source may be broken
+        apt-get download -qq "libwine:i386=$(dpkg-query -W -f '${Version}' libwine)" >/dev/null 2>&1 &&
+            dpkg-deb -x libwine_*.deb unpacked && mv unpacked/usr .
+        rm -rf lists cache unpacked apt.conf ./*.deb
+    )
+    [ -d "$folder/usr" ] || fail "please install wine32:i386: dpkg --add-architecture i386; apt-get update; apt-get install wine32:i386"
 }
 
 need_cmake() {

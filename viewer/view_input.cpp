@@ -346,8 +346,8 @@ void View::follow() {
     if (!follows_ || drag_) return;
     const auto ship = map_.to_screen(fix->position);
     const ScreenPixel centre = middle();
-    const Box near = map_scene(map_, theme_for(scheme_)).box.grown(map_.size().width);
-    if (ship && near.contains(*ship))
+    const Box around = map_scene(map_, theme_for(scheme_)).box.grown(map_.size().width);
+    if (ship && around.contains(*ship))
         map_ = map_.moved_by(std::round(ship->x - centre.x), std::round(ship->y - centre.y));
     else
         show(fix->position, map_.metres_per_pixel());

@@ -7,6 +7,12 @@
 #include <zellap10/georef/geo_record.h>
 #include <zellap10/platform/platform.h>
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning( \
+    disable : 4251)  // members of other libraries' types: application and library share the runtime
+#endif
+
 /// One raster chart: its header, its colours, its pixels and its georeference.
 ///
 /// The usual order of calls is: construct; OpenZellap; GetDocumentSize and GetPaletteHandle; any number of
@@ -152,3 +158,7 @@ public:
         nullptr;  ///< LineCount + 1 file offsets, owned; the last is that of the table
     unsigned char ColourIndex[32 * 32 * 32] = {};  ///< palette index by the upper 5 bits of red, green, blue
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -6,6 +6,12 @@
 #include <zellap10/platform/platform.h>
 #include <zellap10/projection/projection.h>
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning( \
+    disable : 4251)  // members of other libraries' types: application and library share the runtime
+#endif
+
 /// A rectangle of pixels.
 struct PixelRect {
     int left = 0;    ///< smallest column
@@ -286,3 +292,7 @@ public:
     double MeanLon = 0.0;  ///< half the sum of MinLon and MaxLon
     double MaxLon = 0.0;   ///< largest longitude of Vertices, DEGREES
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -1,31 +1,13 @@
 #pragma once
 
-#include <string>
-
-#if !defined(_WIN32)
-#include <locale.h>
-#endif
+#include <cstdarg>
+#include <cstddef>
 
 namespace zellap10::platform {
 
-/// While an object of this class lives, the C library's functions on the calling thread read and print
-/// numbers as in the "C" locale. Other threads, and the application's own setting, are not touched. Making
-/// one may throw std::bad_alloc.
-class CLocaleScope {
-public:
-    CLocaleScope();
-    ~CLocaleScope();
-    CLocaleScope(const CLocaleScope&) = delete;
-    CLocaleScope& operator=(const CLocaleScope&) = delete;
-
-private:
-#if defined(_WIN32)
-    std::string numeric_before_;  // first: it may throw, and nothing is changed yet
-    int per_thread_before_;
-#else
-    locale_t c_locale_;
-    locale_t before_;
-#endif
-};
+/// strtod and vsnprintf of the C library as in the "C" locale, whatever locale the application has set. Other
+/// threads, and that setting, are not touched. Throw std::bad_alloc if the "C" locale cannot be allocated.
+double strtod_in_c_locale(const char* text, char** end);
+int vsnprintf_in_c_locale(char* buffer, std::size_t size, const char* format, std::va_list arguments);
 
 }  // namespace zellap10::platform

@@ -1,7 +1,6 @@
 #include "zellap10/platform/number_text.h"
 
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 #include <string_view>
 
@@ -41,10 +40,9 @@ int incomplete_exponent(std::string_view taken, const char* rest) {
 }
 
 double number_at(const char* text, const char** end) {
-    const CLocaleScope c_locale;
-    char* behind = nullptr;
-    const double number = std::strtod(text, &behind);
-    *end = behind;
+    char* after = nullptr;
+    const double number = strtod_in_c_locale(text, &after);
+    *end = after;
     return number;
 }
 

@@ -8,13 +8,25 @@
 
 #if defined(_WIN32)
 
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
+// windows.h in part, without the macros min and max. An application that needs more of windows.h includes it
+// first.
 #if !defined(WIN32_LEAN_AND_MEAN)
 #define WIN32_LEAN_AND_MEAN
+#define ZELLAP10_LEAN
+#endif
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#define ZELLAP10_NOMINMAX
 #endif
 #include <windows.h>
+#if defined(ZELLAP10_LEAN)
+#undef ZELLAP10_LEAN
+#undef WIN32_LEAN_AND_MEAN
+#endif
+#if defined(ZELLAP10_NOMINMAX)
+#undef ZELLAP10_NOMINMAX
+#undef NOMINMAX
+#endif
 
 #else
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <zellap10/platform/export.h>
+#include <zellap10/platform/iterator_level.h>
 
 #if defined(__MINGW_PRINTF_FORMAT)
 #define ZELLAP10_PRINTF_MEMBER(format_index, first_argument) \
@@ -15,6 +16,12 @@
     __attribute__((format(printf, format_index, first_argument)))
 #else
 #define ZELLAP10_PRINTF_MEMBER(format_index, first_argument)
+#endif
+
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning( \
+    disable : 4251)  // members of other libraries' types: application and library share the runtime
 #endif
 
 /// An owned, counted text of 8-bit characters, which are stored as they come.
@@ -40,7 +47,8 @@ public:
 
     /// Replaces the text by what printf makes of the arguments in the "C" locale, whatever locale the
     /// application has set: the decimal sign is always a point. An argument may point into this same text.
-    /// A format that printf refuses leaves the text empty.
+    /// A format that printf refuses leaves the text empty. Do not use %n: the C runtime of Windows ends the
+    /// process.
     void Format(const char* format, ...) ZELLAP10_PRINTF_MEMBER(2, 3);
 
     /// The text, ended by a zero; good until the next change of this object.
@@ -146,3 +154,7 @@ struct CSize {
     int cx = 0;  ///< width
     int cy = 0;  ///< height
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -1,0 +1,3 @@
+#pragma once
+// For the headers of libxml2.
+typedef void* iconv_t;

@@ -1,0 +1,4 @@
+#pragma once
+// For the headers of libxml2.
+struct UConverter;
+typedef char16_t UChar;
