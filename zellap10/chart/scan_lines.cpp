@@ -13,8 +13,9 @@ using zellap10::chart::PieceBytes;
 using zellap10::chart::Pieces;
 using zellap10::chart::Run;
 
-// Pixels after a run that may change. Short runs, which are most, and medium ones are then stores of a fixed
-// size, which cost less than mispredicted branches on the length.
+// fill_run may write past the end of a run, up to kSpare pixels from its start. So it sets short runs, which
+// are most, and medium ones with stores of a fixed size. These cost less than mispredicted branches on the
+// length.
 constexpr std::size_t kShortRun = 64;
 constexpr std::size_t kSpare = 256;
 
@@ -52,9 +53,9 @@ void CZellap::vNextCRL(int* colour, int* runLength) {
 int CZellap::getLine(int line, unsigned char* dest) {
     if (!zellap10::chart::is_inside(*this, line, 1, 0, 0)) return 0;
     if (Width <= 0) return 1;
-    // If a run goes past Width, dest must not change after the runs before it. So fill_run, which writes past
-    // the end of a run, writes to this buffer, which is copied to dest in large pieces. The copy takes a
-    // fifth of the time of a line with runs of 180 pixels, and a twelfth with runs of 20.
+    // If a run goes past Width, dest must not change after the runs before it. But fill_run writes past the
+    // end of a run. So it writes to this buffer, and flush copies large pieces of it to dest. The copy takes
+    // a fifth of the time of a line with runs of 180 pixels, and a twelfth with runs of 20.
     constexpr std::size_t kSize = 2048;
     unsigned char pixels[kSize + kSpare];
     std::size_t used = 0;

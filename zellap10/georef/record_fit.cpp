@@ -10,7 +10,7 @@ using zellap10::fit::kTerms;
 using zellap10::fit::Regions;
 using zellap10::fit::Samples;
 
-// Leaves a second region that is not used as it was.
+// If the fit has one region, the polynomials of the second do not change.
 void store(const Regions& regions, double (&first)[2][kTerms], double (&second)[2][kTerms], double& split) {
     for (int region = 0; region < regions.count; ++region) {
         std::copy_n(regions.fitted[region].first, kTerms, first[region]);
@@ -19,7 +19,7 @@ void store(const Regions& regions, double (&first)[2][kTerms], double (&second)[
     split = regions.split;
 }
 
-// While this object lives, Points have the longitudes that the fit needs. A fit that fails leaves the record
+// While this object exists, Points have the longitudes that the fit needs. A fit that fails leaves the record
 // in its previous mode.
 class FitGuard {
 public:

@@ -18,12 +18,12 @@ namespace zellap10::plotter {
 struct CatalogueEntry {
     std::string path;          ///< of the chart file
     std::optional<int> inset;  ///< index in Sheet::insets(); empty for the chart itself
-    std::string name;          ///< from the georeference file; if it has none, a chart has that of its header
+    std::string name;          ///< from the georeference file; if empty there, a chart has that of its header
     std::optional<double> metres_per_pixel;  ///< as Georeference::metres_per_pixel
     Outline outline;                         ///< in WGS 84
     Extent extent;                           ///< of the outline
-    /// The parts of a chart's outline that its insets hide with their frames, which are on the 80 pixels
-    /// around the points of an inset.
+    /// The parts of a chart's outline that its insets hide. An inset hides its points and the 80 pixels
+    /// around them, where its frame is.
     std::vector<Outline> hidden;
 
     /// Whether the chart or the inset shows a position: inside the outline and not hidden.
@@ -34,7 +34,7 @@ struct CatalogueEntry {
 ///
 /// @param entry  of a catalogue
 /// @param sheet  of the chart at the entry's path
-/// @return       empty without a fit, and if the file has changed and no longer has the inset
+/// @return       empty if there is no fit, or if the file has changed and no longer has the inset
 [[nodiscard]] std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const Sheet& sheet);
 
 /// The files in a folder and in the folders below it.
@@ -51,17 +51,17 @@ struct FolderFiles {
 struct FolderReport {
     int added = 0;            ///< charts
     int skipped_folders = 0;  ///< as FolderFiles::skipped_folders
-    int opened = 0;           ///< files that were opened, since they were not known by Catalogue::load
+    int opened = 0;           ///< files that were opened because Catalogue::load did not know them
 };
 
 /// Charts and insets with what they cover. Files are opened for information only, and none stays open.
 ///
-/// Entries are returned in order of metres per pixel, most detailed first, because the texts of scales have
-/// too many forms. Entries without that figure come last. Equally detailed ones keep the order in which they
-/// were added. Entries stay valid as long as the catalogue exists.
+/// Entries are returned in order of metres per pixel, most detailed first. The scales of the charts are not
+/// used: they are texts in too many forms. Entries without metres per pixel come last. Equally detailed ones
+/// keep the order in which they were added. Entries stay valid as long as the catalogue exists.
 ///
-/// A catalogue of a large folder is filled fast with the help of a file that it was saved to before: `load`,
-/// `add_folder`, `save`. Only new and changed charts are then opened.
+/// To fill the catalogue of a large folder fast, keep it in a file: call `load`, `add_folder` and `save`.
+/// Then only new and changed charts are opened.
 ///
 /// Several threads may query a catalogue at the same time while nothing is added to it.
 class Catalogue {
@@ -74,7 +74,8 @@ public:
     Catalogue(Catalogue&&) noexcept;             ///< entries stay at their addresses
     Catalogue& operator=(Catalogue&&) noexcept;  ///< entries stay at their addresses
 
-    /// Adds a chart and those of its insets that cover something. A file that is added again is in it twice.
+    /// Adds a chart and those of its insets that cover something. If you add a file twice, its
+    /// entries are in the catalogue twice.
     ///
     /// The file is opened for information only: a truncated file is added, although OpenZellap with infoOnly
     /// 0 refuses it.
@@ -84,27 +85,27 @@ public:
     ///              or it has no georeference file that covers something
     bool add_file(const std::string& path);
 
-    /// Adds the charts among the files of files_below: those with a georeference file beside them. Files that
-    /// add_file refuses are ignored.
+    /// Adds the charts among the files of files_below: those with a georeference file next to them. Files
+    /// that add_file refuses are ignored.
     FolderReport add_folder(const std::string& path);
 
-    /// Saves what is known of the files that were added, and of those that were refused.
+    /// Saves what is known about the files that were added or refused.
     ///
-    /// @param path  a file of its own. It is replaced when all is written
+    /// @param path  the file to write. An existing file is replaced after everything is written
     /// @return      false if it cannot be written
     bool save(const std::string& path) const;
 
-    /// Loads what an earlier catalogue has saved. This adds no entries: it saves add_file from opening the
-    /// charts whose files have the same sizes and times as then.
+    /// Loads what an earlier catalogue has saved. This adds no entries. But add_file then does not open
+    /// charts whose files still have the same sizes and times.
     ///
-    /// @return  false if nothing was loaded: the file cannot be read, or is none of `save`
+    /// @return  false if nothing was loaded: the file cannot be read, or `save` did not write it
     bool load(const std::string& path);
 
     /// Makes add_file adopt what another catalogue knows, of files that have not changed since, without
     /// opening them.
     void know(const Catalogue& other);
 
-    /// The entries that show a position in WGS 84, which no place hidden by an inset does.
+    /// The entries that show a position in WGS 84. A chart does not show what its insets hide.
     [[nodiscard]] Entries covering(Position position) const;
 
     /// The entries that have a position in common with an extent in WGS 84.

@@ -14,7 +14,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kMostFiles = 2048;  // known, without their tiles
+constexpr std::size_t kMostFiles = 2048;  // kept in files_; their tiles have a limit of their own
 constexpr int kMostOpen = 64;             // chart objects, each with an open file
 constexpr int kMostTilesOfJob = 8;        // decoded together, which bounds the memory of a worker
 constexpr int kMostWidth = 1 << 24;       // a line of more pixels may take longer than 0.1 s
@@ -48,8 +48,8 @@ struct ChartStore::File {
     FileStamp stamp;
     Clock::time_point checked;
     std::uint64_t used = 0;       // the last drawing that asked for it
-    std::uint64_t requested = 0;  // the last drawing that had it opened or compared
-    bool busy = false;            // a worker has it, and alone touches the chart object
+    std::uint64_t requested = 0;  // the last drawing that requested to open or compare it
+    bool busy = false;            // a worker uses it; only that worker touches the chart object
     std::unique_ptr<CZellap> object;
 };
 
@@ -132,13 +132,13 @@ std::shared_ptr<const Tile> ChartStore::tile(File& file, const OpenedChart& open
 void ChartStore::end(bool announces) {
     {
         const Lock lock(mutex_);
-        // A chart that was forgotten meanwhile is asked for again.
+        // Drops requests for tiles of charts that were forgotten meanwhile. They are requested again later.
         requests_.erase(std::remove_if(requests_.begin(), requests_.end(),
                                        [](const auto& request) {
                                            return request.second && request.first->opened == nullptr;
                                        }),
                         requests_.end());
-        // What is present and was wanted stays; the first requests that fit beside it are met.
+        // Decoded tiles that were wanted stay. Requests that fit into the rest of the memory are queued.
         std::size_t missing = 0;
         for (const auto& request : requests_)
             missing += request.second ? bytes_of(*request.first->opened, *request.second) : 0;
@@ -181,7 +181,7 @@ std::vector<std::pair<std::string, std::string>> ChartStore::problems() {
     return result;
 }
 
-// The first request whose file no other worker has, with those for the tiles to the right of it.
+// Takes the first request whose file no worker uses, and the requests for the tiles to the right of it.
 std::optional<ChartStore::Job> ChartStore::take_job() {
     const auto is_free = [](const auto& request) { return !request.first->busy; };
     const auto first = std::find_if(queue_.begin(), queue_.end(), is_free);
@@ -234,8 +234,8 @@ void ChartStore::work() {
     }
 }
 
-// All below are called with the lock, give it away while they work, and return with it: whether there is more
-// to draw.
+// The functions with a parameter `lock` are called with the lock held, release it while they work, and return
+// with it held. run and decode return whether there is more to draw.
 bool ChartStore::run(const Job& job, Lock& lock) {
     File& file = *job.file;
     const bool has_changed = check(file, lock);
@@ -341,7 +341,7 @@ void ChartStore::forget(File& file) {
     file.failure = Failure::kNone;
 }
 
-// Drops the tiles that were not wanted for longest.
+// Drops the tiles that have not been wanted for the longest time.
 void ChartStore::make_room() {
     while (bytes_ > most_bytes_) {
         File* oldest_file = nullptr;

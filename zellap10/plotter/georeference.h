@@ -24,8 +24,8 @@ public:
     /// @param record  of a chart that was opened with infoOnly 0, or of one of its insets. If a chart object
     ///                was closed and opened again for information only, its record still has the fit of the
     ///                earlier chart
-    /// @param size    of the chart, as GetDocumentSize returns it. On a chart as wide as the earth it decides
-    ///                in which turn a longitude is. Without it the reference points do
+    /// @param size    of the chart, as GetDocumentSize returns it. On a chart as wide as the earth, the size
+    ///                decides in which turn a longitude is. Without a size, the reference points decide
     /// @return        empty if the record has no fit, or if its reference points do not span an area
     ///
     /// This takes 50 ms for 10^5 reference points and vertices.
@@ -36,12 +36,12 @@ public:
     /// @param pixel  any pixel; outside the chart the position is extrapolated
     /// @return       empty if no position projects to the pixel
     ///
-    /// The conversion is that of CGEORec::pwxy. In projection mode the inverse formulas of pwxy end up to 66
-    /// m short (polyconic at the equator: 1 to 2 m on a chart of 200 m, 66 m on one of 20 km; transverse
-    /// Mercator at 72 N: 2.5 m on one of 200 km). Here the result is refined to rounding error.
+    /// The conversion is that of CGEORec::pwxy. In projection mode the inverse formulas of pwxy have errors
+    /// of up to 66 m (polyconic at the equator: 1 to 2 m on a chart of 200 m, 66 m on one of 20 km;
+    /// transverse Mercator at 72 N: 2.5 m on one of 200 km). Here the result is refined to rounding error.
     [[nodiscard]] std::optional<Position> position_of(ChartPixel pixel) const;
 
-    /// The pixel of a position: the one whose position_of it is, to 1e-6 pixel, at every scale.
+    /// The pixel of a position. This is the inverse of position_of, to 1e-6 pixel at every scale.
     ///
     /// @param position  any position; outside the chart the pixel is extrapolated. If the longitude has a
     ///                  pixel in several turns, the one on the chart or nearest to it is returned
@@ -49,8 +49,9 @@ public:
     ///
     /// In projection mode this is the forward projection and the inverse of the affine map of pwxy, in about
     /// the time of wpxy. In direct mode it is Newton's method on the polynomials of pwxy. If these have two
-    /// regions, a position near their seam may be in both. Then a pixel of whole numbers is preferred. A
-    /// position that is in neither region gets the pixel that is least past the seam.
+    /// regions, a position near their seam may have a pixel in both. Then a pixel with integer coordinates is
+    /// preferred. If it has one in neither, each region gives a pixel past the seam. The one nearer to the
+    /// seam is returned.
     [[nodiscard]] std::optional<ChartPixel> pixel_of(Position position) const;
 
     /// position_of in the chart's own datum.
@@ -71,7 +72,7 @@ public:
     /// The outline in the chart's own datum.
     [[nodiscard]] const Outline& chart_datum_outline() const;
 
-    /// The outline on the raster. Between the corners of the outline it has further ones, so that its edges
+    /// The outline on the raster. It has additional corners between those of the outline, so that its edges
     /// follow the edges of the outline to 0.25 pixel.
     [[nodiscard]] const PixelOutline& pixel_outline() const;
 

@@ -14,22 +14,21 @@ namespace zellap10::plotter {
 /// A view in the spherical Mercator projection of web maps (EPSG:3857), so that a web tile is a view too.
 ///
 /// A view is a value. Positions are WGS 84; screen pixel (0, 0) is the centre of the upper left pixel, and
-/// the view's centre lies in the middle of the screen. Where a view is wider than the earth, the earth
-/// repeats.
+/// the view's centre lies in the middle of the screen. If a view is wider than the earth, the earth repeats.
 ///
-/// A position goes to the screen and back to within 1e-6 pixel for latitudes up to 85 degrees, from 0.01
-/// metres per pixel on; below that the digits of a double are the limit.
+/// A position converted to the screen and back moves by at most 1e-6 pixel, for latitudes up to 85 degrees
+/// and 0.01 metres per pixel or more. Below that, the precision of a double is the limit.
 class MapView {
 public:
-    /// Values out of range are held at the limits; NaN and infinity count as 0.
+    /// Values out of range are set to the nearest limit; NaN and infinity count as 0.
     ///
     /// @param centre            WGS 84; latitude -85.0511 to 85.0511, where web maps end
     /// @param metres_per_pixel  on the ground at the centre, 0.0001 to 1e7
-    /// @param size              of the screen, 0 to 32767 each
+    /// @param size              width and height of the screen, 0 to 32767
     /// @param course_up         the true course that points up, DEGREES, in any turn
     MapView(Position centre, double metres_per_pixel, ScreenSize size, double course_up = 0.0);
 
-    /// The view of a web tile. `resized` makes a larger view of it with the same pixels.
+    /// The view of a web tile. A larger view made from it by `resized` contains the pixels of the tile.
     ///
     /// @param zoom       0 to 24; the earth is 2^zoom tiles wide
     /// @param x, y       0 to 2^zoom - 1, from the west and from the north
@@ -47,7 +46,7 @@ public:
     /// @return  empty beyond 89 degrees of latitude and for NaN
     [[nodiscard]] std::optional<Position> to_position(ScreenPixel pixel) const;
 
-    /// The smallest extent around the screen, to the outer edges of its pixels; a full turn where the view is
+    /// The smallest extent around the screen, to the outer edges of its pixels; a full turn if the view is
     /// wider than the earth.
     [[nodiscard]] Extent extent() const;
 
@@ -55,17 +54,17 @@ public:
     [[nodiscard]] ScreenSize size() const { return size_; }        ///< of the screen
     [[nodiscard]] double course_up() const { return course_up_; }  ///< DEGREES, from 0 up to 360
 
-    /// Metres on the ground at the centre. The same picture has fewer nearer to a pole.
+    /// Metres on the ground per pixel, at the centre. At the same pixels_around they decrease towards a pole.
     [[nodiscard]] double metres_per_pixel() const;
 
-    /// Screen pixels around the equator: the scale of the projection, which a pan does not change.
+    /// The length of the equator in screen pixels: the scale of the projection. A pan does not change it.
     [[nodiscard]] double pixels_around() const { return pixels_around_; }
 
-    /// The view whose centre is so many pixels to the right of and below this centre. The scale of the
-    /// projection stays, so that a move by whole pixels shows the same pixels elsewhere.
+    /// The view whose centre is `dx` pixels to the right of this centre and `dy` pixels below it. The scale
+    /// of the projection does not change: a move by whole pixels shows the same pixels at another place.
     [[nodiscard]] MapView moved_by(double dx, double dy) const;
 
-    /// The view at another scale, with the same position at a screen pixel.
+    /// The view at another scale. The position at one screen pixel stays there.
     ///
     /// @param factor  above 1 to enlarge
     /// @param about   the screen pixel whose position stays

@@ -23,32 +23,32 @@ namespace zellap10::plotter {
 ///
 /// On top is the most detailed chart that is still readable at the scale of the view: no more than 4 chart
 /// pixels per screen pixel, and no more than 4 screen pixels per chart pixel. Coarser charts fill the gaps. A
-/// chart beyond these limits is shown only where there is no other; one that would be smaller than 12 screen
-/// pixels is not shown. Each chart is clipped to its outline, and an inset with the 80 pixels around it
-/// belongs to no place of its sheet.
+/// chart beyond these limits is shown only where there is no other. A chart that would be smaller than 12
+/// screen pixels is not shown. Each chart is clipped to its outline. The area of an inset and the 80 pixels
+/// around it are not shown as a part of the chart that they are on.
 ///
 /// When reducing, a screen pixel is the mean of the chart pixels that it covers, in true colour. When
 /// enlarging, chart pixels are interpolated.
 ///
-/// The quilt owns its chart objects. Worker threads of its own open the files and decode them; `draw` never
-/// waits for them. One thread at a time may call a quilt. Nothing is thrown but std::bad_alloc.
+/// The quilt owns its chart objects. Its own worker threads open and decode the files; `draw` never waits for
+/// them. One thread at a time may call a quilt. The only exception is std::bad_alloc.
 class Quilt {
 public:
     /// How a quilt works.
     struct Options {
         /// Limit of the decoded chart data; below 32 MiB counts as 32 MiB.
         std::size_t memory_bytes = std::size_t{256} << 20;
-        int threads = 1;  ///< that draw, with the calling one; 1 to 64
+        int threads = 1;  ///< that draw, including the calling thread, 1 to 64
         int workers = 1;  ///< that decode, 1 to 64
-        /// Called by a worker thread after an incomplete `draw`, once, when more can be drawn. It must not
-        /// call the quilt; it may post an event to the application's thread.
+        /// A worker thread calls it once after an incomplete `draw`, when more can be drawn. It must not call
+        /// the quilt; it may post an event to the application's thread.
         std::function<void()> on_more;
     };
 
     /// What a bitmap shows.
     struct Result {
-        /// False if chart data that is not decoded yet was replaced by coarser data, by other charts or by
-        /// the background.
+        /// False if some chart data is not decoded yet. Its place shows coarser data, other charts or the
+        /// background.
         bool complete = false;
         /// The charts that the view shows, uppermost first.
         std::vector<const CatalogueEntry*> charts;
@@ -66,7 +66,7 @@ public:
         std::string text;  ///< the reason in English
     };
 
-    /// @param catalogue  not null; nothing may be added to it any more
+    /// @param catalogue  not null; add nothing to it from now on
     /// @param options    numbers out of range are held at their limits
     explicit Quilt(std::shared_ptr<const Catalogue> catalogue, Options options);
 
@@ -81,20 +81,20 @@ public:
     /// Replaces the catalogue. Charts that are in both stay decoded.
     void set_catalogue(std::shared_ptr<const Catalogue> catalogue);
 
-    /// Draws what is decoded, and has the rest decoded for a later draw.
+    /// Draws what is decoded. The worker threads decode the rest for a later draw.
     ///
-    /// The choice of charts has hysteresis: a chart within the limits of its scale stays so until the view
-    /// passes them by a tenth. A view that differs from the last one by whole screen pixels, by moved_by,
-    /// costs only what came into view.
+    /// The choice of charts has hysteresis: a chart that was within the limits of scale counts as within them
+    /// until the view exceeds them by a tenth. If moved_by has moved the last view by whole screen pixels,
+    /// only the part that came into view takes time.
     ///
-    /// @param view        of the bitmap's size; otherwise the bitmap's upper left part is drawn
-    /// @param scheme      a change of it decodes nothing
+    /// @param view        as large as the bitmap; otherwise only the upper left part that both have is drawn
+    /// @param scheme      a new scheme needs no decoding
     /// @param background  drawn unchanged where there is no chart
     /// @param bitmap      receives every pixel of the view
     Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap);
 
-    /// Draws completely and waits for it. The pixels depend on nothing but the view and the files: a web tile
-    /// has the pixels of the same area of a larger view at the same zoom.
+    /// Waits until all is decoded, and draws it. The pixels depend on nothing but the view and the files: a
+    /// web tile has the pixels of the same area of a larger view at the same zoom.
     ///
     /// @return  complete is false if memory ran out
     Result draw_complete(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap);
@@ -104,8 +104,8 @@ public:
     /// @return  empty where the background is shown
     [[nodiscard]] std::optional<Hit> at(const MapView& view, ScreenPixel pixel);
 
-    /// The chart files that a draw wanted to show and could not, by path. Such a file is tried again when its
-    /// size or time changes.
+    /// The chart files that a draw needed but could not show, in order of their paths. Such a file is tried
+    /// again when its size or time changes.
     [[nodiscard]] std::vector<Problem> problems() const;
 
 private:

@@ -4,10 +4,10 @@
 ///
 /// Routes: waypoints joined by rhumb lines, with the library's course and distance.
 ///
-/// All positions are in one datum, whichever it is. Longitudes may be in any turn. A leg goes the short way
-/// around the earth, also across the 180th meridian, and either way if both are half a turn. NaN and infinity
-/// are handed on. At a pole, course and distance are those of meridional parts, which are 102765.6 at the
-/// north pole and minus infinity at the south pole.
+/// All positions are in the same datum, which may be any. Longitudes may be in any turn. A leg goes the short
+/// way around the earth, also across the 180th meridian. If both ways are half a turn, it may go either. NaN
+/// and infinity propagate to the results. At a pole, course and distance are calculated from the meridional
+/// parts, which are 102765.6 at the north pole and minus infinity at the south pole.
 
 #include <optional>
 #include <vector>
@@ -53,8 +53,9 @@ struct Route {
 
 /// Positions along the rhumb line of a leg, for drawing: on most charts it is not straight.
 ///
-/// The first is `from`, the last is where `to` is. Longitudes go on from that of `from`, past 180 if the leg
-/// crosses that meridian, so that neighbours are never a turn apart.
+/// The first is `from`. The last is at the place of `to`, but its longitude may be in another turn:
+/// longitudes continue from that of `from`, past 180 if the leg crosses that meridian. So they never jump by
+/// a turn.
 ///
 /// @param from, to  the ends of the leg
 /// @param pieces    how many pieces of equal length; below 1 counts as 1

@@ -29,9 +29,8 @@ namespace zellap10::plotter {
 
 /// A course or a bearing, such as 047.5&deg;.
 ///
-/// @param degrees  clockwise from north, in any turn: -1 is 359, and what is rounded to 360 is 000.0; empty
-/// is
-///                 "---"
+/// @param degrees  clockwise from north, in any turn: -1 is 359, and what is rounded to 360 is 000.0.
+///                 Empty is "---"
 [[nodiscard]] std::string format_course(std::optional<double> degrees);
 
 /// A distance: 1190 NM, 38.2 NM, 5.25 NM; below a tenth of a mile in metres, such as 93 m.
@@ -42,9 +41,8 @@ namespace zellap10::plotter {
 
 /// A duration: 4 min 09 s; from an hour on 5 h 03 min, from a day on 12 d 07 h.
 ///
-/// @param seconds  negative numbers have a minus sign, also if they are rounded to 0; empty is "---", and so
-/// is
-///                 what is rounded to 2147483647 or more, where m_ttg ends too
+/// @param seconds  negative numbers have a minus sign, also if they are rounded to 0. Empty is
+///                 "---", and so is what is rounded to 2147483647 or more, where m_ttg ends too
 [[nodiscard]] std::string format_duration(std::optional<double> seconds);
 
 }  // namespace zellap10::plotter

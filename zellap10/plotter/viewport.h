@@ -24,7 +24,7 @@ struct Bitmap {
 /// The part of a chart that a bitmap shows.
 ///
 /// A chart is divided into blocks of `reduction` by `reduction` pixels from its upper left corner, and each
-/// block becomes one pixel of the bitmap. Viewports of one reduction therefore join without a seam.
+/// block becomes one pixel of the bitmap. Viewports with the same reduction therefore join without a seam.
 struct Viewport {
     int column = 0;     ///< first block from the left; negative left of the chart
     int row = 0;        ///< first block from the top; negative above the chart
@@ -39,10 +39,10 @@ struct Viewport {
     [[nodiscard]] ScreenPixel to_screen(ChartPixel pixel) const;
 };
 
-/// What becomes of the chart pixels of a block.
+/// How the colour of a block is calculated.
 enum class Averaging {
-    kPalette,     ///< the palette colour nearest to their mean, as getAALine computes it: up to 32 of 255 off
-    kTrueColour,  ///< their mean
+    kPalette,     ///< the palette colour nearest to the mean, as getAALine finds it; up to 32 of 255 off
+    kTrueColour,  ///< the mean of the colours of its pixels
 };
 
 /// Draws a viewport.
@@ -51,8 +51,8 @@ enum class Averaging {
 /// block at the right or lower edge of the chart may be incomplete. It becomes the mean of the pixels that it
 /// has, so that no line or column is lost.
 ///
-/// Lines are decoded from their start: the right end of a wide chart costs more than the left. A viewport
-/// with an incomplete block of the right edge decodes its lines twice.
+/// Lines are decoded from their start, so the right end of a wide chart takes longer than the left. If the
+/// viewport contains an incomplete block at the right edge, its lines are decoded twice.
 ///
 /// @param chart       an open chart
 /// @param viewport    any part, also outside the chart
