@@ -69,7 +69,11 @@ void expect_means(ChartUnderTest& chart, const Viewport& viewport) {
 
 // In a picture with rows at odd addresses, bytes between them, and upside down if need be.
 void expect_blocks(ChartUnderTest& chart, const Viewport& viewport, bool upside_down) {
-    const auto& [left, top, reduction, width, height] = viewport;
+    const int left = viewport.column;
+    const int top = viewport.row;
+    const int reduction = viewport.reduction;
+    const int width = viewport.width;
+    const int height = viewport.height;
     const std::ptrdiff_t stride = width * 4 + 7;
     std::vector<unsigned char> drawn(static_cast<std::size_t>(stride * (height + 1)), 0xA5);
     std::vector<unsigned char> expected = drawn;
