@@ -1,8 +1,6 @@
 // Memory that fails now and then while a quilt opens, decodes and draws.
 
-#include <atomic>
 #include <chrono>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <thread>
@@ -10,31 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include "failing_every.h"
 #include <testing/test_chart.h>
 #include <zellap10/plotter/quilt.h>
-
-namespace {
-
-// One allocation of so many fails; 0 for none.
-std::atomic<unsigned> fails_every{0};
-std::atomic<unsigned> allocations{0};
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    const unsigned every = fails_every;
-    void* const block = every != 0 && ++allocations % every == 0 ? nullptr : std::malloc(size > 0 ? size : 1);
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-}
-
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
-}
 
 namespace {
 
