@@ -228,6 +228,8 @@ TEST(PixelOutlines, FollowTheOutlineToAQuarterPixel) {
         for (const Position& place : kPlaces) {
             CGEORec record;
             fit(record, projection, place, 5e5);
+            for (const CRefPoint* vertex : record.Vertices)
+                delete vertex;
             record.Vertices.RemoveAll();
             const Position corners[] = {{1, -1}, {1, 1}, {-1, 1}, {-1, -1}};
             for (const Position& corner : corners)

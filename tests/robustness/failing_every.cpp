@@ -11,9 +11,13 @@ std::atomic<unsigned> allocations{0};
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     const unsigned every = fails_every;
-    void* const block = every != 0 && ++allocations % every == 0 ? nullptr : std::malloc(size > 0 ? size : 1);
+    return every != 0 && ++allocations % every == 0 ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+
+void* operator new(std::size_t size) {
+    void* const block = operator new(size, std::nothrow);
     if (block == nullptr) throw std::bad_alloc();
     return block;
 }
