@@ -349,6 +349,7 @@ void ChartStore::make_room() {
         for (const auto& [path, file] : files_) {
             for (auto each = file->tiles.begin(); each != file->tiles.end(); ++each) {
                 if (each->second.tile == nullptr) continue;
+                // cppcheck-suppress eraseDereference ; nothing is erased before the search ends
                 if (oldest_file != nullptr && each->second.used >= oldest->second.used) continue;
                 oldest_file = file.get();
                 oldest = each;

@@ -35,7 +35,10 @@ Outline outline_on_earth(const PixelOutline& area, const Georeference& chart) {
 PixelOutline inset_area(const CGEORec& inset) {
     if (inset.Points.IsEmpty()) return {};
     const CRefPoint& first = **inset.Points.begin();
-    double left = first.X, right = first.X, top = first.Y, bottom = first.Y;
+    double left = first.X;
+    double right = left;
+    double top = first.Y;
+    double bottom = top;
     for (const CRefPoint* point : inset.Points) {
         left = std::min<double>(left, point->X);
         right = std::max<double>(right, point->X);

@@ -239,7 +239,7 @@ private:
         return charts;
     }
 
-    Argb* row_of(int y) { return pixels_.data() + std::ptrdiff_t{y} * width_; }
+    Argb* row_of(int y) { return pixels_.data() + static_cast<std::ptrdiff_t>(y) * width_; }
 
     void copy_to(const Bitmap& bitmap) {
         for (int y = 0; y < height_; ++y) {
