@@ -1,3 +1,4 @@
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -261,7 +262,7 @@ TEST(View, FollowsTheShipUntilItsFixIsLost) {
     screen.options.now = [&now] { return now; };
     const std::string path = TestChart{}.write(screen.folder, "chart");
     screen.look_at({path});
-    FixFeed* feed = nullptr;
+    std::atomic<FixFeed*> feed{nullptr};
     screen->set_receiver(std::make_unique<FixSource>(
         [&feed](FixFeed& of_source) {
             feed = &of_source;  // which outlives the thread
@@ -284,7 +285,7 @@ TEST(View, FollowsTheShipUntilItsFixIsLost) {
         return false;
     };
     const auto sail = [&](double longitude) {
-        feed->put({{{}, {49.55, longitude}, 6.0, 90.0, {}}});
+        feed.load()->put({{{}, {49.55, longitude}, 6.0, 90.0, {}}});
         now += std::chrono::seconds(1);
         screen.draw();
         const auto pixel = screen->map().to_screen({49.55, longitude});
@@ -311,7 +312,7 @@ TEST(View, FollowsTheShipUntilItsFixIsLost) {
     // A drag ends the following.
     screen.drag({100, 100}, {150, 100});
     const Position centre = screen->map().centre();
-    feed->put({{{}, {49.5, -1.0}, 6.0, 90.0, {}}});
+    feed.load()->put({{{}, {49.5, -1.0}, 6.0, 90.0, {}}});
     screen.draw();
     expect_near(screen->map().centre(), centre);
 }

@@ -9,7 +9,7 @@ namespace {
 constexpr int kLaneBits = 21;
 constexpr std::uint64_t kLaneMask = (std::uint64_t{1} << kLaneBits) - 1;
 constexpr int kLanePixels = 8192;
-static_assert(kLanePixels * 255 <= kLaneMask, "a lane holds the sum of its pixels");
+static_assert(std::uint64_t{kLanePixels} * 255 <= kLaneMask, "a lane holds the sum of its pixels");
 
 // A piece of a line, which bounds the memory that a wide chart takes. It is decoded from the start of the
 // line.

@@ -59,7 +59,7 @@ public:
 
     Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
         for (;;) {
-            const Result result = draw_at(view, scheme, background, bitmap);
+            Result result = draw_at(view, scheme, background, bitmap);
             if (!store.is_too_small() || coarser_ >= kMostCoarser) return result;
             ++coarser_;
             is_frame_known_ = false;
