@@ -40,7 +40,7 @@ int blocks(int pixels, int reduction) {
 
 // The first block of a window that has its middle on the chart.
 int held(double first, int window, int count) {
-    const double half = window / 2;
+    const double half = std::floor(window / 2.0);
     return static_cast<int>(std::clamp(std::round(first), -half, std::max(count - 1, 0) - half));
 }
 

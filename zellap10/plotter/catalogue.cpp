@@ -105,7 +105,7 @@ FolderReport Catalogue::add_folder(const std::string& path) {
 template <class Covers>
 Catalogue::Entries Catalogue::State::chosen(const Extent& extent, Covers covers) const {
     std::vector<const Numbered*> found;
-    for (const std::size_t number : index.near(extent)) {
+    for (const std::size_t number : index.candidates(extent)) {
         if (covers(*entries[number])) found.push_back(entries[number].get());
     }
     std::sort(found.begin(), found.end(), [](const Numbered* a, const Numbered* b) {

@@ -55,7 +55,7 @@ void ExtentIndex::add(const Extent& extent) {
     cells.each([&](int cell) { cells_[cell].push_back(number); });
 }
 
-std::vector<std::size_t> ExtentIndex::near(const Extent& extent) const {
+std::vector<std::size_t> ExtentIndex::candidates(const Extent& extent) const {
     std::vector<std::size_t> numbers;
     const Cells cells = cells_of(extent);
     if (static_cast<std::size_t>(cells.count()) > count_ / 4 + kMostCells) {

@@ -15,7 +15,7 @@ public:
     void add(const Extent& extent);
 
     /// The numbers of the extents that may overlap one, each once, in order. Others may be among them.
-    [[nodiscard]] std::vector<std::size_t> near(const Extent& extent) const;
+    [[nodiscard]] std::vector<std::size_t> candidates(const Extent& extent) const;
 
 private:
     std::unordered_map<int, std::vector<std::size_t>> cells_;
