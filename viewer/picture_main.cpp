@@ -1,6 +1,7 @@
 // Draws charts as a PNG picture, without a window.
 
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
@@ -53,7 +54,7 @@ void draw(viewer::View& view) {
     std::vector<viewer::Argb> pixels(static_cast<std::size_t>(kSize.width) * kSize.height);
     do {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        view.draw({pixels.data(), kSize.width, kSize.height, kSize.width * 4});
+        view.draw({pixels.data(), kSize.width, kSize.height, std::ptrdiff_t{kSize.width} * 4});
     } while (!view.is_complete());
 }
 
