@@ -17,9 +17,9 @@ int main(int argc, char** argv) {
     auto catalogue = std::make_shared<Catalogue>();
     std::printf("%d charts\n", catalogue->add_folder(argv[1]).added);
 
-    const Position centre{std::atof(argv[2]), std::atof(argv[3])};
-    const double course_up = argc > 6 ? std::atof(argv[6]) : 0.0;
-    const MapView view(centre, std::atof(argv[4]), {1200, 700}, course_up);
+    const Position centre{std::strtod(argv[2], nullptr), std::strtod(argv[3], nullptr)};
+    const double course_up = argc > 6 ? std::strtod(argv[6], nullptr) : 0.0;
+    const MapView view(centre, std::strtod(argv[4], nullptr), {1200, 700}, course_up);
 
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 1200, 700);
     const Bitmap bitmap{cairo_image_surface_get_data(surface), 1200, 700,

@@ -27,12 +27,16 @@ struct Picture {
     ScreenSize size;
     std::vector<Argb> pixels;
 
-    Argb at(int x, int y) const { return pixels[static_cast<std::size_t>(y * size.width + x)]; }
+    Argb at(int x, int y) const {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+                      static_cast<std::size_t>(x)];
+    }
 };
 
 Picture drawn(Quilt& quilt, const MapView& view) {
     const ScreenSize size = view.size();
-    Picture picture{size, std::vector<Argb>(static_cast<std::size_t>(size.width * size.height))};
+    Picture picture{size, std::vector<Argb>(static_cast<std::size_t>(size.width) *
+                                            static_cast<std::size_t>(size.height))};
     const Bitmap bitmap{picture.pixels.data(), size.width, size.height, size.width * 4};
     EXPECT_TRUE(quilt.draw_complete(view, ColourScheme::kDay, kBackground, bitmap).complete);
     return picture;
