@@ -133,6 +133,7 @@ TEST_F(CatalogueOf, AFolderIsOpenedOnceAndThenOnlyWhatHasChanged) {
     // A cut at many bytes, and one byte wrong: nothing is loaded, or it is.
     std::ifstream stream(saved, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    stream.close();
     for (std::size_t size = 0; size < bytes.size(); size += 5) {
         samples::write_file(saved, bytes.substr(0, size));
         ASSERT_FALSE(Catalogue().load(saved)) << size;
