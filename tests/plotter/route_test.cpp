@@ -64,7 +64,7 @@ const CrossTrackRow kCrossTracks[] = {
     {"left of it, past its end",     {50, -1},   {51, -1},    {52, -1.1},     -3.703430},
     {"right of a parallel",          {50, -1},   {50, 1},     {49.9, 3},      6.0},
     {"left of it, sailed westward",  {50, 1},    {50, -1},    {49.9, 0},      -6.0},
-    {"a parallel but for rounding",  {50, -1},   {50 + 1e-13, 1}, {50.1, 0},  -6.0},
+    {"a parallel within rounding",   {50, -1},   {50 + 1e-13, 1}, {50.1, 0},  -6.0},
     {"across the 180th meridian",    {0, 179},   {0, -179},   {0.1, -180},    -6.0},
     {"on the leg",                   {0, 0},     {1, 1},      {0, 0},         0.0},
 };

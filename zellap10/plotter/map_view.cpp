@@ -116,7 +116,7 @@ std::optional<Position> MapView::to_position(ScreenPixel pixel) const {
 }
 
 Extent MapView::extent() const {
-    // The projection is linear but for the latitude, which grows with its row: corners are farthest.
+    // The projection is linear except for the latitude, which grows with its row: the corners are farthest.
     const double right = 0.5 * size_.width;
     const double down = 0.5 * size_.height;
     const double east = std::fabs(right * cosine_) + std::fabs(down * sine_);
