@@ -47,9 +47,13 @@ public:
         }
     }
 
+    /// Waits until no other thread decodes. The properties need the interpreter's lock only.
     void close() {
-        const py::gil_scoped_release free;
-        const std::lock_guard<std::mutex> lock(decoding_);
+        std::unique_lock<std::mutex> lock(decoding_, std::defer_lock);
+        {
+            const py::gil_scoped_release free;
+            lock.lock();
+        }
         chart_.reset();
     }
 
@@ -99,15 +103,12 @@ public:
     }
 
     Bytes pixels(int left, int top, std::optional<int> width, std::optional<int> height) {
-        const CSize size = open().GetDocumentSize();
-        const int columns = width.value_or(size.cx - left);
-        const int rows = height.value_or(size.cy - top);
-        check_inside(left, top, columns, rows, size);
-        Bytes indexes({rows, columns});
+        const Rectangle part = rectangle(left, top, width, height, open().GetDocumentSize());
+        Bytes indexes({part.height, part.width});
         unsigned char* const into = indexes.mutable_data();
         const py::gil_scoped_release free;
         const std::lock_guard<std::mutex> lock(decoding_);
-        if (open().getMultiLines(top, rows, left, columns, into) != 0) return indexes;
+        if (open().getMultiLines(part.top, part.height, part.left, part.width, into) != 0) return indexes;
         throw ChartError("the pixels of the chart cannot be read");
     }
 
@@ -117,9 +118,8 @@ public:
         if (reduction < 1) throw std::invalid_argument("a reduction is 1 or more");
         const CSize size = open().GetDocumentSize();
         const CSize reduced{blocks(size.cx, reduction), blocks(size.cy, reduction)};
-        const plotter::Viewport viewport{left, top, reduction, width.value_or(reduced.cx - left),
-                                         height.value_or(reduced.cy - top)};
-        check_inside(viewport.column, viewport.row, viewport.width, viewport.height, reduced);
+        const Rectangle part = rectangle(left, top, width, height, reduced);
+        const plotter::Viewport viewport{part.left, part.top, reduction, part.width, part.height};
         Bytes image({viewport.height, viewport.width, 3});
         unsigned char* to = image.mutable_data();
         const plotter::ColourTable colours = plotter::colours_of(open(), scheme_of(scheme));
@@ -137,10 +137,21 @@ private:
         return pixels / reduction + (pixels % reduction > 0 ? 1 : 0);
     }
 
-    static void check_inside(int left, int top, int width, int height, CSize size) {
-        if (left >= 0 && top >= 0 && width >= 0 && height >= 0 && left <= size.cx - width &&
-            top <= size.cy - height) {
-            return;
+    struct Rectangle {
+        int left;
+        int top;
+        int width;
+        int height;
+    };
+
+    /// A rectangle inside the chart; without a width or height it has all that follows.
+    static Rectangle rectangle(int left, int top, std::optional<int> width, std::optional<int> height,
+                               CSize size) {
+        if (left >= 0 && top >= 0 && left <= size.cx && top <= size.cy) {
+            const Rectangle part{left, top, width.value_or(size.cx - left), height.value_or(size.cy - top)};
+            const bool columns = part.width >= 0 && part.width <= size.cx - left;
+            const bool rows = part.height >= 0 && part.height <= size.cy - top;
+            if (columns && rows) return part;
         }
         throw std::invalid_argument("the rectangle is not inside the chart of " + std::to_string(size.cx) +
                                     " x " + std::to_string(size.cy) + " pixels");

@@ -51,6 +51,7 @@ public:
 
     py::list block(int zoom, int x, int y, int size, const std::string& scheme) {
         const plotter::ColourScheme colours = scheme_of(scheme);
+        check_block(zoom, x, y, size);
         std::vector<EncodedTile> tiles;
         {
             const py::gil_scoped_release free;
@@ -88,6 +89,14 @@ private:
     static int checked(int tile_size) {
         if (tile_size == 256 || tile_size == 512) return tile_size;
         throw std::invalid_argument("tiles have 256 or 512 pixels");
+    }
+
+    static void check_block(int zoom, int x, int y, int size) {
+        for (const int edge : {1, 2, 4, 8, 16}) {
+            if (size == edge && MapView::of_tile(zoom, x, y)) return;
+            --zoom;  // of the tile that as many tiles along an edge fill
+        }
+        throw std::invalid_argument("there is no such block");
     }
 
     static plotter::Quilt::Options options(std::size_t memory) {
@@ -199,7 +208,16 @@ Raises:
     ValueError: there is no such tile or scheme.
 )")
         .def("block", &Tiler::block, py::arg("zoom"), py::arg("x"), py::arg("y"), py::arg("size"),
-             py::arg("scheme") = "day", "The tiles of a block that are not empty, a list of (x, y, data).")
+             py::arg("scheme") = "day", R"(The tiles of a block that are not empty, a list of (x, y, data).
+
+Args:
+    zoom, x, y, size: of plan_blocks; a size is 1, 2, 4, 8 or 16.
+    scheme: "day", "dusk" or "night".
+
+Raises:
+    ValueError: there is no such block or scheme.
+    MemoryError: memory ran out.
+)")
         .def("problems", &Tiler::problems, "The charts that could not be shown: a list of (path, reason).");
 }
 

@@ -20,7 +20,7 @@ def test_a_window_of_pixels_is_a_part_of_all(samples):
         assert everything.max() < len(chart.palette)
 
 
-@pytest.mark.parametrize("rectangle", [(-1, 0), (0, 0, 10**9, 1), (0, 0, -1, 1), (1, 2**31 - 1), (0, 1, 1, 2**31 - 1)])
+@pytest.mark.parametrize("rectangle", [(-1, 0), (-(2**31), 0), (0, 0, 10**9, 1), (0, 0, -1, 1), (1, 2**31 - 1), (0, 1, 1, 2**31 - 1)])
 def test_a_rectangle_outside_is_a_value_error(samples, rectangle):
     with zellap10.Chart(samples / "fiji.chart") as chart:
         with pytest.raises(ValueError, match="2964 x 2223"):

@@ -1,6 +1,8 @@
 """The command."""
 
 import json
+import os
+import shutil
 import subprocess
 import sys
 
@@ -24,9 +26,15 @@ def test_info_for_programs_and_for_people(samples, tmp_path, capsys):
 
 def test_info_names_a_missing_georeference(samples, tmp_path, capsys):
     lone = tmp_path / "lone.chart"
-    lone.write_bytes((samples / "fiji.chart").read_bytes())
-    assert main(["info", str(lone)]) == 0
-    assert "georeference" in capsys.readouterr().out
+    shutil.copy(samples / "fiji.chart", lone)
+    for content in (None, "nothing"):
+        if content:
+            lone.with_suffix(".GEO").write_text(content)
+        assert main(["info", str(lone)]) == 0
+        assert "eoreference" in capsys.readouterr().out
+        assert main(["info", "--json", str(lone)]) == 0
+        (facts,) = json.loads(capsys.readouterr().out)
+        assert facts["georeference"] is None and facts["georeference_error"]
 
 
 def test_tiles(two_charts, tmp_path, capsys):
@@ -44,7 +52,7 @@ def test_tiles(two_charts, tmp_path, capsys):
         (["tiles", "{0}/none.chart", "{0}/x.mbtiles", "--zoom", "1"], "none.chart: There is no such file."),
         (["tiles", "{0}", "{0}/x.mbtiles", "--zoom", "1"], "has no chart"),
         (["tiles", "{1}", "{0}/no/x.mbtiles", "--zoom", "1"], "No such file or directory"),
-        (["geotiff", "{1}", "{0}/x.tif", "--resolution", "0"], "above 0"),
+        (["geotiff", "{1}", "{0}/x.tif", "--resolution", "0"], "from 0.01 to"),
         (["serve", "{0}/none.mbtiles"], "unable to open"),
     ],
 )
@@ -54,11 +62,34 @@ def test_errors_are_one_line(samples, tmp_path, capsys, arguments, words):
     assert words in error and error.count("\n") == 1
 
 
-def test_usage_errors(samples):
-    for zoom in ("7-6", "25", "x", "-1"):
-        with pytest.raises(SystemExit) as caught:
-            main(["tiles", str(samples), "out", f"--zoom={zoom}"])
-        assert caught.value.code == 2
+@pytest.mark.parametrize(
+    "arguments",
+    [
+        *(f"tiles charts out.mbtiles --zoom={zoom}" for zoom in ("7-6", "25", "x", "-1")),
+        "tiles a.chart b.chart --zoom 3",  # the file to write is missing
+        "geotiff a.chart b.chart --resolution 100",
+        "serve charts --port 65536",
+        "serve charts --jobs 0",
+        "serve charts --memory 99999999999999",
+    ],
+)
+def test_usage_errors(arguments):
+    with pytest.raises(SystemExit) as caught:
+        main(arguments.split())
+    assert caught.value.code == 2
+
+
+def test_names_may_have_any_bytes(samples, tmp_path):
+    folder = os.fsencode(tmp_path) + b"/\xff"
+    os.mkdir(folder)
+    for ending in (b".chart", b".GEO"):
+        shutil.copy(os.fsencode(samples) + b"/fiji" + ending, folder)
+    command = [sys.executable, "-m", "zellap10"]
+    info = subprocess.run([*command, "info", folder + b"/fiji.chart"], capture_output=True)
+    assert info.returncode == 0 and b"FIJI ISLANDS" in info.stdout
+    out = folder + b"/out.mbtiles"
+    tiles = subprocess.run([*command, "tiles", folder, out, "--zoom", "5"], capture_output=True)
+    assert tiles.returncode == 0 and b"not shown" not in tiles.stderr, tiles.stderr
 
 
 def test_the_module_is_the_command():

@@ -9,6 +9,7 @@ import pytest
 from conftest import need
 from test_tiles import settings_of, tiles_in
 
+from zellap10 import drawing
 from zellap10.drawing import on_cluster, on_this_machine
 from zellap10.mbtiles import TilesError
 from zellap10.tiles import write_tiles
@@ -69,6 +70,16 @@ def test_a_worker_that_dies_changes_nothing(cluster, samples, tmp_path):
     assert len(drawn) == len(set(drawn))
     write_tiles(settings, tmp_path / "here.mbtiles", zooms, on_this_machine(1))
     assert tiles_in(tmp_path / "cluster.mbtiles") == tiles_in(tmp_path / "here.mbtiles")
+
+
+def test_without_a_worker_the_reason_is_in_words(cluster, samples, tmp_path, monkeypatch):
+    address, workers = cluster
+    for worker in workers:
+        worker.kill()
+        worker.wait()
+    monkeypatch.setattr(drawing, "WORKER_TIMEOUT", 1)
+    with pytest.raises(TilesError, match="No worker"):
+        write_tiles(settings_of(samples), tmp_path / "out.mbtiles", (3, 3), on_cluster(address))
 
 
 def test_without_a_scheduler_the_reason_is_in_words(samples, tmp_path, monkeypatch):

@@ -8,7 +8,7 @@ import pytest
 from conftest import need
 
 import zellap10
-from zellap10.geotiff import grid_of, write_geotiff
+from zellap10.geotiff import Grid, grid_of, write_geotiff
 
 RESOLUTION = 600.0
 
@@ -69,9 +69,24 @@ def test_the_grid_of_charts_around_the_180th_meridian(samples):
     west = np.degrees(grid.left / 6378137.0)
     east = np.degrees((grid.left + grid.width * 1000.0) / 6378137.0)
     assert (round(west, 1), round(east, 1)) == (176.3, 293.8)
-    for resolution in (0.0, -1.0, float("nan"), 1e-9):
+    for resolution in (0.0, -1.0, float("nan"), float("inf"), 1e-9, 1.0):
         with pytest.raises(ValueError):
             grid_of(catalogue, resolution)
+
+
+def test_tiles_of_large_pixels_lie_on_the_map():
+    """The unused part of a tile may be beyond the end of the map, which a view cannot be."""
+    grid = Grid(left=1.9e7, top=-2e6, resolution=1e5, width=60, height=100)
+    x, y = 1.9e7 + 0.5e5, -2e6 - 0.5e5  # the centre of the first pixel
+    latitude, longitude = position(x, y)
+    assert grid.view(0, 0).to_position(0, 0) == pytest.approx((latitude, longitude), abs=1e-9)
+
+
+def test_a_chart_that_cannot_be_shown_is_reported(two_charts, tmp_path):
+    need("tifffile")
+    chart = two_charts / "fiji.chart"
+    chart.write_bytes(chart.read_bytes()[:8000])
+    assert list(write_geotiff([str(chart)], tmp_path / "out.tif", 9000.0)) == [str(chart)]
 
 
 def test_a_failure_leaves_the_earlier_file(samples, tmp_path):

@@ -2,6 +2,7 @@
 
 import http.client
 import json
+import sqlite3
 import threading
 import time
 from contextlib import contextmanager
@@ -13,6 +14,7 @@ from conftest import ROOT, need
 
 import zellap10
 from zellap10.drawing import TileSettings, on_this_machine
+from zellap10.mbtiles import TilesError
 from zellap10.serve import LEAFLET, MapServer, source_of
 from zellap10.tiles import write_tiles
 
@@ -94,6 +96,32 @@ def test_a_database_is_served_too(samples, tmp_path):
         assert (config["name"], config["zooms"]) == ("fiji", [5, 7])
         assert get(server, "/tiles/day/7/127/70")[:2] == (200, "image/webp")
         assert get(server, "/tiles/day/9/127/70")[1] == "image/png"  # the empty one
+
+
+def foreign_database(path, **metadata):
+    """A database of another program, with a photo and something that is no tile."""
+    with sqlite3.connect(path) as database:
+        database.execute("CREATE TABLE metadata (name, value)")
+        database.execute("CREATE TABLE tiles (zoom_level, tile_column, tile_row, tile_data)")
+        database.executemany("INSERT INTO metadata VALUES (?, ?)", metadata.items())
+        for row, data in enumerate((b"\xff\xd8\xff\xe0", "text", None)):
+            database.execute("INSERT INTO tiles VALUES (2, 0, ?, ?)", (row, data))
+
+
+def test_a_database_of_another_program_is_served(tmp_path):
+    path = tmp_path / "other.mbtiles"
+    foreign_database(path, name=None, minzoom=1, bounds="-10,40,0,50")
+    with served(path) as server:
+        config = json.loads(get(server, "/config.json")[2])
+        assert config["centre"] == [45, -5] and config["zooms"] == [1, 18]
+        kinds = [get(server, f"/tiles/day/2/0/{3 - row}")[:2] for row in range(3)]
+        assert kinds == [(200, "image/jpeg"), (200, "image/png"), (200, "image/png")]
+        path.write_bytes(b"damaged" * 10000)
+        assert get(server, "/tiles/day/2/0/3")[0] == 404
+    for i, bounds in enumerate(("here", "1,2,3", "nan,0,0,0")):
+        foreign_database(tmp_path / f"{i}.mbtiles", bounds=bounds)
+        with pytest.raises(TilesError, match="metadata"):
+            source_of([str(tmp_path / f"{i}.mbtiles")], 1, 1)
 
 
 @pytest.fixture(scope="module")
@@ -206,6 +234,18 @@ def test_drag_zoom_and_the_link(browser, server):
     browser.find_element(By.CLASS_NAME, "day").click()
     page.wait()
     assert page.picture().mean() > 180
+
+
+def test_the_map_opens_on_a_chart(browser, samples, two_charts, tmp_path):
+    """Charts that are far apart, and a database that begins at a zoom at which no screen holds all charts."""
+    out = tmp_path / "out.mbtiles"
+    write_tiles(TileSettings(charts=(str(two_charts),)), out, (6, 7), on_this_machine(1))
+    for path, smallest_zoom in ((samples / "fiji.chart", 6), (two_charts, 1), (out, 6)):
+        with served(path) as server:
+            page = Page(browser, server, "")
+            assert page.js("return chartMap.map.getZoom()") >= smallest_zoom
+            sizes = page.js("return [...document.querySelectorAll('.leaflet-tile')].map((e) => e.naturalWidth)")
+            assert 256 in sizes
 
 
 def test_the_pointer_and_the_scale(browser, server):

@@ -3,11 +3,13 @@
 import io
 import os
 import signal
+import shutil
 import sqlite3
 import subprocess
 import sys
 import time
 from collections import Counter
+from dataclasses import replace
 
 import numpy as np
 import pytest
@@ -15,7 +17,7 @@ from conftest import ROOT, need
 
 import zellap10
 from zellap10._native import Tiler, plan_blocks
-from zellap10.drawing import TileSettings, on_this_machine
+from zellap10.drawing import Drawn, TileSettings, draw_block, on_this_machine
 from zellap10.mbtiles import Block, MbtilesReader, MbtilesWriter, Tile, TilesError
 from zellap10.tiles import write_tiles
 
@@ -67,10 +69,46 @@ def test_no_tile_of_a_chart_is_left_out(catalogue):
     assert shown == everything
     assert len(shown) <= planned[zoom] < 1.5 * len(shown)
     assert {x for x, y in shown if y > 64} == {126, 127, 0}
+    for block in [(7, 127, 70, 0), (7, 0, 0, 3), (7, 8, 0, 16), (2, 0, 0, 8), (7, -1, 0, 16), (7, 0, 0, 2**31 - 1)]:
+        with pytest.raises(ValueError, match="no such block"):
+            tiler.block(*block)
 
 
-@pytest.mark.parametrize("zoom, latitude, longitude", [(5, 50, -2), (7, 50, -1.5), (9, 50.5, -1), (11, 49.66, -1.62), (14, 51.12, 1.328)])
-def test_coasts_lie_where_the_coast_data_is(catalogue, zoom, latitude, longitude):
+@pytest.mark.parametrize("zoom, x, y", [(7, 127, 69), (8, 255, 139), (11, 2047, 1121), (7, 63, 43), (9, 254, 173), (14, 8252, 5475)])
+def test_neighbours_meet_without_a_seam(catalogue, zoom, x, y):
+    """A view across the borders of four tiles has their pixels, at the 180th meridian too."""
+    need("PIL")
+    tiler = Tiler(catalogue)
+    tiles = [
+        [pixels_of(tiler.tile(zoom, column % 2**zoom, row))[0] for column in (x, x + 1)] for row in (y, y + 1)
+    ]
+    across = zellap10.MapView.of_tile(zoom, x, y).moved_by(128, 128)
+    four = np.vstack([np.hstack(row) for row in tiles])
+    picture = zellap10.Quilt(catalogue).draw(across)
+    assert len(np.unique(picture[:, 127:129].reshape(-1, 4), axis=0)) > 1  # the border is not empty
+    np.testing.assert_array_equal(picture, four[128:384, 128:384])
+
+
+CHANNEL, FIJI = "english_channel", "fiji"
+
+
+@pytest.mark.parametrize(
+    "stem, zoom, latitude, longitude",
+    [
+        (CHANNEL, 5, 50, -2),
+        (CHANNEL, 6, 50, -2),
+        (CHANNEL, 7, 50, -1.5),
+        (CHANNEL, 8, 50.3, -1.5),
+        (CHANNEL, 9, 50.5, -1),
+        (CHANNEL, 10, 50.7, -1.3),
+        (CHANNEL, 11, 49.66, -1.62),
+        (CHANNEL, 12, 49.66, -1.62),
+        (CHANNEL, 13, 50.755, -1.53),
+        (CHANNEL, 14, 51.12, 1.328),
+        *((FIJI, zoom, -16.8, 180.0) for zoom in range(6, 12)),
+    ],
+)
+def test_coasts_lie_where_the_coast_data_is(catalogue, stem, zoom, latitude, longitude):
     """The dark lines of the picture match the data best without a shift."""
     need("PIL")
     quilt = zellap10.Quilt(catalogue)
@@ -79,7 +117,7 @@ def test_coasts_lie_where_the_coast_data_is(catalogue, zoom, latitude, longitude
     view = zellap10.MapView(latitude, longitude, metres, *size)
     picture = quilt.draw(view)
     entry, _, _ = quilt.at(view, size[0] / 2, size[1] / 2)
-    line = coast_line(view, entry)
+    line = coast_line(view, entry, stem)
     dark = 255.0 - picture[..., :3].max(axis=2)
     matches = {
         (dx, dy): (np.roll(line, (dy, dx), (0, 1))[4:-4, 4:-4] * dark[4:-4, 4:-4]).sum()
@@ -89,14 +127,14 @@ def test_coasts_lie_where_the_coast_data_is(catalogue, zoom, latitude, longitude
     assert max(matches, key=matches.get) == (0, 0)
 
 
-def coast_line(view, entry):
+def coast_line(view, entry, stem):
     """The coast data as a line of the width that the charts have, 2 pixels of theirs; 0 to 255."""
     from PIL import Image, ImageDraw
 
     finer = 8
     width = max(1, 2 * entry.metres_per_pixel / view.metres_per_pixel)
     image = Image.new("L", (view.size[0] * finer, view.size[1] * finer))
-    for block in (ROOT / "samples/coast/english_channel.txt").read_text().split("\n\n")[1:]:
+    for block in (ROOT / f"samples/coast/{stem}.txt").read_text().split("\n\n")[1:]:
         ring = np.array([row.split() for row in block.splitlines()], float)[:, ::-1]
         points = (np.array(view.to_screen(*ring.T)) + 0.5) * finer
         ImageDraw.Draw(image).line(list(map(tuple, points.T)), fill=255, width=int(width * finer))
@@ -143,11 +181,68 @@ def test_the_database_is_one_of_mbtiles(two_charts, tmp_path):
     assert (metadata["minzoom"], metadata["maxzoom"]) == ("2", "7")
     west, south, east, north = map(float, metadata["bounds"].split(","))
     assert (west, east) == (-180, 180) and -20 < south < -19 and 45 < north < 46
+    longitude, latitude, _ = map(float, metadata["center"].split(","))
+    assert MbtilesReader(out).tile(7, *column_and_row(7, latitude, longitude)) is not None
     assert [path.name for path in tmp_path.glob("out*")] == ["out.mbtiles"]
     reader = MbtilesReader(out)
     south_row = 2**7 - 1 - 70  # rows count from the south in the file
     assert tiles_in(out)[(7, 127, south_row)] == reader.tile(7, 127, 70)
     assert reader.tile(7, 64, 70) is None
+
+
+def column_and_row(zoom, latitude, longitude):
+    """The tile of a position."""
+    y = np.arcsinh(np.tan(np.radians(latitude))) / np.pi
+    return int((longitude + 180) / 360 * 2**zoom), int((1 - y) / 2 * 2**zoom)
+
+
+def test_a_worker_that_stays_sees_new_charts(samples, two_charts, tmp_path):
+    """As the threads of a Dask worker do, this one keeps its charts from run to run."""
+    here = lambda settings, blocks: (draw_block(settings, block) for block in blocks)
+    settings = settings_of(two_charts)
+    write_tiles(settings, tmp_path / "out.mbtiles", (3, 6), here)
+    for file in samples.glob("english_channel.*"):
+        shutil.copy2(file, two_charts)
+    write_tiles(settings, tmp_path / "out.mbtiles", (3, 6), here)
+    write_tiles(settings, tmp_path / "fresh.mbtiles", (3, 6), on_this_machine(1))
+    assert tiles_in(tmp_path / "out.mbtiles") == tiles_in(tmp_path / "fresh.mbtiles")
+    with pytest.raises(TilesError, match="other charts"):
+        draw_block(replace(settings, state=b"of another machine"), Block(3, 0, 0, 8))
+
+
+def test_a_chart_that_a_worker_cannot_read_for_a_while_is_drawn_again(two_charts, tmp_path):
+    chart = str(two_charts / "fiji.chart")
+
+    def failing(settings, blocks):
+        for drawn in on_this_machine(1)(settings, blocks):
+            yield Drawn(drawn.block, [], [(chart, "The folder is gone.")])
+
+    settings = settings_of(two_charts)
+    first = write_tiles(settings, tmp_path / "out.mbtiles", (6, 6), failing)
+    assert first.problems == {chart: "The folder is gone."}
+    second = write_tiles(settings, tmp_path / "out.mbtiles", (6, 6), on_this_machine(1))
+    assert 0 < second.drawn < second.tiles and not second.problems
+
+
+def test_an_interruption_leaves_a_complete_file(tmp_path):
+    out = tmp_path / "out.mbtiles"
+
+    with pytest.raises(KeyboardInterrupt), MbtilesWriter(out) as writer:
+        writer.write(Block(4, 0, 0, 16), b"1", [Tile(0, 0, b"sea")])
+        writer._database.execute("BEGIN IMMEDIATE")
+        writer._remove(Block(4, 0, 0, 16))
+        raise KeyboardInterrupt
+    assert tiles_in(out) == {(4, 0, 15): b"sea"}
+    assert [path.name for path in tmp_path.iterdir()] == ["out.mbtiles"]
+
+
+def test_a_reader_does_not_disturb_the_writer(tmp_path):
+    out = tmp_path / "out.mbtiles"
+    with MbtilesWriter(out) as writer:
+        writer.write(Block(4, 0, 0, 16), b"1", [Tile(0, 0, b"sea")])
+        reader = MbtilesReader(out)
+        writer.write(Block(4, 0, 0, 16), b"1", [Tile(0, 0, b"land")])
+    assert reader.tile(4, 0, 0) == b"land"
 
 
 def test_equal_tiles_are_stored_once_and_unused_ones_removed(tmp_path):
@@ -230,10 +325,10 @@ def test_a_chart_that_cannot_be_shown_is_reported(two_charts, tmp_path):
 
 
 def test_a_thousand_tiles_per_second_are_in_reach(catalogue):
-    """A tenth of the goal, so that a loaded machine passes."""
+    """A fifth of the goal per second of processor time, since the machine may be loaded."""
     tiler = Tiler(catalogue)
-    blocks = [block for block in plan_blocks(catalogue, 11, 11)[:8]]
-    start = time.monotonic()
+    blocks = plan_blocks(catalogue, 11, 11)[:8]
+    start = time.process_time()
     for block in blocks:
         tiler.block(*block[:4])
-    assert sum(block[4] for block in blocks) / (time.monotonic() - start) > 100
+    assert sum(block[4] for block in blocks) / (time.process_time() - start) > 200

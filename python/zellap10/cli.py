@@ -5,6 +5,8 @@ import json
 import os
 import sys
 import time
+from collections.abc import Callable, Mapping
+from io import TextIOWrapper
 from pathlib import Path
 
 from ._native import ChartError, __version__
@@ -13,6 +15,9 @@ from .mbtiles import TilesError
 
 def main(arguments: list[str] | None = None) -> int:
     """Runs a command and returns its exit status: 1 after an error, 130 after an interruption."""
+    for stream in (sys.stdout, sys.stderr):
+        if isinstance(stream, TextIOWrapper):  # names of files may have any characters
+            stream.reconfigure(errors="backslashreplace")
     options = _parser().parse_args(arguments)
     try:
         return int(options.run(options))
@@ -36,7 +41,7 @@ def _parser() -> argparse.ArgumentParser:
 
     tiles = commands.add_parser("tiles", help="write charts as web tiles into an MBTiles file")
     tiles.add_argument("charts", nargs="+", metavar="CHARTS", help="chart files and folders")
-    tiles.add_argument("out", type=Path, metavar="OUT.mbtiles", help="continued if it exists")
+    tiles.add_argument("out", type=_file(".mbtiles"), metavar="OUT.mbtiles", help="continued if it exists")
     tiles.add_argument("--zoom", type=_zooms, required=True, metavar="6-14", help="first and last zoom")
     tiles.add_argument("--size", type=int, choices=(256, 512), default=256, help="pixels of a tile")
     tiles.add_argument("--format", choices=("png", "webp"), default="png")
@@ -49,13 +54,13 @@ def _parser() -> argparse.ArgumentParser:
     serve = commands.add_parser("serve", help="show charts or an MBTiles file in a browser")
     serve.add_argument("source", nargs="+", metavar="CHARTS_OR_MBTILES")
     serve.add_argument("--host", default="127.0.0.1", help="address to listen on")
-    serve.add_argument("--port", type=int, default=8010)
+    serve.add_argument("--port", type=_number(0, 65535), default=8010, help="0 takes any that is free")
     _add_drawing(serve)
     serve.set_defaults(run=_serve)
 
     geotiff = commands.add_parser("geotiff", help="write charts as a GeoTIFF in EPSG:3857")
     geotiff.add_argument("charts", nargs="+", metavar="CHARTS")
-    geotiff.add_argument("out", type=Path, metavar="OUT.tif")
+    geotiff.add_argument("out", type=_file(".tif", ".tiff"), metavar="OUT.tif", help="replaced if it exists")
     geotiff.add_argument(
         "--resolution", type=float, required=True, metavar="METRES", help="per pixel on the map plane of EPSG:3857"
     )
@@ -70,17 +75,30 @@ def _add_scheme(parser: argparse.ArgumentParser) -> None:
 
 
 def _add_drawing(parser: argparse.ArgumentParser) -> None:
-    parser.add_argument("--jobs", type=_positive, default=os.cpu_count() or 1, help="threads that draw")
+    parser.add_argument("--jobs", type=_number(1, 256), default=os.cpu_count() or 1, help="threads that draw")
     parser.add_argument(
-        "--memory", type=_positive, default=256, metavar="MIB", help="decoded chart data per thread"
+        "--memory", type=_number(1, 1 << 20), default=256, metavar="MIB", help="decoded chart data per thread"
     )
 
 
-def _positive(text: str) -> int:
-    number = int(text)
-    if number < 1:
-        raise argparse.ArgumentTypeError("must be 1 or more")
+def _number(least: int, most: int) -> Callable[[str], int]:
+    def number(text: str) -> int:
+        if not least <= int(text) <= most:
+            raise argparse.ArgumentTypeError(f"{text} is not from {least} to {most}")
+        return int(text)
+
     return number
+
+
+def _file(*endings: str) -> Callable[[str], Path]:
+    """A file to write: without a name for it, the last chart would be overwritten."""
+
+    def file(text: str) -> Path:
+        if not text.endswith(endings):
+            raise argparse.ArgumentTypeError(f"{text} does not end with {' or '.join(endings)}")
+        return Path(text)
+
+    return file
 
 
 def _zooms(text: str) -> tuple[int, int]:
@@ -117,8 +135,7 @@ def _tiles(options: argparse.Namespace) -> int:
     start = time.monotonic()
     report = write_tiles(settings, options.out, options.zoom, draw, options.attribution, show_progress=True)
     seconds = time.monotonic() - start
-    for path, reason in report.problems.items():
-        print(f"zellap10: not shown: {path}: {reason}", file=sys.stderr)
+    _print_problems(report.problems)
     print(f"{report.tiles} tiles, {report.drawn} of them drawn in {seconds:.1f} s, {report.drawn / seconds:.0f} per second")
     return 0
 
@@ -133,7 +150,13 @@ def _serve(options: argparse.Namespace) -> int:
 def _geotiff(options: argparse.Namespace) -> int:
     from .geotiff import write_geotiff
 
-    write_geotiff(
+    problems = write_geotiff(
         options.charts, options.out, options.resolution, options.scheme, options.jobs, options.memory << 20
     )
+    _print_problems(problems)
     return 0
+
+
+def _print_problems(problems: Mapping[str, str]) -> None:
+    for path, reason in problems.items():
+        print(f"zellap10: not shown: {path}: {reason}", file=sys.stderr)

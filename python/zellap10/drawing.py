@@ -7,8 +7,8 @@ from concurrent.futures import FIRST_COMPLETED, Future, ThreadPoolExecutor, wait
 from dataclasses import dataclass
 from functools import lru_cache
 
-from ._native import Catalogue, Tiler, __version__
-from .charts import catalogue_of
+from ._native import Catalogue, ChartError, Tiler, __version__
+from .charts import catalogue_of, state_of
 from .mbtiles import Block, Tile, TilesError
 
 
@@ -22,6 +22,8 @@ class TileSettings:
     scheme: str = "day"  # or dusk or night
     memory: int = 256 << 20  # bytes of decoded chart data per thread
     version: str = __version__
+    state: bytes = b""  # state_of the charts as the command sees them
+    content: bytes = b""  # a digest of their files, so that a worker opens them again after a change
 
 
 @dataclass(frozen=True)
@@ -36,20 +38,26 @@ class Drawn:
 # Draws blocks in any order, a few ahead of the caller.
 Draw = Callable[[TileSettings, Iterable[Block]], Iterator[Drawn]]
 
+WORKER_TIMEOUT = 30  # seconds to wait for the first worker
+
 _of_thread = threading.local()
 _one_at_a_time = threading.Lock()
 
 
 @lru_cache(maxsize=1)
-def _catalogue(charts: tuple[str, ...]) -> Catalogue:
-    return catalogue_of(charts)
+def _catalogue(charts: tuple[str, ...], state: bytes, content: bytes) -> Catalogue:
+    """The charts, opened again if their files have changed."""
+    catalogue = catalogue_of(charts)
+    if state_of(catalogue) != state:
+        raise TilesError("A worker sees other charts in the folder than this machine.")
+    return catalogue
 
 
 def _tiler(settings: TileSettings) -> Tiler:
     """The tiler of this thread, with its decoded charts."""
     if getattr(_of_thread, "settings", None) != settings:
         with _one_at_a_time:
-            catalogue = _catalogue(settings.charts)
+            catalogue = _catalogue(settings.charts, settings.state, settings.content)
         _of_thread.tiler = Tiler(catalogue, settings.tile_size, settings.format, settings.memory)
         _of_thread.settings = settings
     tiler: Tiler = _of_thread.tiler
@@ -60,7 +68,7 @@ def draw_block(settings: TileSettings, block: Block) -> Drawn:
     """Draws and encodes the tiles of a block.
 
     Raises:
-        TilesError: this machine has another version of the package.
+        TilesError: this machine has another version of the package, or sees other charts.
     """
     if settings.version != __version__:
         raise TilesError(f"A worker has version {__version__} and not {settings.version}.")
@@ -94,7 +102,7 @@ def on_cluster(address: str) -> Draw:
     """Draws on the workers of a Dask scheduler. Blocks of a worker that dies are drawn by another.
 
     Raises:
-        TilesError: python3-distributed is missing, or the scheduler does not answer.
+        TilesError: python3-distributed is missing, the scheduler does not answer, has no worker, or fails.
     """
     try:
         from distributed import Client, as_completed
@@ -108,6 +116,10 @@ def on_cluster(address: str) -> Draw:
         except (OSError, ValueError) as error:
             raise TilesError(f"The scheduler at {address} does not answer.") from error
         with client:
+            try:
+                client.wait_for_workers(1, timeout=WORKER_TIMEOUT)
+            except TimeoutError as error:
+                raise TilesError(f"No worker is connected to {address}.") from error
             threads = sum(client.nthreads().values())
 
             def submitted(count: int) -> list[Future[Drawn]]:
@@ -119,7 +131,12 @@ def on_cluster(address: str) -> Draw:
 
             results = as_completed(submitted(max(8, 3 * threads)))
             for future in results:
-                drawn = future.result()
+                try:
+                    drawn = future.result()
+                except (ChartError, TilesError):
+                    raise
+                except Exception as error:  # whatever a worker raises or its end causes
+                    raise TilesError(f"The cluster failed: {type(error).__name__}: {error}") from error
                 future.release()
                 results.update(submitted(1))
                 yield drawn

@@ -15,11 +15,13 @@ import numpy as np
 from tqdm import tqdm
 
 from ._native import Catalogue, ChartError, MapView, Quilt
-from .charts import catalogue_of
+from .charts import catalogue_of, extent_of
 
 RADIUS = 6378137.0  # metres, of the sphere of EPSG:3857
 MOST_LATITUDE = 85.0511  # degrees, of web maps
+RESOLUTIONS = 0.01, 1e6  # metres; from there on the view has other limits
 TILE = 512  # pixels
+MOST_TILES = 4_000_000  # a terapixel
 BIG = 4_000_000_000  # bytes that need BigTIFF
 
 # TIFF tags and types of a GeoTIFF.
@@ -51,17 +53,22 @@ class Grid:
             self.left, self.top, self.resolution * factor, -(-self.width // factor), -(-self.height // factor)
         )
 
+    def count(self) -> int:
+        """The number of tiles."""
+        return -(-self.width // TILE) * -(-self.height // TILE)
+
     def tiles(self) -> Iterator[tuple[int, int]]:
         """The upper left pixels of the tiles of the file, in its order."""
         return ((column, row) for row in range(0, self.height, TILE) for column in range(0, self.width, TILE))
 
     def view(self, column: int, row: int) -> MapView:
-        """The view of a tile."""
-        x = self.left + (column + TILE / 2) * self.resolution
-        y = self.top - (row + TILE / 2) * self.resolution
+        """The view of the part of a tile that is in the grid. The rest may be beyond the end of the map."""
+        width, height = min(TILE, self.width - column), min(TILE, self.height - row)
+        x = self.left + (column + width / 2) * self.resolution
+        y = self.top - (row + height / 2) * self.resolution
         latitude = math.degrees(math.atan(math.sinh(y / RADIUS)))
         metres = self.resolution * math.cos(math.radians(latitude))
-        return MapView(latitude, math.degrees(x / RADIUS), metres, TILE, TILE)
+        return MapView(latitude, math.degrees(x / RADIUS), metres, width, height)
 
 
 def grid_of(catalogue: Catalogue, resolution: float) -> Grid:
@@ -70,19 +77,20 @@ def grid_of(catalogue: Catalogue, resolution: float) -> Grid:
     Charts on both sides of the 180th meridian lie together: their eastings may be past 20037508 metres.
 
     Raises:
-        ValueError: a resolution that is not above 0, or pixels without end.
+        ValueError: a resolution out of range, too many pixels, or charts beyond the latitudes of web maps.
     """
-    if not (resolution > 0 and math.isfinite(resolution)):
-        raise ValueError("the resolution must be above 0")
-    west, east = _longitudes(catalogue)
-    south = max(min(entry.extent[0] for entry in catalogue.entries()), -MOST_LATITUDE)
-    north = min(max(entry.extent[2] for entry in catalogue.entries()), MOST_LATITUDE)
+    if not RESOLUTIONS[0] <= resolution <= RESOLUTIONS[1]:
+        raise ValueError("the resolution is from 0.01 to 1000000 metres")
+    south, west, north, east = extent_of(catalogue)
+    south, north = max(south, -MOST_LATITUDE), min(north, MOST_LATITUDE)
+    if south >= north:
+        raise ValueError("the charts are beyond 85 degrees of latitude, where the projection ends")
     left = math.floor(math.radians(west) * RADIUS / resolution)
     right = math.ceil(math.radians(east) * RADIUS / resolution)
     bottom = math.floor(_northing(south) / resolution)
     top = math.ceil(_northing(north) / resolution)
     grid = Grid(left * resolution, top * resolution, resolution, right - left, top - bottom)
-    if max(grid.width, grid.height) > 10_000_000:
+    if grid.count() > MOST_TILES:
         raise ValueError(f"{grid.width} x {grid.height} pixels are too many: take a larger resolution")
     return grid
 
@@ -91,32 +99,22 @@ def _northing(latitude: float) -> float:
     return RADIUS * math.asinh(math.tan(math.radians(latitude)))
 
 
-def _longitudes(catalogue: Catalogue) -> tuple[float, float]:
-    """The smallest range of longitudes around all charts; it begins after the widest gap."""
-    ranges = sorted((entry.extent[1], entry.extent[3]) for entry in catalogue.entries())
-    start, reach = ranges[0]
-    ends = [reach := max(reach, east) for _, east in ranges]
-    gaps = [(after[0] - end, i + 1) for i, (end, after) in enumerate(zip(ends, ranges[1:]))]
-    last_gap = start + 360 - max(ends)
-    widest, first = max([(last_gap, 0), *gaps])
-    if widest <= 0:
-        return -180.0, 180.0
-    turned = ranges[first:] + [(west + 360, east + 360) for west, east in ranges[:first]]
-    return turned[0][0], max(east for _, east in turned)
-
-
 def write_geotiff(
     charts: list[str], out: Path, resolution: float, scheme: str = "day", jobs: int = 1, memory: int = 256 << 20
-) -> None:
+) -> dict[str, str]:
     """Writes a tiled, compressed GeoTIFF with overviews, transparent outside the charts.
 
     Args:
         charts: chart files and folders.
         out: the file, which is replaced when all is written.
-        resolution: metres of the map plane per pixel; on the ground they are fewer by the cosine of the latitude.
+        resolution: metres of the map plane per pixel, 0.01 to 1e6; on the ground they are fewer by the cosine of
+            the latitude.
         scheme: "day", "dusk" or "night".
         jobs: threads that draw.
         memory: bytes of decoded chart data per thread.
+
+    Returns:
+        Why charts could not be shown, by chart file.
 
     Raises:
         ChartError: there is no chart, one cannot be opened, or tifffile is missing.
@@ -131,11 +129,12 @@ def write_geotiff(
     levels = max(0, math.ceil(math.log2(max(grid.width, grid.height) / TILE)))
     grids = [grid.overview(level) for level in range(levels + 1)]
     unfinished = out.with_name(out.name + ".part")
-    draw = _drawer(catalogue, scheme, memory)
+    problems: dict[str, str] = {}
+    draw = _drawer(catalogue, scheme, memory, problems)
     try:
         with (
             tifffile.TiffWriter(unfinished, bigtiff=grid.width * grid.height * 4 > BIG) as file,
-            tqdm(total=sum(len(list(each.tiles())) for each in grids), unit=" tiles") as bar,
+            tqdm(total=sum(each.count() for each in grids), unit=" tiles") as bar,
             ThreadPoolExecutor(jobs) as pool,
         ):
             for level, each in enumerate(grids):
@@ -154,16 +153,23 @@ def write_geotiff(
         os.replace(unfinished, out)
     finally:
         unfinished.unlink(missing_ok=True)
+    return problems
 
 
-def _drawer(catalogue: Catalogue, scheme: str, memory: int) -> Callable[[Grid, int, int], bytes]:
+def _drawer(
+    catalogue: Catalogue, scheme: str, memory: int, problems: dict[str, str]
+) -> Callable[[Grid, int, int], bytes]:
     """A function that draws and compresses a tile; each thread has a quilt of its own."""
     of_thread = threading.local()
 
     def draw(grid: Grid, column: int, row: int) -> bytes:
         if not hasattr(of_thread, "quilt"):
             of_thread.quilt = Quilt(catalogue, memory)
-        return zlib.compress(of_thread.quilt.draw(grid.view(column, row), scheme), 6)
+        image = of_thread.quilt.draw(grid.view(column, row), scheme)
+        problems.update(of_thread.quilt.problems())
+        tile = np.zeros((TILE, TILE, 4), np.uint8)
+        tile[: image.shape[0], : image.shape[1]] = image
+        return zlib.compress(tile.tobytes(), 6)
 
     return draw
 

@@ -1,6 +1,6 @@
 """What a chart is, or why it does not open."""
 
-from collections.abc import Iterable, Iterator
+from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
 
@@ -21,13 +21,18 @@ def describe(path: str | Path) -> Facts:
                 "height": height,
                 "colours": len(chart.palette),
                 **{key: value for key, value in chart.texts.items() if value},
-                "georeference": _georeference(chart.georeference) or diagnose_georeference(path),
+                "georeference": _georeference(chart.georeference),
+                **({} if chart.georeference else {"georeference_error": _no_georeference(path)}),
                 "insets": [
                     {"name": inset.name, "georeference": _georeference(inset.georeference)} for inset in chart.insets
                 ],
             }
     except ChartError as error:
         return {"path": str(path), "error": str(error).removeprefix(f"{path}: ")}
+
+
+def _no_georeference(path: str | Path) -> str:
+    return diagnose_georeference(path) or "The georeference file has no points that fit."
 
 
 def _georeference(georeference: Georeference | None) -> Facts | None:
@@ -49,22 +54,17 @@ def in_words(facts: Facts) -> Iterator[str]:
     for key in ("scale", "projection", "datum"):
         if key in facts:
             yield f"  {key} {facts[key]}"
-    yield f"  {_in_words(facts['georeference'])}"
+    yield f"  {facts.get('georeference_error') or _in_words(facts['georeference'])}"
     for inset in facts["insets"]:
         yield f"  inset {inset['name']}: {_in_words(inset['georeference'])}"
 
 
-def _in_words(georeference: Facts | str | None) -> str:
-    if not isinstance(georeference, dict):
-        return georeference or "no georeference"
-    latitudes, longitudes = zip(*georeference["outline"]) if georeference["outline"] else ((0.0,), (0.0,))
+def _in_words(georeference: Facts | None) -> str:
+    if georeference is None or not georeference["outline"]:
+        return "no georeference"
+    latitudes, longitudes = zip(*georeference["outline"])
     metres = georeference["metres_per_pixel"]
     return (
         f"latitude {min(latitudes):.4f} to {max(latitudes):.4f}, longitude {min(longitudes):.4f} to "
         f"{max(longitudes):.4f}" + (f", {metres:.1f} metres per pixel" if metres else "")
     )
-
-
-def describe_all(paths: Iterable[str]) -> list[Facts]:
-    """The facts of several files."""
-    return [describe(path) for path in paths]

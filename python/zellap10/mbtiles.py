@@ -6,8 +6,10 @@ drawn from, so that an interrupted run continues and a later run renews only wha
 
 import fcntl
 import hashlib
+import os
 import sqlite3
-from collections.abc import Iterable, Mapping
+from collections.abc import Iterable, Iterator, Mapping
+from contextlib import contextmanager, suppress
 from pathlib import Path
 from types import TracebackType
 from typing import IO, NamedTuple
@@ -99,8 +101,11 @@ class MbtilesWriter:
         self.close()
 
     def close(self) -> None:
-        """Closes the file, which is then a single one again."""
-        self._database.execute("PRAGMA journal_mode = DELETE")
+        """Closes the file. It is then a single one, unless another process still reads it."""
+        self._database.rollback()  # of what an interruption has left
+        self._database.execute("PRAGMA busy_timeout = 200")
+        with suppress(sqlite3.OperationalError):
+            self._database.execute("PRAGMA journal_mode = DELETE")
         self._database.close()
         self._unlock()
 
@@ -140,18 +145,30 @@ class MbtilesWriter:
         status = path.stat()
         state = (status.st_size, status.st_mtime_ns)
         row = self._database.execute(
-            "SELECT size, time, digest FROM chart_files WHERE path = ?", (str(path),)
+            "SELECT size, time, digest FROM chart_files WHERE path = ?", (os.fsencode(path),)
         ).fetchone()
         if row is not None and row[:2] == state:
             return bytes(row[2])
         with path.open("rb") as file:
             digest = hashlib.file_digest(file, "sha256").digest()
-        self._database.execute("REPLACE INTO chart_files VALUES (?, ?, ?, ?)", (str(path), *state, digest))
+        with self._transaction():
+            row = (os.fsencode(path), *state, digest)
+            self._database.execute("REPLACE INTO chart_files VALUES (?, ?, ?, ?)", row)
         return digest
 
-    def _transaction(self) -> sqlite3.Connection:
-        self._database.execute("BEGIN IMMEDIATE")
-        return self._database  # commits at the end of a `with` block, or rolls back
+    @contextmanager
+    def _transaction(self) -> Iterator[None]:
+        """Commits at its end. After an error or an interruption nothing of it has happened."""
+        try:
+            self._database.execute("BEGIN IMMEDIATE")
+            yield
+            self._database.execute("COMMIT")
+        except BaseException as error:
+            if self._database.in_transaction:
+                self._database.execute("ROLLBACK")
+            if isinstance(error, sqlite3.Error):
+                raise TilesError(f"{self.path}: {error}.") from error
+            raise
 
     def _remove(self, block: Block) -> None:
         self._database.execute("DELETE FROM blocks WHERE (zoom, x, y) = (?, ?, ?)", block[:3])
@@ -198,18 +215,26 @@ class MbtilesReader:
     def __init__(self, path: Path) -> None:
         try:
             self._database = sqlite3.connect(f"{path.absolute().as_uri()}?mode=ro", uri=True, check_same_thread=False)
-            self.metadata = dict(self._database.execute("SELECT name, value FROM metadata"))
+            rows = self._database.execute("SELECT name, value FROM metadata")
+            self.metadata = {str(name): str(value) for name, value in rows}
             self._database.execute("SELECT 1 FROM tiles LIMIT 1")
         except sqlite3.Error as error:
             raise TilesError(f"{path}: {error}.") from error
 
     def tile(self, zoom: int, x: int, y: int) -> bytes | None:
-        """An encoded tile, counted from the north; None if there is none."""
-        row = self._database.execute(
-            "SELECT tile_data FROM tiles WHERE zoom_level = ? AND tile_column = ? AND tile_row = ?",
-            (zoom, x, (1 << zoom) - 1 - y),
-        ).fetchone()
-        return None if row is None else bytes(row[0])
+        """An encoded tile, counted from the north; None if there is none.
+
+        Raises:
+            TilesError: the file is damaged.
+        """
+        try:
+            row = self._database.execute(
+                "SELECT tile_data FROM tiles WHERE zoom_level = ? AND tile_column = ? AND tile_row = ?",
+                (zoom, x, (1 << zoom) - 1 - y),
+            ).fetchone()
+        except sqlite3.Error as error:
+            raise TilesError(f"The tile cannot be read: {error}.") from error
+        return row[0] if row is not None and isinstance(row[0], bytes) else None
 
     def close(self) -> None:
         """Closes the file."""

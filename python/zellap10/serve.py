@@ -3,6 +3,7 @@
 import json
 import re
 import sys
+from contextlib import suppress
 from functools import partial
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from importlib import resources
@@ -10,6 +11,7 @@ from pathlib import Path
 
 from ._native import ChartError
 from .charts import catalogue_of
+from .mbtiles import TilesError
 from .tile_sources import SCHEMES, ChartSource, MbtilesSource, TileSource
 
 LEAFLET = Path("/usr/share/javascript/leaflet")  # of Debian's libjs-leaflet
@@ -46,6 +48,12 @@ def page_files() -> dict[str, bytes]:
     except OSError as error:
         raise ChartError("Install libjs-leaflet to show a map.") from error
     return files
+
+
+def _image_type(data: bytes) -> str:
+    if data[8:12] == b"WEBP":
+        return "image/webp"
+    return "image/jpeg" if data[:2] == b"\xff\xd8" else "image/png"
 
 
 class MapHandler(BaseHTTPRequestHandler):
@@ -85,8 +93,12 @@ class MapHandler(BaseHTTPRequestHandler):
         if zoom > 24 or x >= 1 << zoom or y >= 1 << zoom:
             self.send_error(404)
             return
-        data = self._source.tile(match[1], zoom, x, y) or EMPTY
-        self._answer(data, "image/webp" if data[8:12] == b"WEBP" else "image/png")
+        try:
+            data = self._source.tile(match[1], zoom, x, y) or EMPTY
+        except TilesError:
+            self.send_error(404)
+            return
+        self._answer(data, _image_type(data))
 
     def _answer(self, data: bytes, content_type: str) -> None:
         self.send_response(200)
@@ -140,6 +152,6 @@ def source_of(paths: list[str], jobs: int, memory: int) -> TileSource:
 
 def serve(paths: list[str], host: str, port: int, jobs: int, memory: int) -> None:
     """Serves until it is interrupted."""
-    with MapServer(source_of(paths, jobs, memory), host, port) as server:
+    with MapServer(source_of(paths, jobs, memory), host, port) as server, suppress(KeyboardInterrupt):
         print(f"The map is at {server.address}; Ctrl-C ends the server.", flush=True)
         server.serve_forever()

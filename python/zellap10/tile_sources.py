@@ -1,5 +1,6 @@
 """Where the tiles of a map come from."""
 
+import math
 import queue
 import threading
 from collections import OrderedDict
@@ -7,8 +8,8 @@ from pathlib import Path
 from typing import Any, Protocol
 
 from ._native import Catalogue, Tiler
-from .mbtiles import MbtilesReader
-from .tiles import bounds_of
+from .charts import centre_of, extent_of
+from .mbtiles import MbtilesReader, TilesError
 
 SCHEMES = ("day", "dusk", "night")
 
@@ -35,10 +36,11 @@ class ChartSource:
     """
 
     def __init__(self, catalogue: Catalogue, jobs: int, memory: int, cache: int = 64 << 20) -> None:
-        south, west, north, east = bounds_of(catalogue)
+        south, west, north, east = extent_of(catalogue)
         self.config: dict[str, Any] = {
             "name": catalogue.entries()[0].name if len(catalogue) == 1 else f"{len(catalogue)} charts and insets",
             "bounds": [[south, west], [north, east]],
+            "centre": centre_of(catalogue),
             "zooms": [0, 18],
             "tile_size": 256,
             "schemes": SCHEMES,
@@ -96,23 +98,39 @@ class MbtilesSource:
     """The tiles of an MBTiles file, in its own colours.
 
     Raises:
-        TilesError: the file is no tile database.
+        TilesError: the file is no tile database, or its metadata are not those of one.
     """
 
     def __init__(self, path: Path) -> None:
         self._reader = MbtilesReader(path)
         self._lock = threading.Lock()
-        metadata = self._reader.metadata
-        west, south, east, north = (float(part) for part in metadata.get("bounds", "-180,-85,180,85").split(","))
-        self.config: dict[str, Any] = {
-            "name": metadata.get("name", path.stem),
-            "bounds": [[south, west], [north, east]],
-            "zooms": [int(metadata.get("minzoom", 0)), int(metadata.get("maxzoom", 18))],
-            "tile_size": int(metadata.get("tile_size", 256)),
-            "schemes": SCHEMES[:1],
-            "attribution": metadata.get("attribution", ""),
-        }
+        try:
+            self.config = _config(self._reader.metadata, path.stem)
+        except ValueError as error:
+            raise TilesError(f"{path}: The metadata are not valid: {error}.") from error
 
     def tile(self, scheme: str, zoom: int, x: int, y: int) -> bytes | None:
         with self._lock:
             return self._reader.tile(zoom, x, y)
+
+
+def _config(metadata: dict[str, str], name: str) -> dict[str, Any]:
+    west, south, east, north = _numbers(metadata.get("bounds", "-180,-85,180,85"), 4)
+    middle = f"{(west + east) / 2},{(south + north) / 2},0"
+    longitude, latitude, _ = _numbers(metadata.get("center", middle), 3)
+    return {
+        "name": metadata.get("name", name),
+        "bounds": [[south, west], [north, east]],
+        "centre": [latitude, longitude],
+        "zooms": [int(metadata.get("minzoom", 0)), int(metadata.get("maxzoom", 18))],
+        "tile_size": int(metadata.get("tile_size", 256)),
+        "schemes": SCHEMES[:1],
+        "attribution": metadata.get("attribution", ""),
+    }
+
+
+def _numbers(text: str, count: int) -> list[float]:
+    numbers = [float(part) for part in text.split(",")]
+    if len(numbers) != count or not all(map(math.isfinite, numbers)):
+        raise ValueError(f"{text!r}")
+    return numbers

@@ -3,29 +3,30 @@
 import hashlib
 import json
 from collections.abc import Iterable
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 from pathlib import Path
 from typing import NamedTuple
 
 from tqdm import tqdm
 
-from ._native import Catalogue, CatalogueEntry, plan_blocks
-from .charts import catalogue_of
+from ._native import Catalogue, CatalogueEntry, diagnose_chart, plan_blocks
+from .charts import catalogue_of, centre_of, extent_of, georeference_file, state_of
 from .drawing import Draw, TileSettings
 from .mbtiles import Block, MbtilesWriter
 
 
 class Plan(NamedTuple):
-    """A block to draw, the number of its tiles that touch a chart, and a digest of what it is drawn from."""
+    """A block to draw, the number of its tiles that touch a chart, and what it is drawn from."""
 
     block: Block
     tiles: int
     fingerprint: bytes
+    charts: frozenset[str]
 
 
 @dataclass
 class Report:
-    """What a run did. Tiles are those that touch a chart."""
+    """What a run did. Tiles are those that touch a chart. Problems are reasons by chart file."""
 
     tiles: int = 0
     drawn: int = 0
@@ -58,7 +59,9 @@ def write_tiles(
     """
     catalogue = catalogue_of(settings.charts)
     with MbtilesWriter(out) as writer:
-        plans = list(_plans(catalogue, settings, zooms, writer))
+        digests = [_digest(entry, writer) for entry in catalogue.entries()]
+        plans = list(_plans(catalogue, settings, zooms, digests))
+        settings = replace(settings, state=state_of(catalogue), content=hashlib.sha256(b"".join(digests)).digest())
         done = writer.done()
         todo = {plan.block: plan for plan in plans if done.get(plan.block) != plan.fingerprint}
         stale = done.keys() - {plan.block for plan in plans}
@@ -71,8 +74,11 @@ def write_tiles(
         ) as bar:
             for drawn in draw(settings, todo):
                 plan = todo[drawn.block]
-                writer.write(plan.block, plan.fingerprint, drawn.tiles)
-                report.problems.update(drawn.problems)
+                problems = {path: reason for path, reason in drawn.problems if path in plan.charts}
+                # A chart that opens here could not be read for a while: the next run draws the block again.
+                passing = any(diagnose_chart(path) is None for path in problems)
+                writer.write(plan.block, b"" if passing else plan.fingerprint, drawn.tiles)
+                report.problems.update(problems)
                 report.drawn += plan.tiles
                 bar.update(plan.tiles)
         writer.remove_unused_images()
@@ -80,33 +86,35 @@ def write_tiles(
 
 
 def _plans(
-    catalogue: Catalogue, settings: TileSettings, zooms: tuple[int, int], writer: MbtilesWriter
+    catalogue: Catalogue, settings: TileSettings, zooms: tuple[int, int], digests: list[bytes]
 ) -> Iterable[Plan]:
     how = json.dumps([settings.version, settings.tile_size, settings.format, settings.scheme]).encode()
-    entries = catalogue.entries()
-    digests = [_digest(entry, writer) for entry in entries]
+    paths = [entry.path for entry in catalogue.entries()]
     for zoom, x, y, size, tiles, touched in plan_blocks(catalogue, *zooms):
         fingerprint = hashlib.blake2b(how, digest_size=16)
         for index in touched:
             fingerprint.update(digests[index])
-        yield Plan(Block(zoom, x, y, size), tiles, fingerprint.digest())
+        charts = frozenset(paths[index] for index in touched)
+        yield Plan(Block(zoom, x, y, size), tiles, fingerprint.digest(), charts)
 
 
 def _digest(entry: CatalogueEntry, writer: MbtilesWriter) -> bytes:
-    chart = Path(entry.path)
     inset = str(entry.inset).encode()
-    return writer.digest_of(chart) + writer.digest_of(chart.with_suffix(".GEO")) + inset
+    return writer.digest_of(Path(entry.path)) + writer.digest_of(georeference_file(entry.path)) + inset
 
 
 def _metadata(
     catalogue: Catalogue, settings: TileSettings, zooms: tuple[int, int], name: str, attribution: str
 ) -> dict[str, str]:
-    south, west, north, east = bounds_of(catalogue)
+    south, west, north, east = extent_of(catalogue)
+    if east > 180:  # across the 180th meridian the format needs the full turn
+        west, east = -180.0, 180.0
+    latitude, longitude = centre_of(catalogue)
     metadata = {
         "name": name,
         "format": settings.format,
         "bounds": f"{west:.6f},{south:.6f},{east:.6f},{north:.6f}",
-        "center": f"{(west + east) / 2:.6f},{(south + north) / 2:.6f},{zooms[0]}",
+        "center": f"{longitude:.6f},{latitude:.6f},{zooms[0]}",
         "minzoom": str(zooms[0]),
         "maxzoom": str(zooms[1]),
         "type": "overlay",
@@ -115,11 +123,3 @@ def _metadata(
         "tile_size": str(settings.tile_size),
     }
     return metadata | ({"attribution": attribution} if attribution else {})
-
-
-def bounds_of(catalogue: Catalogue) -> tuple[float, float, float, float]:
-    """South, west, north and east of all charts, degrees. One across the 180th meridian needs the full turn."""
-    souths, wests, norths, easts = zip(*(entry.extent for entry in catalogue.entries()))
-    if max(easts) > 180:
-        return min(souths), -180.0, max(norths), 180.0
-    return min(souths), min(wests), max(norths), max(easts)

@@ -47,6 +47,7 @@ class ChartMap {
     // Leaflet counts 512-pixel tiles one zoom lower.
     const zoomOffset = config.tile_size === 512 ? -1 : 0;
     this.map = L.map("map", { minZoom: config.zooms[0] - zoomOffset, maxZoom: config.zooms[1] + 3, worldCopyJump: true });
+    this.map.attributionControl.setPrefix(false);  // a link to an address outside
     this.tiles = L.tileLayer("tiles/{scheme}/{z}/{x}/{y}", {
       scheme: "day",
       tileSize: config.tile_size,
@@ -102,6 +103,14 @@ class ChartMap {
     history.replaceState(null, "", this.hash);
   }
 
+  /** All charts if their map begins at a zoom that shows them all, or else the one in their middle. */
+  showCharts() {
+    const { bounds, centre } = this.config;
+    const zoom = this.map.getMinZoom();
+    if (this.map.getBoundsZoom(bounds) > zoom) this.map.fitBounds(bounds);
+    else this.map.setView(centre, zoom);
+  }
+
   restore() {
     if (location.hash && location.hash === this.hash) return;
     const view = viewOfAddress();
@@ -110,7 +119,7 @@ class ChartMap {
       this.map.setView([latitude, longitude], zoom);
       this.show(["dusk", "night"].includes(view.scheme) ? view.scheme : "day");
     } else {
-      this.map.fitBounds(this.config.bounds);
+      this.showCharts();
     }
   }
 }
