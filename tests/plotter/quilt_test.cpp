@@ -185,6 +185,24 @@ TEST_F(QuiltTest, PansToTheSamePixels) {
     }
 }
 
+TEST_F(QuiltTest, PansToTheSamePixelsWhileChartsArrive) {
+    Quilt::Options options;
+    options.threads = 3;
+    options.memory_bytes = 1;
+    for (const double course : {0.0, 130.0}) {
+        Quilt quilt(catalogue_, options);
+        MapView view = view_of(60, course);
+        Picture picture(700, 500);
+        for (int i = 0; i < 40; ++i) {
+            quilt.draw(view, ColourScheme::kDay, kBackground, picture.bitmap());
+            std::this_thread::sleep_for(std::chrono::milliseconds(i % 4));
+            view = view.moved_by(i % 7 * 5 - 3, 9 - i % 3 * 30);
+        }
+        Quilt fresh(catalogue_);
+        EXPECT_TRUE(drawn_in_time(quilt, view) == drawn(fresh, view)) << course;
+    }
+}
+
 TEST_F(QuiltTest, DimsItsColoursAndNotItsBackground) {
     Quilt quilt(catalogue_);
     const MapView view({52.9, -4.9}, 900, {300, 300});

@@ -83,6 +83,7 @@ bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t str
     pixels_ = pixels;
     stride_ = stride;
     is_complete_ = true;
+    missing_.clear();
     free_ = part.width * part.height;
     free_of_row_.fill(part.width);
     for (auto& row : taken_)
@@ -125,7 +126,9 @@ void BlockPainter::paint_chart(FrameChart& chart) {
     const ChartStore::Failure failure = store_.failure(*chart.file);
     opened_ = store_.chart(*chart.file);
     if (opened_ == nullptr) {
-        if (failure != ChartStore::Failure::kFile) is_complete_ = false;
+        if (failure == ChartStore::Failure::kFile) return;
+        is_complete_ = false;
+        missing_.push_back({chart.file, std::nullopt});
         return;
     }
     chart_ = &chart;
@@ -169,10 +172,9 @@ std::optional<BlockPainter::Source> BlockPainter::source_of(const GridCell& cell
     const Vector down = cell.corners[2] - cell.corners[0] + cell.corners[3] - cell.corners[1];
     const double reduction =
         std::max(std::hypot(right.x, down.x), std::hypot(right.y, down.y)) / (2.0 * cell.side);
-    const auto level_of = [](double pixels) { return pixels >= 2.0 ? std::ilogb(pixels) : 0; };
-    const int nominal = level_of(chart_->chosen.reduction);
-    const int level =
-        std::clamp(std::clamp(level_of(reduction), nominal - 1, nominal + 1) + frame_.coarser, 0, kMostLevel);
+    const int nominal = level_for(chart_->chosen.reduction);
+    const int level = std::clamp(std::clamp(level_for(reduction), nominal - 1, nominal + 1) + frame_.coarser,
+                                 0, kMostLevel);
     if (auto source = source_at(cell, level, true)) return source;
     is_complete_ = false;
     for (int other = level + 1; other <= kMostLevel; ++other) {
@@ -223,9 +225,12 @@ std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell
     bool is_complete = true;
     for (int row = source.first_row; row < source.end_row; ++row) {
         for (int column = source.first_column; column < source.end_column; ++column) {
-            source.tiles.push_back(store_.tile(*chart_->file, *opened_, {level, column, row}, wanted));
-            is_complete = is_complete && source.tiles.back() != nullptr;
-            if (!is_complete && !wanted) return std::nullopt;
+            const TileKey key{level, column, row};
+            source.tiles.push_back(store_.tile(*chart_->file, *opened_, key, wanted));
+            if (source.tiles.back() != nullptr) continue;
+            if (!wanted) return std::nullopt;
+            is_complete = false;
+            missing_.push_back({chart_->file, key});
         }
     }
     if (!is_complete) return std::nullopt;

@@ -65,6 +65,9 @@ public:
     /// @return        false if chart data was missing
     bool paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t stride);
 
+    /// The data that the last part lacked.
+    [[nodiscard]] std::vector<ChartStore::Missing>& missing() { return missing_; }
+
 private:
     struct Source;
 
@@ -85,6 +88,7 @@ private:
     Argb* pixels_ = nullptr;
     std::ptrdiff_t stride_ = 0;
     bool is_complete_ = true;
+    std::vector<ChartStore::Missing> missing_;
     int free_ = 0;  // pixels that no chart has taken
     std::array<int, kBlockSide> free_of_row_{};
     std::array<std::array<char, kBlockSide>, kBlockSide> taken_{};

@@ -45,6 +45,11 @@ std::vector<CatalogueEntry> entries_of(const std::string& path) {
     return entries;
 }
 
+bool is_inside(const Extent& part, const Extent& all) {
+    return part.south >= all.south && part.north <= all.north &&
+           degrees_east(part.west, all.west) + part.width <= all.width;
+}
+
 bool is_before(double a_metres, std::size_t a_number, double b_metres, std::size_t b_number) {
     return a_metres < b_metres || (a_metres == b_metres && a_number < b_number);
 }
@@ -122,7 +127,8 @@ Catalogue::Entries Catalogue::covering(Position position) const {
 
 Catalogue::Entries Catalogue::overlapping(const Extent& extent) const {
     return state_->chosen(extent, [&extent](const CatalogueEntry& entry) {
-        return entry.extent.overlaps(extent) && entry.outline.overlaps(extent);
+        return entry.extent.overlaps(extent) &&
+               (is_inside(entry.extent, extent) || entry.outline.overlaps(extent));
     });
 }
 

@@ -10,12 +10,13 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <map>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -37,8 +38,14 @@ bool operator<(const TileKey& a, const TileKey& b);
 /// workers fetch what was missing, in the order of the requests.
 class ChartStore {
 public:
-    /// A chart file, open or not. Valid until the next `begin`.
+    /// A chart file, open or not. Valid until the second `begin` after the last call of `file` for it.
     struct File;
+
+    /// A chart, or one of its tiles, that a drawing lacked.
+    struct Missing {
+        File* file;
+        std::optional<TileKey> tile;  // empty for the chart itself
+    };
 
     enum class Failure {
         kNone,
@@ -53,7 +60,9 @@ public:
     ChartStore& operator=(const ChartStore&) = delete;
 
     void begin();
-    [[nodiscard]] File& file(const std::string& path);
+
+    /// @param level  if all of it is one tile, the tile is decoded as soon as the chart is open
+    [[nodiscard]] File& file(const std::string& path, int level);
     [[nodiscard]] Failure failure(const File& file);
 
     /// An open chart; null if it is not open, and then it is opened. Once in a second it is compared with its
@@ -65,6 +74,9 @@ public:
     /// @param wanted  decode it if it is missing
     [[nodiscard]] std::shared_ptr<const Tile> tile(File& file, const OpenedChart& opened, const TileKey& key,
                                                    bool wanted);
+
+    /// Whether everything in a list is still missing. If so, all of it is requested again.
+    [[nodiscard]] bool is_missing(const std::vector<Missing>& list);
 
     /// Passes the requests since `begin` to the workers, in place of earlier ones.
     ///
@@ -89,7 +101,10 @@ private:
         std::optional<TileRow> tiles;  // empty to open the chart or to compare it with its file
     };
     using Lock = std::unique_lock<std::mutex>;
+    using Requests = std::deque<Missing>;
 
+    [[nodiscard]] const OpenedChart* requested_chart(File& file);
+    [[nodiscard]] const std::shared_ptr<const Tile>& requested_tile(File& file, const TileKey& key);
     void work();
     [[nodiscard]] std::optional<Job> take_job();
     [[nodiscard]] bool run(const Job& job, Lock& lock);
@@ -99,7 +114,8 @@ private:
     void fail(File& file, Failure failure, std::string reason);
     void forget(File& file);
     void make_room();
-    void close_some(const File& kept);
+    void drop_files();
+    void keep_open(File& file, std::unique_ptr<CZellap> object);
 
     const std::size_t most_bytes_;
     const std::function<void()> on_more_;
@@ -107,11 +123,15 @@ private:
     std::mutex mutex_;
     std::condition_variable has_work_;
     std::condition_variable is_idle_;
-    std::map<std::string, std::unique_ptr<File>> files_;
-    std::deque<std::pair<File*, std::optional<TileKey>>> requests_;  // since begin
-    std::deque<std::pair<File*, std::optional<TileKey>>> queue_;     // of the workers
-    std::size_t bytes_ = 0;                                          // of all tiles
-    std::size_t wanted_bytes_ = 0;                                   // since begin, of tiles decoded or not
+    std::unordered_map<std::string, std::unique_ptr<File>> files_;
+    // Least recently used last.
+    std::list<File*> recent_files_;
+    std::list<File*> open_files_;
+    std::list<Missing> recent_tiles_;
+    Requests requests_;             // since begin
+    Requests queue_;                // of the workers
+    std::size_t bytes_ = 0;         // of all tiles
+    std::size_t wanted_bytes_ = 0;  // since begin, of tiles decoded or not
     std::uint64_t drawing_ = 0;
     std::uint64_t changes_ = 0;
     int running_ = 0;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -47,6 +48,37 @@ void add_parts(const ScreenPlane& plane, const Rectangle& area, std::vector<Bloc
     }
 }
 
+// A part that lacks chart data.
+struct Incomplete {
+    BlockPart part;
+    std::vector<ChartStore::Missing> missing;
+};
+
+// Both parts of a block and what is between them.
+BlockPart united(const BlockPart& a, const BlockPart& b) {
+    const int x = std::min(a.x, b.x);
+    const int y = std::min(a.y, b.y);
+    return {a.left,
+            a.top,
+            x,
+            y,
+            std::max(a.x + a.width, b.x + b.width) - x,
+            std::max(a.y + a.height, b.y + b.height) - y};
+}
+
+// Makes one of a part and those of a list that are in the same block. False if there is none.
+bool unite(const BlockPart& part, std::vector<BlockPart>& parts) {
+    const auto is_other = [&part](const BlockPart& each) {
+        return each.left != part.left || each.top != part.top;
+    };
+    const auto rest = std::partition(parts.begin(), parts.end(), is_other);
+    if (rest == parts.end()) return false;
+    const BlockPart all = std::accumulate(rest, parts.end(), part, united);
+    parts.erase(rest, parts.end());
+    parts.push_back(all);
+    return true;
+}
+
 }  // namespace
 
 class Quilt::Impl {
@@ -80,7 +112,10 @@ public:
             store.begin();
             const Frame frame = frame_of(choice, plane, scheme, background, 0);
             const std::size_t before = parts.size();
-            parts = paint(frame, parts);
+            const std::vector<Incomplete> rest = paint(frame, parts);
+            parts.clear();
+            for (const Incomplete& each : rest)
+                parts.push_back(each.part);
             store.end(false);
             add_shown(frame, shown);
             if (parts.size() < before) failures = 0;
@@ -95,7 +130,7 @@ public:
         if (!position) return std::nullopt;
         for (const ChosenChart& chosen : choose_charts(*catalogue, view, readable_).charts) {
             if (!chosen.entry->extent.contains(*position)) continue;
-            const auto opened = store.chart(store.file(chosen.entry->path));
+            const auto opened = store.chart(store.file(chosen.entry->path, level_for(chosen.reduction)));
             const OpenedChart::Part* const part =
                 opened != nullptr ? opened->part(chosen.entry->inset) : nullptr;
             if (part == nullptr) continue;
@@ -128,25 +163,29 @@ private:
             coarser_ = plane_ && plane_->is_same(plane) ? coarser_ : 0;
             shown_.clear();
         }
-        const std::vector<BlockPart> parts =
+        std::vector<BlockPart> parts =
             is_known ? parts_after_pan(plane) : parts_of(plane, {0, 0, width_, height_});
+        std::vector<Incomplete> incomplete = is_known ? std::move(incomplete_) : std::vector<Incomplete>();
         is_frame_known_ = false;
         store.begin();
         const Frame frame = frame_of(choice, plane, scheme, background, coarser_);
+        add_more(plane, incomplete, parts);
         // Has those compared with their files that the new parts do not need.
         for (const auto& chart : frame.charts) {
             if (shown_.count(chart->chosen.entry) > 0) static_cast<void>(store.chart(*chart->file));
         }
-        const bool is_complete = paint(frame, parts).empty() && store.changes() == changes;
+        for (Incomplete& each : paint(frame, parts))
+            incomplete.push_back(std::move(each));
         store.end(true);
         add_shown(frame, shown_);
         plane_ = plane;
         scheme_ = scheme;
         background_ = background;
         changes_ = changes;
-        is_frame_known_ = is_complete;
+        incomplete_ = std::move(incomplete);
+        is_frame_known_ = store.changes() == changes;
         copy_to(bitmap);
-        return {is_complete, in_order(choice, shown_)};
+        return {is_frame_known_ && incomplete_.empty(), in_order(choice, shown_)};
     }
 
     void set_size(const MapView& view, const Bitmap& bitmap) {
@@ -164,8 +203,12 @@ private:
                    int coarser) {
         Frame frame{plane, scheme, background, coarser, {}};
         for (const ChosenChart& chart : choice.charts)
-            frame.charts.push_back(std::make_unique<FrameChart>(chart, store.file(chart.entry->path)));
+            frame.charts.push_back(std::make_unique<FrameChart>(chart, file_of(chart, coarser)));
         return frame;
+    }
+
+    ChartStore::File& file_of(const ChosenChart& chart, int coarser) {
+        return store.file(chart.entry->path, std::min(level_for(chart.reduction) + coarser, kMostLevel));
     }
 
     static std::vector<BlockPart> parts_of(const ScreenPlane& plane, const Rectangle& area) {
@@ -202,24 +245,53 @@ private:
         return parts;
     }
 
+    // Moves those of the incomplete parts for which there is more to draw now to the parts to draw, and drops
+    // what is no longer in view.
+    void add_more(const ScreenPlane& plane, std::vector<Incomplete>& incomplete,
+                  std::vector<BlockPart>& parts) {
+        std::vector<Incomplete> waiting;
+        for (Incomplete& each : incomplete) {
+            BlockPart& part = each.part;
+            const auto held = [](std::int64_t place) {
+                return static_cast<int>(std::clamp<std::int64_t>(place, 0, kBlockSide));
+            };
+            const int right = std::min(part.x + part.width, held(plane.left() + width_ - part.left));
+            const int bottom = std::min(part.y + part.height, held(plane.top() + height_ - part.top));
+            part.x = std::max(part.x, held(plane.left() - part.left));
+            part.y = std::max(part.y, held(plane.top() - part.top));
+            part.width = right - part.x;
+            part.height = bottom - part.y;
+            if (part.width <= 0 || part.height <= 0) continue;
+            if (unite(part, parts)) continue;
+            if (!each.missing.empty() && store.is_missing(each.missing))
+                waiting.push_back(std::move(each));
+            else
+                parts.push_back(part);
+        }
+        incomplete = std::move(waiting);
+    }
+
     // Returns the parts that are not complete.
-    std::vector<BlockPart> paint(const Frame& frame, const std::vector<BlockPart>& parts) {
+    std::vector<Incomplete> paint(const Frame& frame, const std::vector<BlockPart>& parts) {
         std::vector<char> is_complete(parts.size(), 0);
+        std::vector<std::vector<ChartStore::Missing>> missing(parts.size());
         team_.run(static_cast<int>(parts.size()), [&](int i) {
             const auto index = static_cast<std::size_t>(i);
             const BlockPart& part = parts[index];
             Argb* const pixels = row_of(static_cast<int>(part.top + part.y - frame.plane.top())) +
                                  (part.left + part.x - frame.plane.left());
             try {
-                is_complete[index] = BlockPainter(frame, store).paint(part, pixels, width_) ? 1 : 0;
+                BlockPainter painter(frame, store);
+                is_complete[index] = painter.paint(part, pixels, width_) ? 1 : 0;
+                missing[index] = std::move(painter.missing());
             } catch (const std::bad_alloc&) {
                 for (int y = 0; y < part.height; ++y)
                     std::fill_n(pixels + std::ptrdiff_t{y} * width_, part.width, frame.background);
             }
         });
-        std::vector<BlockPart> rest;
+        std::vector<Incomplete> rest;
         for (std::size_t i = 0; i < parts.size(); ++i) {
-            if (is_complete[i] == 0) rest.push_back(parts[i]);
+            if (is_complete[i] == 0) rest.push_back({parts[i], std::move(missing[i])});
         }
         return rest;
     }
@@ -249,11 +321,12 @@ private:
     }
 
     Team team_;
-    // The last frame. It is known if it is complete: then a view of the same plane needs only what is new.
+    // The last frame. If it is known, a view of the same plane needs only what is new.
     std::vector<Argb> pixels_;
     int width_ = 0;
     int height_ = 0;
     bool is_frame_known_ = false;
+    std::vector<Incomplete> incomplete_;  // parts of it
     std::optional<ScreenPlane> plane_;
     ColourScheme scheme_ = ColourScheme::kDay;
     Argb background_ = 0;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -50,6 +51,10 @@ int side_of(int level_pixels, int tile) {
 std::size_t tile_bytes(CSize level, int column, int row) {
     return sizeof(Argb) * static_cast<std::size_t>(side_of(level.cx, column)) *
            static_cast<std::size_t>(side_of(level.cy, row));
+}
+
+int level_for(double reduction) {
+    return reduction >= 2.0 ? std::min(std::ilogb(reduction), kMostLevel) : 0;
 }
 
 CSize level_size(CSize chart, int level) {

@@ -22,6 +22,9 @@ constexpr int kTileApron = 2;
 /// chart has at its right and lower edge.
 constexpr int kMostLevel = 13;
 
+/// The level for a number of chart pixels per screen pixel, which leaves less than two of its pixels.
+[[nodiscard]] int level_for(double reduction);
+
 /// The size of a level.
 [[nodiscard]] CSize level_size(CSize chart, int level);
 
