@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -100,12 +101,37 @@ TEST_F(CatalogueOf, AChartDoesNotCoverWhatItsInsetHides) {
     EXPECT_TRUE(covers(118, 200));
     EXPECT_TRUE(covers(300, 332));
     EXPECT_EQ(names_of(catalogue_.covering({9.99, 20.01})), Names{"HARBOUR"});
+
+    // By several threads at once, of an entry that nobody asked before.
+    Catalogue fresh;
+    fresh.add_file(folder_.file("sheet.chart"));
+    std::vector<std::size_t> found(4);
+    std::vector<std::thread> threads;
+    for (std::size_t& each : found) {
+        threads.emplace_back([&fresh, &sheet, &each] {
+            const auto position = sheet.position(300, 200);
+            each = fresh.covering({position.latitude + 0.25, position.longitude + 0.25}).size();
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(found, std::vector<std::size_t>(4));
 }
 
 TEST_F(CatalogueOf, AFolderIsOpenedOnceAndThenOnlyWhatHasChanged) {
     const std::string saved = folder_.file("../zellap10_catalogue_test_" + std::to_string(std::rand()));
     EXPECT_EQ(catalogue_.add_folder(folder_.file("")).opened, 6) << "with a text beside ocean.GEO";
-    ASSERT_TRUE(catalogue_.save(saved));
+    // What an inset hides is saved once somebody has asked for it.
+    for (const bool has_asked : {false, true}) {
+        if (has_asked) {
+            EXPECT_EQ(names_of(catalogue_.covering({51, -4.3})), (Names{"Coast", "Ocean"}));
+        }
+        ASSERT_TRUE(catalogue_.save(saved));
+        Catalogue loaded;
+        ASSERT_TRUE(loaded.load(saved));
+        loaded.add_folder(folder_.file(""));
+        EXPECT_EQ(loaded.entries()[1]->hidden().size(), 1U);
+    }
     Catalogue again;
     ASSERT_TRUE(again.load(saved));
     const auto report = again.add_folder(folder_.file(""));
@@ -121,7 +147,7 @@ TEST_F(CatalogueOf, AFolderIsOpenedOnceAndThenOnlyWhatHasChanged) {
         EXPECT_EQ(entry.outline.corners.size(), before.outline.corners.size());
         EXPECT_EQ(entry.outline.corners[2].latitude, before.outline.corners[2].latitude);
         EXPECT_EQ(entry.extent.width, before.extent.width);
-        EXPECT_EQ(entry.hidden.size(), before.hidden.size());
+        EXPECT_EQ(entry.hidden().size(), before.hidden().size());
     }
     TestChart{310, 200, 65, -30, 0.3, 0, false, "Sea"}.write(folder_, "ocean");
     std::filesystem::remove(folder_.file("coast.GEO"));
@@ -177,6 +203,10 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
             return entry->extent.overlaps(extent) && entry->outline.overlaps(extent);
         });
         EXPECT_EQ(catalogue_.overlapping(extent), expected) << i;
+        expected.clear();
+        std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
+                     [&](const auto* entry) { return entry->extent.overlaps(extent); });
+        EXPECT_EQ(catalogue_.with_extent_in(extent), expected) << i;
         const zellap10::plotter::Position position{-70.0 + i % 140, west};
         expected.clear();
         std::copy_if(all.begin(), all.end(), std::back_inserter(expected),

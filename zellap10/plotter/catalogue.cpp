@@ -15,13 +15,19 @@ namespace zellap10::plotter {
 
 namespace {
 
-bool has_georeference_file(const std::string& path) {
-    std::error_code ignored;
+// Whether the georeference file of a path in a list exists. Most often it is next to it in alphabetical
+// order.
+bool has_georeference_file(const std::vector<std::string>& paths, std::size_t index) {
+    const std::string& path = paths[index];
     const std::string georeference = chart::georeference_path(path);
-    return georeference != path && std::filesystem::exists(georeference, ignored);
+    if (georeference == path) return false;
+    if (index > 0 && paths[index - 1] == georeference) return true;
+    if (index + 1 < paths.size() && paths[index + 1] == georeference) return true;
+    std::error_code ignored;
+    return std::filesystem::exists(georeference, ignored);
 }
 
-std::vector<CatalogueEntry> entries_of(const std::string& path) {
+std::vector<CatalogueEntry> entries_of(const std::string& path, const FileStamp& stamp) {
     CZellap chart;
     if (chart.OpenZellap(path.c_str(), 1) == 0) return {};
     const CSize size = chart.GetDocumentSize();
@@ -33,12 +39,13 @@ std::vector<CatalogueEntry> entries_of(const std::string& path) {
         if (!extent) return;
         std::string name(record.Name);
         if (name.empty() && !inset) name = chart.ChartName;
-        entries.push_back(
-            {path, inset, std::move(name), metres_per_pixel_of(record), std::move(outline), *extent, {}});
+        entries.push_back({path, inset, std::move(name), metres_per_pixel_of(record), std::move(outline),
+                           *extent, nullptr});
     };
-    CGEORec& base = *chart.GetBaseGeoRec();
+    const CGEORec& base = *chart.GetBaseGeoRec();
     add_record(base, {});
-    if (!entries.empty() && !base.Insets.IsEmpty()) entries.front().hidden = hidden_by_insets(base, size);
+    if (!entries.empty() && !base.Insets.IsEmpty())
+        entries.front().hidden_areas = std::make_shared<const HiddenAreas>(path, stamp);
     int number = 0;
     for (const CGEORec* inset : base.Insets)
         add_record(*inset, number++);
@@ -50,10 +57,6 @@ bool is_inside(const Extent& part, const Extent& all) {
            degrees_east(part.west, all.west) + part.width <= all.width;
 }
 
-bool is_before(double a_metres, std::size_t a_number, double b_metres, std::size_t b_number) {
-    return a_metres < b_metres || (a_metres == b_metres && a_number < b_number);
-}
-
 }  // namespace
 
 std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const Sheet& sheet) {
@@ -62,9 +65,15 @@ std::optional<Georeference> georeference_of(const CatalogueEntry& entry, const S
     return index < sheet.insets().size() ? sheet.insets()[index] : std::nullopt;
 }
 
+const std::vector<Outline>& CatalogueEntry::hidden() const {
+    static const std::vector<Outline> nothing;
+    return hidden_areas != nullptr ? hidden_areas->areas() : nothing;
+}
+
 bool CatalogueEntry::shows(Position position) const {
-    return extent.contains(position) && outline.covers(position) &&
-           std::none_of(hidden.begin(), hidden.end(),
+    if (!extent.contains(position) || !outline.covers(position)) return false;
+    const std::vector<Outline>& parts = hidden();
+    return std::none_of(parts.begin(), parts.end(),
                         [position](const Outline& part) { return part.covers(position); });
 }
 
@@ -76,20 +85,19 @@ Catalogue& Catalogue::operator=(Catalogue&&) noexcept = default;
 bool Catalogue::add_file(const std::string& path) {
     const FileStamp stamp = file_stamp(path);
     const auto loaded = state_->loaded.find(path);
-    KnownFile known{stamp, {}};
+    KnownFile known{stamp, nullptr};
     if (loaded != state_->loaded.end() && loaded->second.stamp == stamp) {
         known.entries = loaded->second.entries;
     } else {
-        known.entries = entries_of(path);
+        known.entries = std::make_shared<const std::vector<CatalogueEntry>>(entries_of(path, stamp));
         ++state_->opened;
     }
-    for (const CatalogueEntry& entry : known.entries) {
-        const std::size_t number = state_->entries.size();
-        state_->entries.push_back(std::make_unique<const State::Numbered>(State::Numbered{entry, number}));
+    for (const CatalogueEntry& entry : *known.entries) {
+        state_->entries.emplace_back(known.entries, &entry);
         state_->index.add(entry.extent);
     }
-    const bool has_entries = !known.entries.empty();
-    state_->added[path] = std::move(known);
+    const bool has_entries = !known.entries->empty();
+    state_->added.insert_or_assign(state_->added.end(), path, std::move(known));
     return has_entries;
 }
 
@@ -101,23 +109,22 @@ FolderReport Catalogue::add_folder(const std::string& path) {
     const FolderFiles files = files_below(path);
     const int opened = state_->opened;
     FolderReport report{0, files.skipped_folders, 0};
-    for (const std::string& file : files.paths)
-        report.added += has_georeference_file(file) && add_file(file) ? 1 : 0;
+    for (std::size_t i = 0; i < files.paths.size(); ++i)
+        report.added += has_georeference_file(files.paths, i) && add_file(files.paths[i]) ? 1 : 0;
     report.opened = state_->opened - opened;
     return report;
 }
 
 template <class Covers>
 Catalogue::Entries Catalogue::State::chosen(const Extent& extent, Covers covers) const {
-    std::vector<const Numbered*> found;
+    Entries found;
     for (const std::size_t number : index.candidates(extent)) {
         if (covers(*entries[number])) found.push_back(entries[number].get());
     }
-    std::sort(found.begin(), found.end(), [](const Numbered* a, const Numbered* b) {
-        return is_before(a->metres_per_pixel.value_or(HUGE_VAL), a->number,
-                         b->metres_per_pixel.value_or(HUGE_VAL), b->number);
+    std::stable_sort(found.begin(), found.end(), [](const CatalogueEntry* a, const CatalogueEntry* b) {
+        return a->metres_per_pixel.value_or(HUGE_VAL) < b->metres_per_pixel.value_or(HUGE_VAL);
     });
-    return {found.begin(), found.end()};
+    return found;
 }
 
 Catalogue::Entries Catalogue::covering(Position position) const {
@@ -130,6 +137,11 @@ Catalogue::Entries Catalogue::overlapping(const Extent& extent) const {
         return entry.extent.overlaps(extent) &&
                (is_inside(entry.extent, extent) || entry.outline.overlaps(extent));
     });
+}
+
+Catalogue::Entries Catalogue::with_extent_in(const Extent& extent) const {
+    return state_->chosen(extent,
+                          [&extent](const CatalogueEntry& entry) { return entry.extent.overlaps(extent); });
 }
 
 Catalogue::Entries Catalogue::entries() const {

@@ -14,17 +14,22 @@
 
 namespace zellap10::plotter {
 
+class HiddenAreas;
+
 /// A chart of a catalogue, or an inset on one.
 struct CatalogueEntry {
     std::string path;          ///< of the chart file
     std::optional<int> inset;  ///< index in Sheet::insets(); empty for the chart itself
     std::string name;          ///< from the georeference file; if empty there, a chart has that of its header
-    std::optional<double> metres_per_pixel;  ///< as Georeference::metres_per_pixel
-    Outline outline;                         ///< in WGS 84
-    Extent extent;                           ///< of the outline
+    std::optional<double> metres_per_pixel;           ///< as Georeference::metres_per_pixel
+    Outline outline;                                  ///< in WGS 84
+    Extent extent;                                    ///< of the outline
+    std::shared_ptr<const HiddenAreas> hidden_areas;  ///< for hidden()
+
     /// The parts of a chart's outline that its insets hide. An inset hides its points and the 80 pixels
-    /// around them, where its frame is.
-    std::vector<Outline> hidden;
+    /// around them, where its frame is. The first call opens and fits a chart with insets. Several threads
+    /// may call it.
+    [[nodiscard]] const std::vector<Outline>& hidden() const;
 
     /// Whether the chart or the inset shows a position: inside the outline and not hidden.
     [[nodiscard]] bool shows(Position position) const;
@@ -110,6 +115,10 @@ public:
 
     /// The entries that have a position in common with an extent in WGS 84.
     [[nodiscard]] Entries overlapping(const Extent& extent) const;
+
+    /// The entries whose extents have a position in common with an extent in WGS 84. This takes less time
+    /// than `overlapping`.
+    [[nodiscard]] Entries with_extent_in(const Extent& extent) const;
 
     /// All entries.
     [[nodiscard]] Entries entries() const;

@@ -1,12 +1,11 @@
 // The file that a catalogue is saved to: a head, the number of files, and each file with its entries. Numbers
 // are little-endian, texts and lists have their length before them:
 //
-//     head      "zellap10 catalogue 1\n"
+//     head      "zellap10 catalogue 2\n"
 //     count     8 bytes
 //     file      path, sizes and times of the two files (4 times 8 bytes), list of entries
-//     entry     inset + 1 or 0 (8), name, metres per pixel or NaN (8), outline, extent (4 times 8), list of
-//     hidden
-//               outlines
+//     entry     inset + 1 or 0 (8), name, metres per pixel or NaN (8), outline, extent (4 times 8), what its
+//               insets hide: 0 not computed yet, 1 nothing, 2 a list of outlines (8)
 //     outline   list of positions (2 times 8 each)
 
 #include <cmath>
@@ -14,17 +13,22 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <system_error>
 
 #include <zellap10/plotter/catalogue_state.h>
+#include <zellap10/plotter/inset_area.h>
 
 namespace zellap10::plotter {
 
 namespace {
 
-constexpr char kHead[] = "zellap10 catalogue 1\n";
+constexpr char kHead[] = "zellap10 catalogue 2\n";
+
+// What the insets of an entry hide.
+constexpr std::uint64_t kUnknown = 0;
+constexpr std::uint64_t kNothing = 1;
+constexpr std::uint64_t kList = 2;
 
 class Writer {
 public:
@@ -58,8 +62,11 @@ public:
         for (const double number :
              {entry.extent.south, entry.extent.north, entry.extent.west, entry.extent.width})
             add(number);
-        add(std::uint64_t{entry.hidden.size()});
-        for (const Outline& part : entry.hidden)
+        const auto hidden = entry.hidden_areas != nullptr ? entry.hidden_areas->known() : std::nullopt;
+        add(entry.hidden_areas == nullptr ? kNothing : hidden ? kList : kUnknown);
+        if (!hidden) return;
+        add(std::uint64_t{hidden->size()});
+        for (const Outline& part : *hidden)
             add(part);
     }
 };
@@ -104,7 +111,7 @@ public:
         }
         return result;
     }
-    CatalogueEntry entry(const std::string& path) {
+    CatalogueEntry entry(const std::string& path, const FileStamp& stamp) {
         CatalogueEntry result;
         result.path = path;
         const std::uint64_t inset = number();
@@ -119,12 +126,21 @@ public:
             *number = real();
             if (!std::isfinite(*number)) is_good_ = false;
         }
-        for (std::uint64_t i = length(8); i > 0 && is_good_; --i)
-            result.hidden.push_back(outline());
+        result.hidden_areas = hidden_areas(path, stamp);
         return result;
     }
 
 private:
+    std::shared_ptr<const HiddenAreas> hidden_areas(const std::string& path, const FileStamp& stamp) {
+        const std::uint64_t kind = number();
+        if (kind > kList) is_good_ = false;
+        if (kind == kUnknown) return std::make_shared<const HiddenAreas>(path, stamp);
+        if (kind == kNothing) return nullptr;
+        std::vector<Outline> areas;
+        for (std::uint64_t i = length(8); i > 0 && is_good_; --i)
+            areas.push_back(outline());
+        return std::make_shared<const HiddenAreas>(std::move(areas));
+    }
     bool has(std::size_t size) {
         if (bytes_.size() - place_ < size) is_good_ = false;
         return is_good_;
@@ -142,9 +158,21 @@ KnownFile known_file(Reader& reader, const std::string& path) {
     known.stamp.georeference_size = reader.number();
     known.stamp.georeference_time = static_cast<std::int64_t>(reader.number());
     constexpr std::uint64_t kLeastEntry = 72;
+    std::vector<CatalogueEntry> entries;
     for (std::uint64_t i = reader.length(kLeastEntry); i > 0 && reader.is_good(); --i)
-        known.entries.push_back(reader.entry(path));
+        entries.push_back(reader.entry(path, known.stamp));
+    known.entries = std::make_shared<const std::vector<CatalogueEntry>>(std::move(entries));
     return known;
+}
+
+// Empty if the file cannot be read.
+std::string bytes_of(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = stream.tellg();
+    std::string bytes(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    stream.seekg(0);
+    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return stream ? bytes : std::string();
 }
 
 }  // namespace
@@ -158,8 +186,8 @@ bool Catalogue::save(const std::string& path) const {
         writer.add(static_cast<std::uint64_t>(known.stamp.chart_time));
         writer.add(known.stamp.georeference_size);
         writer.add(static_cast<std::uint64_t>(known.stamp.georeference_time));
-        writer.add(std::uint64_t{known.entries.size()});
-        for (const CatalogueEntry& entry : known.entries)
+        writer.add(std::uint64_t{known.entries->size()});
+        for (const CatalogueEntry& entry : *known.entries)
             writer.add(entry);
     }
     const std::string part = path + ".part";
@@ -174,15 +202,14 @@ bool Catalogue::save(const std::string& path) const {
 }
 
 bool Catalogue::load(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream || bytes.compare(0, sizeof kHead - 1, kHead) != 0) return false;
+    const std::string bytes = bytes_of(path);
+    if (bytes.compare(0, sizeof kHead - 1, kHead) != 0) return false;
     Reader reader(bytes);
     KnownFiles loaded;
     constexpr std::uint64_t kLeastFile = 48;
     for (std::uint64_t i = reader.length(kLeastFile); i > 0 && reader.is_good(); --i) {
         const std::string name = reader.text();
-        loaded[name] = known_file(reader, name);
+        loaded.insert_or_assign(loaded.end(), name, known_file(reader, name));
     }
     if (!reader.is_good()) return false;
     state_->loaded = std::move(loaded);

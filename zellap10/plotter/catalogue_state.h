@@ -12,21 +12,17 @@
 
 namespace zellap10::plotter {
 
-/// What the two files of a chart give; without entries if they are refused.
+/// What the two files of a chart give; without entries if they are refused. Catalogues share it.
 struct KnownFile {
     FileStamp stamp;
-    std::vector<CatalogueEntry> entries;
+    std::shared_ptr<const std::vector<CatalogueEntry>> entries;
 };
 
 using KnownFiles = std::map<std::string, KnownFile>;  // by path
 
 struct Catalogue::State {
-    struct Numbered : CatalogueEntry {
-        std::size_t number;
-    };
-
-    std::vector<std::unique_ptr<const Numbered>> entries;  // by number
-    ExtentIndex index;                                     // of the entries
+    std::vector<std::shared_ptr<const CatalogueEntry>> entries;  // in the order of adding
+    ExtentIndex index;                                           // of the entries
     KnownFiles added;
     KnownFiles loaded;
     int opened = 0;

@@ -42,7 +42,7 @@ bool is_large_enough(const Extent& extent, const MapView& view) {
 ChartChoice choose_charts(const Catalogue& catalogue, const MapView& view,
                           const std::set<const CatalogueEntry*>& readable) {
     std::vector<Ranked> ranked;
-    for (const CatalogueEntry* entry : catalogue.overlapping(view.extent())) {
+    for (const CatalogueEntry* entry : catalogue.with_extent_in(view.extent())) {
         if (!entry->metres_per_pixel || !(*entry->metres_per_pixel > 0.0)) continue;
         if (!is_large_enough(entry->extent, view)) continue;
         const double reduction = metres_at(entry->extent, view) / *entry->metres_per_pixel;

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <optional>
 
+#include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/georeference.h>
 #include <zellap10/plotter/inset_area.h>
 
@@ -30,6 +30,21 @@ Outline outline_on_earth(const PixelOutline& area, const Georeference& chart) {
     return outline;
 }
 
+std::vector<Outline> areas_of(const std::string& path, const FileStamp& stamp) {
+    std::vector<Outline> areas;
+    CZellap opened;
+    if (opened.OpenZellap(path.c_str(), 1) == 0 || !(file_stamp(path) == stamp)) return areas;
+    CGEORec& base = *opened.GetBaseGeoRec();
+    base.solvepoly();
+    const std::optional<Georeference> chart = Georeference::from(base, opened.GetDocumentSize());
+    if (!chart) return areas;
+    for (const CGEORec* inset : base.Insets) {
+        Outline outline = outline_on_earth(inset_area(*inset), *chart);
+        if (!outline.corners.empty()) areas.push_back(std::move(outline));
+    }
+    return areas;
+}
+
 }  // namespace
 
 PixelOutline inset_area(const CGEORec& inset) {
@@ -52,16 +67,15 @@ PixelOutline inset_area(const CGEORec& inset) {
     return PixelOutline({{left, top}, {right, top}, {right, bottom}, {left, bottom}});
 }
 
-std::vector<Outline> hidden_by_insets(CGEORec& base, CSize size) {
-    base.solvepoly();
-    std::vector<Outline> hidden;
-    const std::optional<Georeference> chart = Georeference::from(base, size);
-    if (!chart) return hidden;
-    for (const CGEORec* inset : base.Insets) {
-        Outline outline = outline_on_earth(inset_area(*inset), *chart);
-        if (!outline.corners.empty()) hidden.push_back(std::move(outline));
-    }
-    return hidden;
+const std::vector<Outline>& HiddenAreas::areas() const {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (!areas_) areas_ = areas_of(path_, stamp_);
+    return *areas_;
+}
+
+std::optional<std::vector<Outline>> HiddenAreas::known() const {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return areas_;
 }
 
 }  // namespace zellap10::plotter
