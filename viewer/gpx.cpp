@@ -121,19 +121,17 @@ Document parse(const std::string& bytes) {
     return document;
 }
 
-std::vector<GpxRoute> routes_of(const Document& document) {
-    std::vector<GpxRoute> routes;
-    for (xmlNode* const element : elements_of(xmlDocGetRootElement(document.get()), "rte")) {
-        routes.push_back({name_of(element), {}});
-        for (xmlNode* const point : elements_of(element, "rtept"))
-            routes.back().waypoints.push_back(waypoint_of(point));
+// The first route, after all are checked.
+LoadedGpx content_of(const Document& document) {
+    LoadedGpx content;
+    for (xmlNode* const route : elements_of(xmlDocGetRootElement(document.get()), "rte")) {
+        for (xmlNode* const point : elements_of(route, "rtept")) {
+            const Waypoint waypoint = waypoint_of(point);
+            if (content.routes == 0) content.waypoints.push_back(waypoint);
+        }
+        ++content.routes;
     }
-    return routes;
-}
-
-void remove(xmlNode* node) {
-    xmlUnlinkNode(node);
-    xmlFreeNode(node);
+    return content;
 }
 
 xmlNode* made(xmlNode* node) {
@@ -158,34 +156,31 @@ void add_waypoint(xmlNode* route, const Waypoint& waypoint) {
 }
 
 // Waypoints that did not change keep what else the file says of them.
-void edit_route(xmlNode* element, const GpxRoute& route) {
+void edit_route(xmlNode* route, const std::vector<Waypoint>& waypoints) {
     const auto key = [](const Waypoint& point) {
         return std::tuple(point.position.latitude, point.position.longitude, point.name);
     };
-    if (name_of(element) != route.name) {
-        for (xmlNode* const name : elements_of(element, "name"))
-            remove(name);
-        xmlNode* const first = element->children;
-        xmlNode* const name = made(xmlNewTextChild(element, nullptr, xml("name"), xml(route.name.c_str())));
-        if (first != nullptr) xmlAddPrevSibling(first, name);
-    }
     std::multimap<decltype(key({})), xmlNode*> old_points;
-    for (xmlNode* const point : elements_of(element, "rtept"))
+    for (xmlNode* const point : elements_of(route, "rtept"))
         old_points.emplace(key(waypoint_of(point)), point);
-    for (const Waypoint& waypoint : route.waypoints) {
+    for (const Waypoint& waypoint : waypoints) {
         if (const auto old_point = old_points.extract(key(waypoint))) {
             xmlUnlinkNode(old_point.mapped());
-            xmlAddChild(element, old_point.mapped());
+            xmlAddChild(route, old_point.mapped());
         } else {
-            add_waypoint(element, waypoint);
+            add_waypoint(route, waypoint);
         }
     }
-    for (const auto& [unused, point] : old_points)
-        remove(point);
+    for (const auto& [unused, point] : old_points) {
+        xmlUnlinkNode(point);
+        xmlFreeNode(point);
+    }
 }
 
-// Routes come before tracks and extensions.
-xmlNode* add_route(xmlNode* root) {
+// The first route, or a new one, which comes before tracks and extensions.
+xmlNode* route_of(xmlNode* root) {
+    const auto routes = elements_of(root, "rte");
+    if (!routes.empty()) return routes.front();
     xmlNode* const route = made(xmlNewChild(root, nullptr, xml("rte"), nullptr));
     for (xmlNode* node = root->children; node != route; node = node->next) {
         if (is_element(node, "trk") || is_element(node, "extensions")) return xmlAddPrevSibling(node, route);
@@ -193,13 +188,7 @@ xmlNode* add_route(xmlNode* root) {
     return route;
 }
 
-std::string edited(const Document& document, const std::vector<GpxRoute>& routes) {
-    xmlNode* const root = xmlDocGetRootElement(document.get());
-    const std::vector<xmlNode*> elements = elements_of(root, "rte");
-    for (std::size_t i = 0; i < routes.size(); ++i)
-        edit_route(i < elements.size() ? elements[i] : add_route(root), routes[i]);
-    for (std::size_t i = routes.size(); i < elements.size(); ++i)
-        remove(elements[i]);
+std::string text_of(const Document& document) {
     xmlChar* text = nullptr;
     int size = 0;
     xmlDocDumpFormatMemoryEnc(document.get(), &text, &size, "UTF-8", 1);
@@ -214,19 +203,22 @@ std::string text_of(const Refusal& refusal) {
 
 LoadedGpx load_gpx(const std::string& path) {
     try {
-        return {routes_of(parse(bytes_of(path))), {}};
+        LoadedGpx content = content_of(parse(bytes_of(path)));
+        if (content.routes == 0) content.reason = path + " has no route.";
+        return content;
     } catch (const Refusal& refusal) {
-        return {std::nullopt, path + text_of(refusal)};
+        return {{}, 0, path + text_of(refusal)};
     }
 }
 
-std::string save_gpx(const std::string& path, const std::vector<GpxRoute>& routes) {
+std::string save_gpx(const std::string& path, const std::vector<Waypoint>& waypoints) {
     try {
         std::error_code ignored;
         const Document document = parse(fs::exists(path, ignored) ? bytes_of(path) : kNewFile);
-        routes_of(document);  // refuses what load_gpx refuses
-        const std::string text = edited(document, routes);
-        routes_of(parse(text));  // what cannot be loaded again must not replace a file
+        content_of(document);  // refuses what load_gpx refuses
+        edit_route(route_of(xmlDocGetRootElement(document.get())), waypoints);
+        const std::string text = text_of(document);
+        content_of(parse(text));  // what cannot be loaded again must not replace a file
         return save_file(path, text);
     } catch (const Refusal& refusal) {
         return "cannot save " + path + text_of(refusal);

@@ -3,10 +3,10 @@
 namespace viewer {
 
 LoadedGpx load_gpx(const std::string&) {
-    return {std::nullopt, "This viewer was built without libxml2 and loads no routes."};
+    return {{}, 0, "This viewer was built without libxml2 and loads no routes."};
 }
 
-std::string save_gpx(const std::string&, const std::vector<GpxRoute>&) {
+std::string save_gpx(const std::string&, const std::vector<Waypoint>&) {
     return "This viewer was built without libxml2 and saves no routes.";
 }
 

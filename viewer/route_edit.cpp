@@ -21,6 +21,7 @@ void RouteEdit::insert(std::size_t leg, const Waypoint& waypoint) {
     if (waypoints_.empty() || leg >= waypoints_.size() - 1) return;
     keep();
     waypoints_.insert(std::next(waypoints_.begin(), static_cast<std::ptrdiff_t>(leg) + 1), waypoint);
+    dragged_ = leg + 1;
 }
 
 void RouteEdit::remove(std::size_t index) {

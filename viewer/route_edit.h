@@ -15,7 +15,8 @@ public:
     const std::vector<Waypoint>& waypoints() const { return waypoints_; }
 
     void add(const Waypoint& waypoint);
-    void insert(std::size_t leg, const Waypoint& waypoint);  ///< leg 0 starts at waypoint 0
+    /// Inserts a waypoint in a leg; leg 0 starts at waypoint 0. A drag of it belongs to this change.
+    void insert(std::size_t leg, const Waypoint& waypoint);
     void remove(std::size_t index);
     void clear() { replace({}); }
     void replace(std::vector<Waypoint> waypoints);  ///< with a loaded route, for example

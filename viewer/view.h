@@ -16,6 +16,7 @@
 #include <viewer/scene.h>
 #include <viewer/status.h>
 #include <viewer/track.h>
+#include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/quilt.h>
 
@@ -135,6 +136,7 @@ private:
     std::string go_to(const std::string& text);
     std::string load_route(const std::string& path);
     std::string save_route(const std::string& path);
+    void adopt_route_file(const std::string& path);
     void end();
 
     // The ship.
@@ -173,8 +175,8 @@ private:
     bool route_mode_ = false;
     bool route_changed_ = false;  // since it was saved
     std::string route_path_;
-    std::vector<GpxRoute> file_routes_;  // of that file; the first is the one that is edited
-    std::size_t target_ = 1;             // waypoint to which the ship sails; may be past the end
+    zellap10::plotter::FileStamp route_stamp_;  // when that file was loaded or saved
+    std::size_t target_ = 1;                    // waypoint to which the ship sails; may be past the end
     Track track_;
     bool follows_ = false;
     bool course_up_ = false;

@@ -9,10 +9,13 @@
 #include <viewer/progress.h>
 #include <viewer/route_lines.h>
 #include <viewer/view.h>
+#include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {
+
+using zellap10::plotter::file_stamp;
 
 namespace {
 
@@ -77,10 +80,10 @@ void View::drag_to(ScreenPixel at) {
         route_changed_ = true;
         if (drag_->kind == DragKind::kLeg) {
             route_.insert(drag_->index, {*place, ""});
-            drag_ = Drag{DragKind::kWaypoint, at, drag_->index + 1, true};
-            return route_.begin_drag(drag_->index);
+            drag_->kind = DragKind::kWaypoint;
+        } else if (starts) {
+            route_.begin_drag(drag_->index);
         }
-        if (starts) route_.begin_drag(drag_->index);
         route_.drag_to(*place);
     }
 }
@@ -264,31 +267,35 @@ std::string View::go_to(const std::string& text) {
 
 std::string View::load_route(const std::string& path) {
     LoadedGpx loaded = load_gpx(path);
-    if (!loaded.routes) return loaded.reason;
-    if (loaded.routes->empty()) return path + " has no route.";
-    file_routes_ = std::move(*loaded.routes);
-    route_.replace(file_routes_.front().waypoints);
-    route_path_ = path;
-    route_changed_ = false;
+    if (!loaded.reason.empty()) return loaded.reason;
+    route_.replace(std::move(loaded.waypoints));
+    adopt_route_file(path);
     target_ = 1;
-    const std::size_t count = file_routes_.size();
-    message_ = "Loaded " + (count > 1 ? "the first of " + std::to_string(count) + " routes of " : "") +
+    message_ = "Loaded " +
+               (loaded.routes > 1 ? "the first of " + std::to_string(loaded.routes) + " routes of " : "") +
                short_path(path);
     return {};
 }
 
-// Other routes of the file that was loaded stay in it.
+// A file that is neither new nor the one that was loaded or saved last is not overwritten.
 std::string View::save_route(const std::string& path) {
-    std::vector<GpxRoute> routes = path == route_path_ ? file_routes_ : std::vector<GpxRoute>();
-    if (routes.empty()) routes.resize(1);
-    routes.front().waypoints = waypoints();
-    std::string reason = save_gpx(path, routes);
+    const std::filesystem::path wanted(path);
+    std::error_code ignored;
+    const bool is_own = path == route_path_ && route_stamp_ == file_stamp(path);
+    const bool is_foreign = !is_own && std::filesystem::is_regular_file(wanted, ignored);
+    const std::string target =
+        is_foreign ? free_path(wanted.parent_path().string(), wanted.stem().string(), ".gpx") : path;
+    std::string reason = save_gpx(target, waypoints());
     if (!reason.empty()) return reason;
-    file_routes_ = std::move(routes);
-    route_path_ = path;
-    route_changed_ = false;
-    message_ = "Saved the route as " + path;
+    adopt_route_file(target);
+    message_ = (is_foreign ? short_path(path) + " exists. " : "") + "Saved the route as " + target;
     return {};
+}
+
+void View::adopt_route_file(const std::string& path) {
+    route_path_ = path;
+    route_stamp_ = file_stamp(path);
+    route_changed_ = false;
 }
 
 // A route that was not saved is saved under a new name, whatever ends the program.

@@ -81,6 +81,8 @@ TEST(RouteEdit, TakesEachChangeBack) {
     route.add({{2, 0}, "b"}), did("a1b2");
     route.insert(0, {{3, 0}, "c"}), did("a1c3b2");
     route.begin_drag(1), route.drag_to({4, 0}), route.drag_to({5, 0}), route.end_drag(), did("a1c5b2");
+    route.insert(1, {{6, 0}, "d"}), route.drag_to({7, 0}), route.end_drag(), did("a1c5d7b2");
+    route.remove(2), did("a1c5b2");
     route.remove(0), did("c5b2");
     route.clear(), did("");
     route.replace({{{6, 0}, "d"}}), did("d6");
