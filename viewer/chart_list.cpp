@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
-#include <exception>
 #include <filesystem>
-#include <mutex>
 #include <system_error>
 #include <utility>
 
@@ -19,7 +16,6 @@ namespace fs = std::filesystem;
 using zellap10::plotter::Catalogue;
 using zellap10::plotter::file_stamp;
 using zellap10::plotter::FileStamp;
-using Clock = std::chrono::steady_clock;
 
 namespace {
 
@@ -61,14 +57,16 @@ void add_folder(const std::string& folder, Files& files) {
 }  // namespace
 
 // What the thread and its owner share.
-class ChartLister::Job {
+class ChartLister::Job : public BackgroundJob {
 public:
     Job(std::vector<std::string> arguments, std::function<void()> on_change)
-        : arguments_(std::move(arguments)), on_change_(std::move(on_change)) {}
+        : BackgroundJob(std::move(on_change)), arguments_(std::move(arguments)) {}
 
-    void run() {
+    // If memory runs out, the thread ends and the list stays as it is.
+    void run() override {
         std::optional<Files> last;
-        while (!must_end()) {
+        auto took = Clock::duration::zero();
+        do {
             const Clock::time_point start = Clock::now();
             Files files;
             for (const std::string& argument : arguments_) {
@@ -78,36 +76,18 @@ public:
                 else
                     files.states.push_back({argument, true, file_stamp(argument)});
             }
-            const auto took = Clock::now() - start;
+            took = Clock::now() - start;
             if (!last || !(files == *last)) list(files);
             last = std::move(files);
-            wait(std::max<Clock::duration>(kBetweenLooks, kRest * took));
-        }
-    }
-
-    void end() {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        ending_ = true;
-        on_change_ = nullptr;
-        changed_.notify_all();
+        } while (wait_for(std::max<Clock::duration>(kBetweenLooks, kRest * took)));
     }
 
     std::optional<ChartList> take() {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const Lock lock(mutex_);
         return std::exchange(newest_, std::nullopt);
     }
 
 private:
-    bool must_end() {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        return ending_;
-    }
-
-    void wait(Clock::duration time) {
-        std::unique_lock<std::mutex> lock(mutex_);
-        changed_.wait_for(lock, time, [this] { return ending_; });
-    }
-
     // Reads the files that are new or have changed. Parts of a long list are published as it grows, at times
     // that double, since a catalogue is made anew for each.
     void list(const Files& files) {
@@ -116,7 +96,7 @@ private:
         Clock::duration until_next = kFirstPart;
         Clock::time_point next = Clock::now() + until_next;
         for (std::size_t i = 0; i < files.states.size(); ++i) {
-            if (must_end()) return;
+            if (!wait_for({})) return;
             add(files.states[i], catalogue, list);
             if (last_catalogue_complete_ || Clock::now() < next) continue;
             publish(list, std::move(catalogue));
@@ -152,33 +132,19 @@ private:
 
     void publish(ChartList list, Catalogue catalogue) {
         list.catalogue = last_catalogue_ = std::make_shared<const Catalogue>(std::move(catalogue));
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const Lock lock(mutex_);
         newest_ = std::move(list);
-        if (on_change_) on_change_();
+        announce(lock);
     }
 
     const std::vector<std::string> arguments_;
     std::shared_ptr<const Catalogue> last_catalogue_;
     bool last_catalogue_complete_ = false;
-    std::mutex mutex_;  // of all below
-    std::condition_variable changed_;
-    std::function<void()> on_change_;
-    std::optional<ChartList> newest_;
-    bool ending_ = false;
+    std::optional<ChartList> newest_;  // under mutex_
 };
 
 ChartLister::ChartLister(std::vector<std::string> arguments, std::function<void()> on_change)
-    : job_(std::make_shared<Job>(std::move(arguments), std::move(on_change))), task_([job = job_] {
-          try {
-              job->run();
-          } catch (const std::exception&) {
-              // Memory ran out. The list stays as it is.
-          }
-      }) {}
-
-ChartLister::~ChartLister() {
-    job_->end();
-}
+    : job_(std::make_shared<Job>(std::move(arguments), std::move(on_change))), task_(job_) {}
 
 std::optional<ChartList> ChartLister::take() {
     return job_->take();

@@ -26,12 +26,11 @@ public:
     /// @param arguments  charts, and folders, of which every chart below is listed
     /// @param on_change  called by the thread when there is a new list; may be empty
     ChartLister(std::vector<std::string> arguments, std::function<void()> on_change);
-    ~ChartLister();
-    ChartLister(const ChartLister&) = delete;
-    ChartLister& operator=(const ChartLister&) = delete;
 
     /// The newest list, if there is one that was not taken yet.
     std::optional<ChartList> take();
+
+    void stop() { task_.stop(); }  ///< as BackgroundTask::stop
 
 private:
     class Job;

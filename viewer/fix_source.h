@@ -1,11 +1,8 @@
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -21,43 +18,33 @@ struct FixNews {
     std::int64_t broken_lines = 0;  ///< since the start
 };
 
-/// What the thread of a receiver and the others share.
-class FixFeed {
+/// Passes fixes from the thread of a receiver to the others.
+class FixFeed : public BackgroundJob {
 public:
-    using Clock = std::chrono::steady_clock;
+    /// @param read  reads the receiver until a wait of the feed returns false
+    FixFeed(std::function<void(FixFeed&)> read, std::function<void()> on_news)
+        : BackgroundJob(std::move(on_news)), read_(std::move(read)) {}
 
-    explicit FixFeed(std::function<void()> on_news) : on_news_(std::move(on_news)) {}
-
+    void run() override;
     void put(const std::vector<Fix>& fixes, std::int64_t broken_lines = 0);
     void set_status(const std::string& status);
-
-    /// Waits until then; returns false at once if the thread must end.
-    bool wait_until(Clock::time_point time);
-    bool wait_for(Clock::duration duration) { return wait_until(Clock::now() + duration); }
-
     FixNews take();
-    void end();  ///< on_news is not called after it
 
 private:
-    std::mutex mutex_;  // of all below
-    std::condition_variable changed_;
-    std::function<void()> on_news_;
+    std::function<void(FixFeed&)> read_;
     FixNews news_;
-    bool ending_ = false;
 };
 
 /// A receiver that is read in a thread of its own.
 class FixSource {
 public:
-    /// @param run      reads the receiver until a wait of the feed returns false
+    /// @param read     as in FixFeed
     /// @param on_news  called by the thread for a new fix or status; must not call this object
-    FixSource(std::function<void(FixFeed&)> run, std::function<void()> on_news);
-
-    ~FixSource() { feed_->end(); }
-    FixSource(const FixSource&) = delete;
-    FixSource& operator=(const FixSource&) = delete;
+    FixSource(std::function<void(FixFeed&)> read, std::function<void()> on_news)
+        : feed_(std::make_shared<FixFeed>(std::move(read), std::move(on_news))), task_(feed_) {}
 
     FixNews take() { return feed_->take(); }
+    void stop() { task_.stop(); }  ///< as BackgroundTask::stop
 
 private:
     std::shared_ptr<FixFeed> feed_;

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <condition_variable>
 #include <cstdint>
 #include <filesystem>
 #include <iterator>
-#include <mutex>
 #include <stdexcept>
 #include <utility>
 
@@ -56,13 +54,12 @@ bool same(const Viewport& a, const Viewport& b) {
 }  // namespace
 
 // What the thread and its owner share: the colour indexes of a viewport, row by row.
-class PrintedSheet::Job {
+class PrintedSheet::Job : public BackgroundJob {
 public:
     Job(std::shared_ptr<CZellap> chart, std::function<void()> on_change)
-        : chart_(std::move(chart)), on_change_(std::move(on_change)) {}
+        : BackgroundJob(std::move(on_change)), chart_(std::move(chart)) {}
 
-    void run();
-    void end();
+    void run() override;
     bool is_damaged();
     bool draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme, Argb background,
               const Bitmap& bitmap);
@@ -71,19 +68,15 @@ private:
     void follow(const Viewport& now);
 
     const std::shared_ptr<CZellap> chart_;
-    std::mutex mutex_;  // of all below
-    std::condition_variable changed_;
-    std::function<void()> on_change_;
-    Viewport kept_;
+    Viewport kept_;  // under mutex_, as all below
     std::vector<unsigned char> indexes_;
     std::vector<bool> is_drawn_;  // rows
     std::ptrdiff_t missing_rows_ = 0;
     bool is_damaged_ = false;
-    bool ending_ = false;
 };
 
 void PrintedSheet::Job::run() {
-    std::unique_lock<std::mutex> lock(mutex_);
+    Lock lock(mutex_);
     auto last_picture = std::chrono::steady_clock::now();
     std::vector<unsigned char> line;
     for (;;) {
@@ -105,19 +98,12 @@ void PrintedSheet::Job::run() {
         const auto now = std::chrono::steady_clock::now();
         if (missing_rows_ > 0 && now - last_picture < kBetweenPictures) continue;
         last_picture = now;
-        if (on_change_) on_change_();
+        announce(lock);
     }
 }
 
-void PrintedSheet::Job::end() {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    ending_ = true;
-    on_change_ = nullptr;
-    changed_.notify_all();
-}
-
 bool PrintedSheet::Job::is_damaged() {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const Lock lock(mutex_);
     return is_damaged_;
 }
 
@@ -151,7 +137,7 @@ void PrintedSheet::Job::follow(const Viewport& now) {
 
 bool PrintedSheet::Job::draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme,
                              Argb background, const Bitmap& bitmap) {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const Lock lock(mutex_);
     if (!same(viewport, kept_)) follow(viewport);
     const auto colours = zellap10::plotter::colours_of(*chart_, scheme);
     const CSize size = chart_->GetDocumentSize();
@@ -181,12 +167,8 @@ PrintedSheet::PrintedSheet(const std::string& path, std::function<void()> on_cha
       chart_(open(path)),
       georeferences_(*chart_->GetBaseGeoRec(), chart_->GetDocumentSize()),
       job_(std::make_shared<Job>(chart_, std::move(on_change))),
-      task_([job = job_] { job->run(); }) {
+      task_(job_) {
     if (chart_->ChartName[0] != '\0') name_ = chart_->ChartName;
-}
-
-PrintedSheet::~PrintedSheet() {
-    job_->end();
 }
 
 bool PrintedSheet::is_damaged() const {

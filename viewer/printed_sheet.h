@@ -22,9 +22,7 @@ public:
     ///
     /// @param on_change  called by the thread when there is more to draw; may be empty
     PrintedSheet(const std::string& path, std::function<void()> on_change);
-    ~PrintedSheet();
-    PrintedSheet(const PrintedSheet&) = delete;
-    PrintedSheet& operator=(const PrintedSheet&) = delete;
+    void stop() { task_.stop(); }  ///< as BackgroundTask::stop
 
     const std::string& path() const { return path_; }
     const std::string& name() const { return name_; }

@@ -40,12 +40,18 @@ View::View(const std::vector<std::string>& charts, Options options)
       map_({0, 0}, kWidest, {}),
       catalogue_(std::make_shared<const Catalogue>()),
       route_path_((std::filesystem::path(options_.route_folder) / "route.gpx").string()),
-      quilt_(catalogue_, quilt_options(options_)),
-      lister_(charts, options_.on_change) {
+      lister_(charts, options_.on_change),
+      quilt_(catalogue_, quilt_options(options_)) {
     if (options_.route_path.empty()) return;
     route_path_ = options_.route_path;
     std::error_code ignored;
     if (std::filesystem::exists(route_path_, ignored)) message_ = load_route(route_path_);
+}
+
+View::~View() {
+    lister_.stop();
+    if (receiver_) receiver_->stop();
+    if (sheet_) sheet_->stop();
 }
 
 ScreenPixel View::middle() const {

@@ -111,7 +111,7 @@ TEST(FixSource, EndsInTimeAndCallsNothingAfterThat) {
 }
 
 TEST(FixFeed, KeepsTheNewestFixes) {
-    FixFeed feed({});
+    FixFeed feed({}, {});
     for (int i = 0; i < 1500; ++i)
         feed.put({Fix{static_cast<double>(i), {}, {}, {}, {}}});
     const std::vector<Fix> fixes = feed.take().fixes;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/fsuid.h>
 
 #include "screen.h"
 #include <viewer/route_lines.h>
@@ -347,6 +348,13 @@ TEST(View, ReloadsFilesThatAppearAndChange) {
     TestChart{1400, 900, 45, 10}.write(screen.folder, "chart");
     EXPECT_TRUE(screen.draw_until([&] { return shows({44.5, 10.5}); }));
     screen.expect_map({path});
+    screen->do_command(Command::kSheet);
+    screen.do_commands({Command::kAll});
+    screen.expect_sheet(path, 3, -87, -90);
+    TestChart{1498}.write(screen.folder, "chart");
+    const auto old = screen.pixels;
+    EXPECT_TRUE(screen.draw_until([&] { return screen.pixels != old; }));
+    screen.expect_sheet(path, 3, -70, -90);
 }
 
 TEST(View, ShowsChartsWithoutPositionsAsPrinted) {
@@ -360,28 +368,89 @@ TEST(View, ShowsChartsWithoutPositionsAsPrinted) {
     screen.expect_sheet(bare, 3, -70, -90);
 }
 
-TEST(View, ClosesAtOnceWhileItDecodes) {
+// A chart of which a line takes a second.
+std::string write_wild_chart(const TempFolder& folder, bool has_positions) {
     samples::Chart chart;
     chart.width = std::numeric_limits<int>::max();
     chart.height = 2000;
     chart.colours = {{255, 0, 0}, {0, 0, 255}};
     const std::vector<std::string> lines(2000, std::string(1, '\0'));
-    const std::string bytes = samples::chart_bytes(samples::text_part(chart), chart.bits_per_pixel, lines);
-    TestChart positions{std::numeric_limits<int>::max(), 2000, 50, -2, 1e-9};
+    const TestChart positions{chart.width, 2000, 50, -2, 1e-9};
+    if (has_positions) folder.write("wild.GEO", positions.georeference_text());
+    return folder.write("wild.chart",
+                        samples::chart_bytes(samples::text_part(chart), chart.bits_per_pixel, lines));
+}
+
+TEST(View, ClosesAtOnceWhateverIsAtWork) {
     for (const bool as_printed : {false, true}) {
         Screen screen;
-        if (!as_printed) screen.folder.write("wild.GEO", positions.georeference_text());
-        const std::string path = screen.folder.write("wild.chart", bytes);
+        const std::string path = write_wild_chart(screen.folder, !as_printed);
         auto view = std::make_unique<View>(std::vector<std::string>{path}, screen.options);
         view->resize(kWindow);
+        // A receiver that the system holds for long.
+        view->set_receiver(std::make_unique<FixSource>(
+            [](FixFeed&) { std::this_thread::sleep_for(std::chrono::seconds(1)); }, nullptr));
         for (int i = 0; i < 20; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
             view->draw({screen.pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4});
         }
         const auto start = std::chrono::steady_clock::now();
         view.reset();
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(400)) << as_printed;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200)) << as_printed;
     }
+}
+
+TEST(BackgroundTask, EndsTogetherWithOthers) {
+    const auto sleep = [](FixFeed&) { std::this_thread::sleep_for(std::chrono::seconds(1)); };
+    std::vector<std::unique_ptr<FixSource>> sources;
+    for (int i = 0; i < 4; ++i)
+        sources.push_back(std::make_unique<FixSource>(sleep, nullptr));
+    const auto start = std::chrono::steady_clock::now();
+    for (const auto& source : sources)
+        source->stop();
+    sources.clear();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
+}
+
+TEST(View, ListsAFolderWhileItIsShown) {
+    Screen screen;
+    constexpr int kFiles = 4000;  // a list at quadratic cost took 7 s
+    for (int i = 0; i < kFiles; ++i)
+        screen.folder.write(std::to_string(i) + ".txt", "");
+    TestChart{}.write(screen.folder, "chart");
+    const auto start = std::chrono::steady_clock::now();
+    View view({screen.folder.file("")}, screen.options);
+    view.resize(kWindow);
+    view.draw({screen.pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4});
+    EXPECT_FALSE(view.is_complete()) << "the window opens at once";
+    screen.look_at({screen.folder.file("")});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    screen.expect_map({screen.folder.file("chart.chart")});
+}
+
+TEST(View, NamesWhatItCannotRead) {
+    Screen screen;
+    const auto shows = [&](const std::string& text) {
+        for (const std::string& problem : screen->problems()) {
+            if (problem.find(text) != std::string::npos) return true;
+        }
+        return false;
+    };
+    // Without rights on a folder. Those of an administrator need another user for the thread's own files.
+    const std::string closed = screen.folder.file("closed");
+    fs::create_directory(closed);
+    fs::permissions(closed, fs::perms::none);
+    const int user = setfsuid(65534);
+    screen.look_at({closed});
+    setfsuid(static_cast<uid_t>(user));
+    EXPECT_TRUE(shows("closed: The folder cannot be read."));
+
+    // A chart that is damaged after it was opened.
+    const std::string path = TestChart{15000, 9000, 50, -2, 0.0001}.write(screen.folder, "chart");
+    screen.look_at({path});
+    fs::resize_file(path, 100000);
+    screen->turn_wheel(10);
+    EXPECT_TRUE(screen.draw_until([&] { return shows("chart.chart: "); }));
 }
 
 TEST(View, SavesACompletePictureOrSaysWhyNot) {
