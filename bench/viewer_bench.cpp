@@ -22,7 +22,6 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using viewer::Command;
 using viewer::ScreenPixel;
 using viewer::View;
 
@@ -92,11 +91,11 @@ public:
     }
 
     void go_to(const std::string& position, double wheel) {
-        view_.do_command(Command::kGoTo);
+        view_.press_key("J");
         view_.type(position);
-        view_.do_command(Command::kEnter);
+        view_.press_key("Return");
         view_.leave();
-        view_.turn_wheel(wheel);
+        view_.zoom(wheel);
     }
 
     // A zigzag over the Channel as track, and one as route.
@@ -118,15 +117,15 @@ public:
             if (i % 500 == 0) draw();
         }
         draw();
-        view_.do_command(Command::kFollow);
-        view_.do_command(Command::kRoute);
+        view_.press_key("F");
+        view_.press_key("R");
         for (int i = 0; i < 20; ++i) {
             const ScreenPixel at{100.0 + i * 85, i % 2 == 0 ? 300.0 : 800.0};
             view_.press(viewer::Button::kLeft, at);
             view_.release(viewer::Button::kLeft, at);
         }
-        view_.do_command(Command::kRoute);
-        view_.do_command(Command::kGrid);
+        view_.press_key("R");
+        view_.press_key("G");
     }
 
 private:
@@ -168,7 +167,7 @@ Frames frames_of(Screen& screen, Motion motion) {
     ScreenPixel pointer = kMiddle;
     if (motion == Motion::kPan) view.press(viewer::Button::kLeft, pointer);
     const Frames frames = frames_of(screen, 240, [&](int i) {
-        if (motion == Motion::kZoom) return view.turn_wheel(i % 120 < 60 ? 0.25 : -0.25);
+        if (motion == Motion::kZoom) return view.zoom(i % 120 < 60 ? 0.25 : -0.25);
         if (motion == Motion::kTurn) {
             view.press(viewer::Button::kLeft, {kMiddle.x, 100}, true);
             view.move({kMiddle.x + 20, 100});
@@ -200,7 +199,7 @@ Frames best_frames(const std::string& folder, Motion motion, bool course_up) {
         screen.go_to("49 45N 1 30W", 3);
         screen.add_ship_and_route();
         for (int turns = 0; turns < 2 && course_up; ++turns)
-            screen.view().do_command(Command::kTurnRight);
+            screen.view().press_key(".");
         screen.draw_complete();
         const Frames frames = frames_of(screen, motion);
         best = {std::min(best.median_ms, frames.median_ms), std::min(best.worst_ms, frames.worst_ms),

@@ -6,10 +6,10 @@
 
 #include <zellap10/plotter/position.h>
 
+// Viewer and plotter are one vocabulary.
 namespace viewer {
 
-using zellap10::plotter::ScreenPixel;
-using zellap10::plotter::ScreenSize;
+using namespace zellap10::plotter;
 
 /// A part of the window; the edges belong to it.
 struct Box {

@@ -13,9 +13,6 @@
 namespace viewer {
 
 namespace fs = std::filesystem;
-using zellap10::plotter::Catalogue;
-using zellap10::plotter::file_stamp;
-using zellap10::plotter::FileStamp;
 
 namespace {
 
@@ -44,7 +41,7 @@ bool has_georeference(const FileState& file) {
 }
 
 void add_folder(const std::string& folder, Files& files) {
-    const auto below = zellap10::plotter::files_below(folder);
+    const auto below = files_below(folder);
     for (const std::string& path : below.paths)
         files.states.push_back({path, false, file_stamp(path)});
     if (below.skipped_folders == 0) return;
@@ -91,7 +88,8 @@ private:
     // Reads the files that are new or have changed. Parts of a long list are published as it grows, at times
     // that double, since a catalogue is made anew for each.
     void list(const Files& files) {
-        ChartList list{nullptr, {}, {}, files.problems, false};
+        ChartList list;
+        list.problems = files.problems;
         Catalogue catalogue = known_catalogue();
         Clock::duration until_next = kFirstPart;
         Clock::time_point next = Clock::now() + until_next;
@@ -122,7 +120,7 @@ private:
             if (list.first.empty()) list.first = file.path;
             return;
         }
-        const auto diagnosis = zellap10::plotter::diagnose_chart(file.path);
+        const auto diagnosis = diagnose_chart(file.path);
         if (!diagnosis) list.bare_charts.push_back(file.path);
         // A file in a folder that has nothing of a chart is none.
         const bool is_georeference = zellap10::chart::georeference_path(file.path) == file.path;

@@ -11,10 +11,13 @@
 
 namespace viewer {
 
+using namespace zellap10::plotter;
+
 /// The charts to show.
 struct ChartList {
-    std::shared_ptr<const zellap10::plotter::Catalogue> catalogue;  ///< those with positions; never null
-    std::string first;                                              ///< path of the first one with positions
+    /// Those with positions; never null.
+    std::shared_ptr<const Catalogue> catalogue = std::make_shared<const Catalogue>();
+    std::string first;                     ///< path of the first one with positions
     std::vector<std::string> bare_charts;  ///< paths of those without, which can only be shown as printed
     std::vector<std::string> problems;     ///< files and folders that cannot be read, with the reason
     bool complete = false;                 ///< false while files are being read

@@ -65,7 +65,7 @@ double coordinate(xmlNode* node, const char* attribute, double limit) {
     constexpr char kBlanks[] = " \t\r\n";
     text.erase(text.find_last_not_of(kBlanks) + 1);
     text.erase(0, text.find_first_not_of(kBlanks));
-    const auto value = zellap10::plotter::parse_decimal(text);
+    const auto value = parse_decimal(text);
     if (value && std::fabs(*value) <= limit) return *value;
     const std::string limits = std::to_string(static_cast<int>(limit));
     throw Refusal{xmlGetLineNo(node),

@@ -11,8 +11,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::longitude_near;
-
 namespace {
 
 constexpr double kSteps[] = {0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1,   2,   5,   10,
@@ -20,13 +18,13 @@ constexpr double kSteps[] = {0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1,   2,   5,   10,
 
 constexpr double kLeastGap = 140;  // between lines, pixels
 constexpr int kPieces = 24;        // of a line across the box
-constexpr int kProbes = 8;         // for positions, on each side of the box
+constexpr int kProbes = 8;         // for positions, across the box and down
 constexpr int kMostLines = 100;    // a georeference that needs more is nonsense
 
 // Latitudes, or longitudes that run on across the 180th meridian.
 struct Range {
-    double least;
-    double greatest;
+    double least = 1e9;
+    double greatest = -1e9;
 
     void include(double value) {
         least = std::min(least, value);
@@ -34,37 +32,14 @@ struct Range {
     }
 };
 
-struct Bounds {
-    Range lat;
-    Range lon;
-};
-
-// The positions on the edge of the box.
-std::optional<Bounds> bounds_of(const Scene& scene) {
-    std::optional<Bounds> bounds;
-    double last_lon = 0;
-    for (int i = 0; i < 4 * kProbes; ++i) {
-        const double along = static_cast<double>(i % kProbes) / kProbes;
-        const int side = i / kProbes;
-        const double u = side == 0 ? along : side == 1 ? 1 : side == 2 ? 1 - along : 0;
-        const double v = side == 0 ? 0 : side == 1 ? along : side == 2 ? 1 : 1 - along;
-        const Box& box = scene.box;
-        const auto position =
-            scene.to_position({box.upper_left.x + u * (box.lower_right.x - box.upper_left.x),
-                               box.upper_left.y + v * (box.lower_right.y - box.upper_left.y)});
-        if (!position) return std::nullopt;
-        last_lon = bounds ? longitude_near(position->longitude, last_lon) : position->longitude;
-        if (!bounds) bounds = Bounds{{position->latitude, position->latitude}, {last_lon, last_lon}};
-        bounds->lat.include(position->latitude);
-        bounds->lon.include(last_lon);
-    }
-    return bounds;
+ScreenPixel place_in(const Box& box, double right, double down) {
+    return {box.upper_left.x + right * (box.lower_right.x - box.upper_left.x),
+            box.upper_left.y + down * (box.lower_right.y - box.upper_left.y)};
 }
 
 // Degrees of latitude and longitude per pixel, in the middle of the box.
 std::optional<Position> degrees_per_pixel(const Scene& scene) {
-    const ScreenPixel middle{(scene.box.upper_left.x + scene.box.lower_right.x) / 2,
-                             (scene.box.upper_left.y + scene.box.lower_right.y) / 2};
+    const ScreenPixel middle = place_in(scene.box, 0.5, 0.5);
     const auto here = scene.to_position(middle);
     const auto right = scene.to_position({middle.x + 1, middle.y});
     const auto below = scene.to_position({middle.x, middle.y + 1});
@@ -78,7 +53,7 @@ std::optional<Position> degrees_per_pixel(const Scene& scene) {
 
 // Draws a line of which `at` gives the positions from 0 to 1.
 template <class At>
-void draw_line(Painter& painter, const Scene& scene, At at, const std::string& text, Anchor anchor) {
+void draw_line(Painter& painter, const Scene& scene, At at, const std::string& text, ScreenPixel anchor) {
     std::vector<Position> positions;
     for (int i = 0; i <= kPieces; ++i)
         positions.push_back(at(static_cast<double>(i) / kPieces));
@@ -108,22 +83,31 @@ double grid_step(double minutes) {
 }
 
 void draw_grid(Painter& painter, const Scene& scene) {
-    const auto bounds = bounds_of(scene);
     const auto pixel = degrees_per_pixel(scene);
-    if (!bounds || !pixel) return;
-    const Range& lat = bounds->lat;
-    const Range& lon = bounds->lon;
+    const auto centre = scene.to_position(place_in(scene.box, 0.5, 0.5));
+    if (!pixel || !centre) return;
+    Range lat;
+    Range lon;
+    for (int i = 0; i < (kProbes + 1) * (kProbes + 1); ++i) {
+        const int column = i % (kProbes + 1);
+        const int row = i / (kProbes + 1);
+        const auto position =
+            scene.to_position(place_in(scene.box, 1.0 / kProbes * column, 1.0 / kProbes * row));
+        if (!position) return;
+        lat.include(position->latitude);
+        lon.include(longitude_near(position->longitude, centre->longitude));
+    }
     const double gap = kLeastGap * 60 * painter.scale();
 
     for_each_line(lat, grid_step(pixel->latitude * gap), [&](double value) {
         const auto at = [&](double t) { return Position{value, lon.least + t * (lon.greatest - lon.least)}; };
-        draw_line(painter, scene, at, zellap10::plotter::format_latitude(value), {0, 0.5});
+        draw_line(painter, scene, at, format_latitude(value), {0, 0.5});
     });
     for_each_line(lon, grid_step(pixel->longitude * gap), [&](double value) {
         const auto at = [&](double t) {
             return Position{lat.greatest - t * (lat.greatest - lat.least), value};
         };
-        draw_line(painter, scene, at, zellap10::plotter::format_longitude(value), {0.5, 0});
+        draw_line(painter, scene, at, format_longitude(value), {0.5, 0});
     });
 }
 

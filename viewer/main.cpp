@@ -1,10 +1,10 @@
 // A viewer of charts.
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -20,6 +20,7 @@
 #include <viewer/user_folder.h>
 #include <viewer/view.h>
 #include <viewer/window.h>
+#include <zellap10/plotter/parse_position.h>
 
 namespace {
 
@@ -44,59 +45,41 @@ struct Arguments {
     std::vector<std::string> charts;
 };
 
-// Reads a number at the start of a text, and removes it.
-template <class Number>
-Number number(std::string& text, Number least, Number greatest) {
-    Number value{};
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec != std::errc() || !(value >= least && value <= greatest)) throw std::runtime_error(kUsage);
-    text.erase(0, static_cast<std::size_t>(read.ptr - text.data()));
-    return value;
+double number_of(const std::string& text, double least, double greatest) {
+    const auto number = viewer::parse_decimal(text);
+    if (!number || *number < least || *number > greatest) throw std::runtime_error(kUsage);
+    return *number;
 }
 
-viewer::ScreenSize size_of(std::string text) {
+viewer::ScreenSize size_of(const std::string& text) {
     using viewer::kLargestWindow;
     using viewer::kSmallestWindow;
-    const int width = number(text, kSmallestWindow.width, kLargestWindow.width);
-    if (text.substr(0, 1) != "x") throw std::runtime_error(kUsage);
-    text.erase(0, 1);
-    const int height = number(text, kSmallestWindow.height, kLargestWindow.height);
-    if (!text.empty()) throw std::runtime_error(kUsage);
-    return {width, height};
-}
-
-double factor_of(std::string text, double least, double greatest) {
-    const double factor = number(text, least, greatest);
-    if (!text.empty()) throw std::runtime_error(kUsage);
-    return factor;
+    const std::size_t cross = std::min(text.find('x'), text.size() - 1);
+    return {
+        static_cast<int>(number_of(text.substr(0, cross), kSmallestWindow.width, kLargestWindow.width)),
+        static_cast<int>(number_of(text.substr(cross + 1), kSmallestWindow.height, kLargestWindow.height))};
 }
 
 Arguments arguments_of(int argc, char** argv) {
     Arguments arguments;
+    const std::map<std::string, std::function<void(const std::string&)>> options = {
+        {"--size", [&](const std::string& value) { arguments.size = size_of(value); }},
+        {"--scale", [&](const std::string& value) { arguments.scale = number_of(value, 0.5, 8); }},
+        {"--pace", [&](const std::string& value) { arguments.pace = number_of(value, 0.01, 10000); }},
+        {"--gpsd", [&](const std::string& value) { arguments.gpsd = value; }},
+        {"--nmea", [&](const std::string& value) { arguments.nmea = value; }},
+        {"--route", [&](const std::string& value) { arguments.route = value; }},
+        {"--script", [&](const std::string& value) { arguments.script = viewer::Script(value); }},
+    };
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        const auto value = [&] {
-            if (i + 1 == argc) throw std::runtime_error(kUsage);
-            return std::string(argv[++i]);
-        };
-        if (argument == "--size")
-            arguments.size = size_of(value());
-        else if (argument == "--scale")
-            arguments.scale = factor_of(value(), 0.5, 8.0);
-        else if (argument == "--pace")
-            arguments.pace = factor_of(value(), 0.01, 10000.0);
-        else if (argument == "--gpsd")
-            arguments.gpsd = value();
-        else if (argument == "--nmea")
-            arguments.nmea = value();
-        else if (argument == "--route")
-            arguments.route = value();
-        else if (argument == "--script")
-            arguments.script = viewer::Script(value());
-        else if (argument.compare(0, 2, "--") == 0)
-            throw std::runtime_error(kUsage);
-        else
+        const auto option = options.find(argument);
+        if (option == options.end() && argument.compare(0, 2, "--") != 0) {
             arguments.charts.push_back(argument);
+        } else {
+            if (option == options.end() || ++i == argc) throw std::runtime_error(kUsage);
+            option->second(argv[i]);
+        }
     }
     const bool two_receivers = !arguments.gpsd.empty() && !arguments.nmea.empty();
     if (arguments.charts.empty() || two_receivers) throw std::runtime_error(kUsage);

@@ -17,7 +17,7 @@ constexpr double kRecentSeconds = 3.0;
 constexpr double kFastest = 2000.0;  // knots
 
 std::optional<double> number(const std::string& text, double limit) {
-    const auto value = zellap10::plotter::parse_decimal(text);
+    const auto value = parse_decimal(text);
     return value && *value >= 0.0 && *value <= limit ? value : std::nullopt;
 }
 

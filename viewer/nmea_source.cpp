@@ -11,8 +11,10 @@
 #include <fcntl.h>
 #ifdef _WIN32
 #include <io.h>
+constexpr int kOpenFlags = O_BINARY;
 #else
 #include <unistd.h>
+constexpr int kOpenFlags = O_NOCTTY | O_CLOEXEC;
 #endif
 
 #include <viewer/nmea.h>
@@ -29,11 +31,12 @@ constexpr double kLongestGap = 60.0;  // seconds
 // and hold up the end of the program while one waits.
 class Input {
 public:
-    explicit Input(const std::string& path) : file_(path == "-" ? 0 : open_file(path.c_str())) {
+    explicit Input(const std::string& path)
+        : file_(path == "-" ? 0 : open(path.c_str(), O_RDONLY | kOpenFlags)) {
         if (file_ < 0) throw std::system_error(errno, std::generic_category(), path);
     }
     ~Input() {
-        if (file_ != 0) close_file(file_);
+        if (file_ != 0) close(file_);
     }
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
@@ -41,35 +44,13 @@ public:
     /// Waits for the next bytes; none are the end.
     std::string_view read() {
         errno = 0;
-        const auto count = read_file(file_, block_, sizeof block_);
+        const auto count = ::read(file_, block_, sizeof block_);
         if (count >= 0) return {block_, static_cast<std::size_t>(count)};
         if (errno == EINTR) return read();
         throw std::system_error(errno, std::generic_category(), "cannot read NMEA 0183");
     }
 
 private:
-#ifdef _WIN32
-    static int open_file(const char* path) {
-        return _open(path, _O_RDONLY | _O_BINARY);
-    }
-    static int read_file(int file, char* bytes, unsigned size) {
-        return _read(file, bytes, size);
-    }
-    static void close_file(int file) {
-        _close(file);
-    }
-#else
-    static int open_file(const char* path) {
-        return open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC);
-    }
-    static ssize_t read_file(int file, char* bytes, std::size_t size) {
-        return ::read(file, bytes, size);
-    }
-    static void close_file(int file) {
-        close(file);
-    }
-#endif
-
     int file_;
     char block_[4096] = {};
 };

@@ -12,9 +12,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::Argb;
-using zellap10::plotter::Bitmap;
-
 struct Pen {
     Argb colour = 0;
     double width = 1;
@@ -28,17 +25,12 @@ struct Paper {
     double cover = 0.8;  ///< opacity, 0 to 1
 };
 
-/// The point of a text that its place refers to: 0 is the left or upper edge, 1 the right or lower one.
-struct Anchor {
-    double x = 0;
-    double y = 0;
-};
-
 enum class Typeface { kPlain, kBold, kFixed };
 
 struct TextStyle {
     Paper paper;
-    Anchor anchor;
+    /// The point of the text that its place refers to: 0 is the left or upper edge, 1 the right or lower one.
+    ScreenPixel anchor;
     double size = 13;
     Typeface face = Typeface::kPlain;
 };

@@ -33,7 +33,7 @@ Arguments arguments_of(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         if (is_route) {
-            const auto parsed = zellap10::plotter::parse_position(argument);
+            const auto parsed = viewer::parse_position(argument);
             if (!parsed.position) throw std::runtime_error(argument + ": " + parsed.reason);
             arguments.route.push_back({*parsed.position, ""});
         } else if (argument == "--") {
@@ -65,11 +65,11 @@ void save_picture(Arguments arguments) {
     view.resize(kSize);
     draw(view);
     if (arguments.printed) {
-        view.do_command(viewer::Command::kSheet);
-        view.do_command(viewer::Command::kPoints);
+        view.press_key("V");
+        view.press_key("T");
     }
-    view.do_command(viewer::Command::kAll);
-    view.do_command(viewer::Command::kGrid);
+    view.press_key("Home");
+    view.press_key("G");
     view.set_route(std::move(arguments.route));
     view.save(arguments.picture);
     draw(view);

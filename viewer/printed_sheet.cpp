@@ -13,18 +13,17 @@
 
 namespace viewer {
 
-using zellap10::plotter::Viewport;
-
 namespace {
 
 constexpr int kReductions[] = {1, 2, 3, 4, 6, 8, 12, 16, 24, 32, 48, 64};
 constexpr int kSteps = sizeof kReductions / sizeof kReductions[0];
 constexpr std::chrono::milliseconds kBetweenPictures{16};
+constexpr unsigned char kNoPixel = 255;  // beyond the colour indexes, which have 7 bits
 
 std::shared_ptr<CZellap> open(const std::string& path) {
     auto chart = std::make_shared<CZellap>();
     if (chart->OpenZellap(path.c_str(), 0) == 0) {
-        const auto diagnosis = zellap10::plotter::diagnose_chart(path);
+        const auto diagnosis = diagnose_chart(path);
         throw std::runtime_error(diagnosis ? diagnosis->text : "There is not enough memory for it.");
     }
     const CSize size = chart->GetDocumentSize();
@@ -61,8 +60,7 @@ public:
 
     void run() override;
     bool is_damaged();
-    bool draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme, Argb background,
-              const Bitmap& bitmap);
+    bool draw(const Viewport& viewport, ColourScheme scheme, Argb background, const Bitmap& bitmap);
 
 private:
     void follow(const Viewport& now);
@@ -84,10 +82,10 @@ void PrintedSheet::Job::run() {
         if (ending_) return;
         const auto row = std::find(is_drawn_.begin(), is_drawn_.end(), false) - is_drawn_.begin();
         const Viewport kept = kept_;
-        line.assign(static_cast<std::size_t>(kept.width), 0);
+        line.assign(static_cast<std::size_t>(kept.width), kNoPixel);
         lock.unlock();
         const Viewport of_row{kept.column, kept.row + static_cast<int>(row), kept.reduction, kept.width, 1};
-        const bool is_read = zellap10::plotter::read_viewport(*chart_, of_row, 0, line.data());
+        const bool is_read = read_viewport(*chart_, of_row, kNoPixel, line.data());
         lock.lock();
         is_damaged_ = is_damaged_ || !is_read;
         if (same(kept, kept_)) {
@@ -109,7 +107,7 @@ bool PrintedSheet::Job::is_damaged() {
 
 // Makes the nearest view of the present viewport from what is kept. Rows that only moved up or down are good.
 void PrintedSheet::Job::follow(const Viewport& now) {
-    std::vector<unsigned char> indexes(area(now.width, now.height));
+    std::vector<unsigned char> indexes(area(now.width, now.height), kNoPixel);
     std::vector<bool> is_drawn(static_cast<std::size_t>(now.height));
     const bool only_rows_moved =
         now.reduction == kept_.reduction && now.column == kept_.column && now.width == kept_.width;
@@ -135,28 +133,17 @@ void PrintedSheet::Job::follow(const Viewport& now) {
     changed_.notify_all();
 }
 
-bool PrintedSheet::Job::draw(const Viewport& viewport, zellap10::plotter::ColourScheme scheme,
-                             Argb background, const Bitmap& bitmap) {
+bool PrintedSheet::Job::draw(const Viewport& viewport, ColourScheme scheme, Argb background,
+                             const Bitmap& bitmap) {
     const Lock lock(mutex_);
     if (!same(viewport, kept_)) follow(viewport);
-    const auto colours = zellap10::plotter::colours_of(*chart_, scheme);
-    const CSize size = chart_->GetDocumentSize();
-    const auto range = [](int first, int count, int window) {
-        const auto last = std::clamp<std::int64_t>(std::int64_t{count} - first, 0, window);
-        return std::make_pair(std::clamp(-first, 0, window), static_cast<int>(last));
-    };
-    const auto [left, right] = range(kept_.column, blocks(size.cx, kept_.reduction), kept_.width);
-    const auto [top, bottom] = range(kept_.row, blocks(size.cy, kept_.reduction), kept_.height);
+    auto colours = colours_of(*chart_, scheme);
+    colours[kNoPixel] = background;
     for (int y = 0; y < bitmap.height; ++y) {
         auto* const to =
             reinterpret_cast<Argb*>(static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride);
-        const bool inside = y >= top && y < bottom && left < right;
-        std::fill(to, to + (inside ? left : bitmap.width), background);
-        if (!inside) continue;
         const unsigned char* const from = indexes_.data() + area(kept_.width, y);
-        for (int x = left; x < right; ++x)
-            to[x] = colours[from[x]];
-        std::fill(to + right, to + bitmap.width, background);
+        std::transform(from, from + bitmap.width, to, [&](unsigned char index) { return colours[index]; });
     }
     return missing_rows_ == 0;
 }
@@ -175,7 +162,7 @@ bool PrintedSheet::is_damaged() const {
     return job_->is_damaged();
 }
 
-bool PrintedSheet::draw(zellap10::plotter::ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+bool PrintedSheet::draw(ColourScheme scheme, Argb background, const Bitmap& bitmap) {
     return job_->draw(viewport_, scheme, background, bitmap);
 }
 

@@ -12,8 +12,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::ChartPixel;
-
 /// One chart as it is printed, with its insets in their places, at full size or reduced. A thread of its own
 /// decodes it.
 class PrintedSheet {
@@ -28,8 +26,8 @@ public:
     const std::string& name() const { return name_; }
     ScreenSize size() const;
     const CGEORec& record() const { return *chart_->GetBaseGeoRec(); }
-    const zellap10::plotter::Sheet& georeferences() const { return georeferences_; }
-    const zellap10::plotter::Viewport& viewport() const { return viewport_; }
+    const Sheet& georeferences() const { return georeferences_; }
+    const Viewport& viewport() const { return viewport_; }
 
     void resize(ScreenSize window);
     void show_all();
@@ -41,7 +39,7 @@ public:
     /// Draws what is decoded, and the rest as far as it is known from other views.
     ///
     /// @return  whether nothing is missing
-    bool draw(zellap10::plotter::ColourScheme scheme, Argb background, const Bitmap& bitmap);
+    bool draw(ColourScheme scheme, Argb background, const Bitmap& bitmap);
 
     /// Whether lines could not be read.
     bool is_damaged() const;
@@ -55,9 +53,9 @@ private:
     std::string path_;
     std::string name_;
     std::shared_ptr<CZellap> chart_;
-    zellap10::plotter::Sheet georeferences_;
+    Sheet georeferences_;
     int step_ = 0;
-    zellap10::plotter::Viewport viewport_;
+    Viewport viewport_;
     std::shared_ptr<Job> job_;
     BackgroundTask task_;
 };

@@ -7,10 +7,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::Leg;
-using zellap10::plotter::leg_between;
-using zellap10::plotter::Position;
-
 namespace {
 
 constexpr double kArrivalMiles = 0.05;
@@ -35,12 +31,10 @@ Progress progress_to(const Fix& fix, const std::vector<Waypoint>& route, std::si
     const Position target = route[next].position;
     const Leg leg = leg_between(fix.position, target);
     Progress progress{leg.course, leg.distance, std::nullopt, std::nullopt};
-    if (next > 0)
-        progress.cross_track =
-            zellap10::plotter::cross_track_distance(route[next - 1].position, target, fix.position);
+    if (next > 0) progress.cross_track = cross_track_distance(route[next - 1].position, target, fix.position);
     if (fix.speed) {
         const double made_good = fix.course && leg.course ? cosine_of(*fix.course - *leg.course) : 1.0;
-        progress.time = zellap10::plotter::time_to_go(leg.distance, *fix.speed * made_good);
+        progress.time = time_to_go(leg.distance, *fix.speed * made_good);
     }
     return progress;
 }

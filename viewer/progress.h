@@ -27,7 +27,6 @@ Progress progress_to(const Fix& fix, const std::vector<Waypoint>& route, std::si
 /// perpendicular to its leg within 1 NM. The last one stays the next one.
 ///
 /// @param next  an index of the route
-std::size_t advance_waypoint(zellap10::plotter::Position at, const std::vector<Waypoint>& route,
-                             std::size_t next);
+std::size_t advance_waypoint(Position at, const std::vector<Waypoint>& route, std::size_t next);
 
 }  // namespace viewer

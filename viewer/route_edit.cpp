@@ -42,7 +42,7 @@ void RouteEdit::begin_drag(std::size_t index) {
     dragged_ = index;
 }
 
-void RouteEdit::drag_to(zellap10::plotter::Position position) {
+void RouteEdit::drag_to(Position position) {
     if (dragged_) waypoints_[*dragged_].position = position;
 }
 

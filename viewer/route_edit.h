@@ -23,7 +23,7 @@ public:
 
     /// A drag moves one waypoint in many steps, and one undo takes all of them back. Another change ends it.
     void begin_drag(std::size_t index);
-    void drag_to(zellap10::plotter::Position position);
+    void drag_to(Position position);
     void end_drag() { dragged_.reset(); }
 
     /// Takes the last change back; 200 changes are kept.

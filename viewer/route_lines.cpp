@@ -64,7 +64,7 @@ private:
     bool is_straight(ScreenPixel a, ScreenPixel b) const { return apart(a, b) < scene_.turn_pixels / 2; }
     void divide(Position from, Position to, int depth) {
         Position before = from;
-        for (const Position position : zellap10::plotter::rhumb_line(from, to, kPieces)) {
+        for (const Position position : rhumb_line(from, to, kPieces)) {
             const auto a = scene_.to_screen(before);
             const auto b = scene_.to_screen(position);
             const bool is_long = a && b && apart(*a, *b) > kLongestPiece && is_straight(*a, *b);
@@ -105,10 +105,8 @@ void draw_leg(Painter& painter, const Scene& scene, Position from, Position to) 
     painter.line(line, scene.theme.route);
     const auto middle = middle_of(shown, kLeastLabelled * painter.scale());
     if (!middle) return;
-    const auto leg = zellap10::plotter::leg_between(from, to);
-    painter.label(*middle,
-                  zellap10::plotter::format_course(leg.course) + "  " +
-                      zellap10::plotter::format_distance(leg.distance),
+    const auto leg = leg_between(from, to);
+    painter.label(*middle, format_course(leg.course) + "  " + format_distance(leg.distance),
                   {scene.theme.paper, {0.5, 0.5}}, Rank::kLeg);
 }
 

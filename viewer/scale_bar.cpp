@@ -7,8 +7,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::kMetresPerNauticalMile;
-
 namespace {
 
 constexpr double kLongest = 200;  // pixels
@@ -22,16 +20,17 @@ double round_number(double value) {
     return power;
 }
 
-}  // namespace
-
+// In the middle of the scene; 0 if there is no position.
 double miles_per_pixel(const Scene& scene) {
     constexpr double kPixels = 10;
     const ScreenPixel middle{(scene.box.upper_left.x + scene.box.lower_right.x) / 2,
                              (scene.box.upper_left.y + scene.box.lower_right.y) / 2};
     const auto here = scene.to_position(middle);
     const auto there = scene.to_position({middle.x + kPixels, middle.y});
-    return here && there ? zellap10::plotter::leg_between(*here, *there).distance / kPixels : 0;
+    return here && there ? leg_between(*here, *there).distance / kPixels : 0;
 }
+
+}  // namespace
 
 double bar_length(double miles) {
     if (miles >= 0.1) return round_number(miles);
@@ -49,8 +48,7 @@ void draw_scale_bar(Painter& painter, const Scene& scene, ScreenPixel at) {
 
     const Paper& paper = scene.theme.paper;
     const ScreenPixel corner{std::round(at.x) - width, std::round(at.y) - height};
-    painter.text({corner.x + half, corner.y - 2}, {zellap10::plotter::format_distance(length)},
-                 {paper, {0.5, 1}});
+    painter.text({corner.x + half, corner.y - 2}, {format_distance(length)}, {paper, {0.5, 1}});
     const auto fill = [&](double left, double top, double right, double bottom, Argb colour) {
         painter.box({{corner.x + left, corner.y + top}, {corner.x + right, corner.y + bottom}}, colour);
     };

@@ -5,9 +5,6 @@
 
 namespace viewer {
 
-/// Nautical miles per pixel, in the middle of the scene; 0 if there is no position.
-double miles_per_pixel(const Scene& scene);
-
 /// The greatest length for a scale bar that is not above this one: 1, 2 or 5 times a power of ten, in
 /// nautical miles, or in metres below a tenth of a mile.
 ///

@@ -5,10 +5,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::Georeference;
-using zellap10::plotter::MapView;
-using zellap10::plotter::Viewport;
-
 namespace {
 
 constexpr double kFarAway = 1e6;  // pixels; nothing is drawn farther outside

@@ -12,8 +12,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::Position;
-
 /// Where lines are drawn, and how positions (WGS 84) and pixels convert: on the map, on a printed sheet or on
 /// one of its insets.
 struct Scene {
@@ -24,11 +22,11 @@ struct Scene {
     const Theme& theme;
 };
 
-Scene map_scene(const zellap10::plotter::MapView& view, const Theme& theme);
+Scene map_scene(const MapView& view, const Theme& theme);
 
 /// @param box  the part of the window in which the georeference holds
-Scene sheet_scene(const zellap10::plotter::Georeference& georeference,
-                  const zellap10::plotter::Viewport& viewport, const Box& box, const Theme& theme);
+Scene sheet_scene(const Georeference& georeference, const Viewport& viewport, const Box& box,
+                  const Theme& theme);
 
 /// The screen pixels of positions, in lines that break if a position has no pixel or on the far side of the
 /// earth.

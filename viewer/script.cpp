@@ -1,7 +1,6 @@
 #include "viewer/script.h"
 
 #include <fstream>
-#include <optional>
 #include <sstream>
 #include <stdexcept>
 
@@ -11,52 +10,36 @@ namespace viewer {
 
 namespace {
 
-std::optional<SDL_Event> button_event(const std::string& button, std::istringstream& words) {
-    std::string way;
-    SDL_Event event{};
-    words >> way >> event.button.x >> event.button.y;
-    if (way != "down" && way != "up") return std::nullopt;
-    event.type = way == "down" ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    event.button.button = button == "left" ? SDL_BUTTON_LEFT : SDL_BUTTON_RIGHT;
-    return event;
+std::string rest_of(std::istringstream& words) {
+    std::string rest;
+    std::getline(words >> std::ws, rest);
+    return rest;
 }
 
-std::optional<SDL_Event> key_event(std::istringstream& words) {
-    std::string name;
-    std::getline(words >> std::ws, name);
+// The event of a line; one of type 0 is none.
+SDL_Event event_of(const std::string& word, std::istringstream& words) {
     SDL_Event event{};
-    event.type = SDL_KEYDOWN;
-    event.key.keysym.sym = SDL_GetKeyFromName(name.c_str());
-    if (event.key.keysym.sym == SDLK_UNKNOWN) return std::nullopt;
-    return event;
-}
-
-std::optional<SDL_Event> text_event(std::istringstream& words) {
-    std::string text;
-    std::getline(words >> std::ws, text);
-    SDL_Event event{};
-    event.type = SDL_TEXTINPUT;
-    if (text.size() >= sizeof event.text.text) return std::nullopt;
-    text.copy(event.text.text, text.size());
-    return event;
-}
-
-std::optional<SDL_Event> event_of(const std::string& word, std::istringstream& words) {
-    SDL_Event event{};
-    if (word == "left" || word == "right") return button_event(word, words);
-    if (word == "key") return key_event(words);
-    if (word == "type") return text_event(words);
-    if (word == "move") {
+    if (word == "left" || word == "right") {
+        std::string way;
+        words >> way >> event.button.x >> event.button.y;
+        if (way == "down" || way == "up")
+            event.type = way == "down" ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.button.button = word == "left" ? SDL_BUTTON_LEFT : SDL_BUTTON_RIGHT;
+    } else if (word == "key") {
+        event.key.keysym.sym = SDL_GetKeyFromName(rest_of(words).c_str());
+        if (event.key.keysym.sym != SDLK_UNKNOWN) event.type = SDL_KEYDOWN;
+    } else if (word == "type") {
+        const std::string text = rest_of(words);
+        if (text.size() < sizeof event.text.text) event.type = SDL_TEXTINPUT;
+        text.copy(event.text.text, sizeof event.text.text - 1);
+    } else if (word == "move") {
         event.type = SDL_MOUSEMOTION;
         words >> event.motion.x >> event.motion.y;
-        return event;
-    }
-    if (word == "wheel") {
+    } else if (word == "wheel") {
         event.type = SDL_MOUSEWHEEL;
         words >> event.wheel.y;
-        return event;
     }
-    return std::nullopt;
+    return event;
 }
 
 }  // namespace
@@ -79,15 +62,12 @@ void Script::go_on(View& view) {
     words >> word;
     SDL_Event event{};
     if (word == "save") {
-        std::string path;
-        std::getline(words >> std::ws, path);
-        view.save(path);
+        view.save(rest_of(words));
         event.type = SDL_USEREVENT;
-    } else if (const auto described = event_of(word, words); described && words) {
-        event = *described;
     } else {
-        throw std::runtime_error("no event: " + line);
+        event = event_of(word, words);
     }
+    if (event.type == 0 || !words) throw std::runtime_error("no event: " + line);
     SDL_PushEvent(&event);
 }
 

@@ -8,9 +8,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::format_course;
-using zellap10::plotter::format_distance;
-
 namespace {
 
 constexpr double kPredictedMinutes = 6;
@@ -54,9 +51,9 @@ std::vector<std::string> ship_lines(const Track& track, const std::vector<Waypoi
     if (const auto age = track.age(now); age > Track::kLostAfter) {
         const double seconds = std::chrono::duration<double>(age).count();
         lines.push_back("FIX LOST for " + (seconds < 100 ? std::to_string(std::lround(seconds)) + " s"
-                                                         : zellap10::plotter::format_duration(seconds)));
+                                                         : format_duration(seconds)));
     }
-    lines.push_back(zellap10::plotter::format_position(fix->position));
+    lines.push_back(format_position(fix->position));
     lines.push_back("SOG " + knots(fix->speed) + "  COG " + format_course(fix->course));
     if (fix->heading) lines.back() += "  HDG " + format_course(fix->heading);
     if (next >= route.size()) return lines;
@@ -69,7 +66,7 @@ std::vector<std::string> ship_lines(const Track& track, const std::vector<Waypoi
     if (const auto off = progress.cross_track)
         lines.back() =
             "XTD " + format_distance(std::abs(*off)) + (*off > 0 ? " to the right" : " to the left");
-    lines.back() += "  TTG " + zellap10::plotter::format_duration(progress.time);
+    lines.back() += "  TTG " + format_duration(progress.time);
     return lines;
 }
 

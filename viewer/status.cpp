@@ -7,9 +7,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::format_course;
-using zellap10::plotter::format_distance;
-
 namespace {
 
 constexpr std::size_t kLongestLine = 76;  // bytes
@@ -48,7 +45,7 @@ std::vector<std::string> route_lines(const std::vector<Waypoint>& waypoints,
     if (waypoints.empty()) return {"", ""};
     std::string above;
     if (pointer) {
-        const auto leg = zellap10::plotter::leg_between(waypoints.back().position, *pointer);
+        const auto leg = leg_between(waypoints.back().position, *pointer);
         above = "from waypoint " + std::to_string(waypoints.size()) + ": " + format_course(leg.course) +
                 "  " + format_distance(leg.distance);
     }
@@ -57,7 +54,7 @@ std::vector<std::string> route_lines(const std::vector<Waypoint>& waypoints,
     for (const Waypoint& waypoint : waypoints)
         positions.push_back(waypoint.position);
     return {above, "route: " + std::to_string(waypoints.size()) + " waypoints, " +
-                       format_distance(zellap10::plotter::route_over(positions).distance)};
+                       format_distance(route_over(positions).distance)};
 }
 
 std::string size_text(double reduction) {

@@ -25,7 +25,7 @@ constexpr Theme kThemes[] = {
 
 }  // namespace
 
-const Theme& theme_for(zellap10::plotter::ColourScheme scheme) {
+const Theme& theme_for(ColourScheme scheme) {
     return kThemes[static_cast<int>(scheme)];
 }
 

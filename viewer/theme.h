@@ -18,6 +18,6 @@ struct Theme {
 };
 
 /// By day texts are dark on light paper, at dusk and at night light on dark paper.
-const Theme& theme_for(zellap10::plotter::ColourScheme scheme);
+const Theme& theme_for(ColourScheme scheme);
 
 }  // namespace viewer

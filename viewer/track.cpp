@@ -6,8 +6,6 @@
 
 namespace viewer {
 
-using zellap10::plotter::Position;
-
 void Track::add(const Fix& fix, Clock::time_point now) {
     const bool starts_line = is_lost(now);
     const bool replaces = !starts_line && fix.time && last_fix_->time == fix.time;

@@ -18,7 +18,7 @@ public:
     static constexpr std::size_t kMostPoints = 20000;
 
     struct Point {
-        zellap10::plotter::Position position;
+        Position position;
         bool starts_line = false;  ///< no line leads here: it is the first, or the fix was lost before
     };
 
@@ -50,6 +50,6 @@ private:
 /// Where a ship will be by its course and speed over the ground, along a rhumb line.
 ///
 /// @return  none without course and speed, and if the line passes a pole
-std::optional<zellap10::plotter::Position> predict(const Fix& fix, double minutes);
+std::optional<Position> predict(const Fix& fix, double minutes);
 
 }  // namespace viewer

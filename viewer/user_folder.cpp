@@ -36,4 +36,12 @@ std::string user_folder(const std::string& key, const std::string& name) {
     return std::filesystem::is_directory(folder, ignored) ? folder : home;
 }
 
+std::string free_path(const std::string& folder, const std::string& stem, const std::string& extension) {
+    for (int i = 1;; ++i) {
+        const auto path = std::filesystem::path(folder) / (stem + "-" + std::to_string(i) + extension);
+        std::error_code ignored;
+        if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) return path.string();
+    }
+}
+
 }  // namespace viewer

@@ -7,16 +7,11 @@
 #include <system_error>
 #include <utility>
 
+#include <zellap10/platform/angle.h>
 #include <zellap10/plotter/text.h>
+#include <zellap10/plotter/web_mercator.h>
 
 namespace viewer {
-
-using zellap10::plotter::Catalogue;
-using zellap10::plotter::CatalogueEntry;
-using zellap10::plotter::Extent;
-using zellap10::plotter::longitude_near;
-using zellap10::plotter::MapView;
-using zellap10::plotter::Quilt;
 
 namespace {
 
@@ -38,10 +33,9 @@ Quilt::Options quilt_options(const View::Options& options) {
 View::View(const std::vector<std::string>& charts, Options options)
     : options_(std::move(options)),
       map_({0, 0}, kWidest, {}),
-      catalogue_(std::make_shared<const Catalogue>()),
       route_path_((std::filesystem::path(options_.route_folder) / "route.gpx").string()),
       lister_(charts, options_.on_change),
-      quilt_(catalogue_, quilt_options(options_)) {
+      quilt_(list_.catalogue, quilt_options(options_)) {
     if (options_.route_path.empty()) return;
     route_path_ = options_.route_path;
     std::error_code ignored;
@@ -77,10 +71,6 @@ Scene View::scene_at(ScreenPixel at) const {
     return {[](Position) { return std::nullopt; }, [](ScreenPixel) { return std::nullopt; }, 0, box, theme};
 }
 
-std::optional<Position> View::position_at(ScreenPixel at) const {
-    return scene_at(at).to_position(at);
-}
-
 void View::show(Position centre, double metres_per_pixel) {
     map_ = MapView(centre, std::clamp(metres_per_pixel, kClosest, kWidest), map_.size(), map_.course_up());
 }
@@ -88,7 +78,7 @@ void View::show(Position centre, double metres_per_pixel) {
 // Shows all of some areas.
 void View::show_extents(const std::vector<Extent>& extents) {
     if (extents.empty() || map_.size().width < 1 || map_.size().height < 1) return;
-    double south = 90, north = -90, west = 1e9, east = -1e9;
+    double south = kWebMercatorLatitude, north = -south, west = 1e9, east = -west;
     for (const Extent& extent : extents) {
         const double left = longitude_near(extent.west, extents.front().west);
         south = std::min(south, extent.south);
@@ -97,28 +87,22 @@ void View::show_extents(const std::vector<Extent>& extents) {
         east = std::max(east, left + extent.width);
     }
     if (!(south < north && west < east)) return;
-    // In a view of known scale the corners show how much larger or smaller it must be.
-    const MapView world({0, 0}, 1000, map_.size());
-    const auto pixel = [&](double lat, double lon) {
-        return world.to_screen({std::clamp(lat, -85.0, 85.0), lon}).value_or(ScreenPixel{});
+    const auto turns = [](double latitude) {
+        return mercator_turns(std::clamp(latitude, -kWebMercatorLatitude, kWebMercatorLatitude));
     };
-    const double pixels_per_degree = world.pixels_around() / 360;
-    const double wide = std::min(east - west, 360.0) * pixels_per_degree;
-    const ScreenPixel top = pixel(north, 0);
-    const ScreenPixel bottom = pixel(south, 0);
-    const auto centre = world.to_position({top.x, (top.y + bottom.y) / 2});
-    if (!centre) return;
-    const double factor = std::max(wide / map_.size().width, (bottom.y - top.y) / map_.size().height) * 1.03;
-    // 1000 metres on the equator are fewer at the centre.
-    const double metres = 1000 * std::cos(centre->latitude * (3.14159265359 / 180)) * factor;
-    show({centre->latitude, (west + east) / 2}, metres);
+    const double latitude = mercator_latitude((turns(south) + turns(north)) / 2);
+    const double turns_per_pixel = 1.03 * std::max(std::min((east - west) / 360, 1.0) / map_.size().width,
+                                                   (turns(north) - turns(south)) / map_.size().height);
+    const double parallel = kMetresAround * std::cos(latitude * zellap10::platform::DEG_TO_RAD);
+    show({latitude, (west + east) / 2}, parallel * turns_per_pixel);
 }
 
 // Shows all charts, or the complete sheet.
 void View::show_all() {
+    follows_ = false;
     if (sheet_) return sheet_->show_all();
     std::vector<Extent> extents;
-    for (const CatalogueEntry* entry : catalogue_->entries()) {
+    for (const CatalogueEntry* entry : list_.catalogue->entries()) {
         if (!entry->inset) extents.push_back(entry->extent);
     }
     show_extents(extents);
@@ -126,14 +110,14 @@ void View::show_all() {
 
 // Shows the first chart and those that overlap it: charts of distant seas would be too small to be seen.
 void View::show_first() {
-    const auto entries = catalogue_->entries();
+    const auto entries = list_.catalogue->entries();
     const auto is_first = [this](const CatalogueEntry* entry) {
-        return entry->path == first_chart_ && !entry->inset;
+        return entry->path == list_.first && !entry->inset;
     };
     const auto first = std::find_if(entries.begin(), entries.end(), is_first);
     if (first == entries.end()) return;
     std::vector<Extent> extents{(*first)->extent};
-    for (const CatalogueEntry* entry : catalogue_->overlapping((*first)->extent)) {
+    for (const CatalogueEntry* entry : list_.catalogue->overlapping((*first)->extent)) {
         if (!entry->inset) extents.push_back(entry->extent);
     }
     show_extents(extents);
@@ -162,34 +146,24 @@ void View::turn(double degrees) {
     if (!sheet_) map_ = map_.turned_to(map_.course_up() + degrees);
 }
 
-void View::turn_wheel(double steps) {
-    zoom(steps);
-}
-
 // Takes what the lister has found. A sheet is opened again, since its file may be another one now.
 void View::look_for_charts() {
     auto list = lister_.take();
     if (!list) return;
-    const bool only_bare = list->complete && list->catalogue->entries().empty() && !list->bare_charts.empty();
-    catalogue_ = std::move(list->catalogue);
-    quilt_.set_catalogue(catalogue_);
+    list_ = std::move(*list);
+    quilt_.set_catalogue(list_.catalogue);
     shown_.clear();
-    first_chart_ = std::move(list->first);
-    bare_charts_ = std::move(list->bare_charts);
-    list_problems_ = std::move(list->problems);
     hides_problems_ = false;
-    listed_ = list->complete;
     if (!user_moved_) show_first();
-    if (sheet_ && listed_) {
-        const auto size = sheet_->size();
-        const auto viewport = sheet_->viewport();
-        const std::string path = sheet_->path();
-        if (!open_sheet(path)) return;
-        if (sheet_->size().width == size.width && sheet_->size().height == size.height)
-            sheet_->show(viewport.to_chart(middle()), viewport.reduction);
-    } else if (only_bare) {
-        show_next_bare_chart();
-    }
+    if (!list_.complete) return;
+    if (!sheet_ && list_.catalogue->entries().empty()) show_next_bare_chart();
+    if (!sheet_) return;
+    const ScreenSize size = sheet_->size();
+    const Viewport viewport = sheet_->viewport();
+    const std::string path = sheet_->path();
+    if (!open_sheet(path)) return;
+    if (sheet_->size().width == size.width && sheet_->size().height == size.height)
+        sheet_->show(viewport.to_chart(middle()), viewport.reduction);
 }
 
 // Shows a chart of the quilt on top, at full size if it is: charts with more detail give way only past their
@@ -206,10 +180,10 @@ void View::show_at_size_of(const CatalogueEntry& entry, const CatalogueEntry* fi
 // Goes to the next chart of this place with more detail, for a step of -1, or with less.
 void View::step_detail(int step) {
     user_moved_ = true;
-    const auto place = position_at(middle());
+    const auto place = scene_at(middle()).to_position(middle());
     if (!place) return sheet_ ? show_next_bare_chart() : void();
     std::vector<const CatalogueEntry*> charts;
-    for (const CatalogueEntry* entry : catalogue_->covering(*place)) {
+    for (const CatalogueEntry* entry : list_.catalogue->covering(*place)) {
         if (entry->metres_per_pixel) charts.push_back(entry);
     }
     const auto present = [&](const CatalogueEntry* entry) {
@@ -247,10 +221,11 @@ bool View::open_sheet(const std::string& path) {
 }
 
 void View::show_next_bare_chart() {
-    if (bare_charts_.empty()) return;
-    const auto now = std::find(bare_charts_.begin(), bare_charts_.end(), sheet_ ? sheet_->path() : "");
-    const bool is_last = now == bare_charts_.end() || now + 1 == bare_charts_.end();
-    const std::string path = is_last ? bare_charts_.front() : *(now + 1);
+    if (list_.bare_charts.empty()) return;
+    const auto now =
+        std::find(list_.bare_charts.begin(), list_.bare_charts.end(), sheet_ ? sheet_->path() : "");
+    const bool is_last = now == list_.bare_charts.end() || now + 1 == list_.bare_charts.end();
+    const std::string path = is_last ? list_.bare_charts.front() : *(now + 1);
     if (open_sheet(path)) message_ = sheet_->name() + " has no positions.";
 }
 
@@ -258,7 +233,7 @@ void View::show_next_bare_chart() {
 void View::toggle_sheet() {
     user_moved_ = true;
     if (sheet_) {
-        const auto place = position_at(middle());
+        const auto place = scene_at(middle()).to_position(middle());
         const auto& base = sheet_->georeferences().chart();
         const double metres = (base ? base->metres_per_pixel() : std::nullopt).value_or(0);
         if (place && metres > 0) show(*place, metres * sheet_->viewport().reduction);
@@ -266,7 +241,7 @@ void View::toggle_sheet() {
         return;
     }
     const auto hit = quilt_.at(map_, middle());
-    if (!hit && bare_charts_.empty()) message_ = "There is no chart in the middle of the window.";
+    if (!hit && list_.bare_charts.empty()) message_ = "There is no chart in the middle of the window.";
     if (!hit) return show_next_bare_chart();
     const double metres = hit->entry->metres_per_pixel.value_or(map_.metres_per_pixel());
     if (open_sheet(hit->entry->path)) sheet_->show(hit->pixel, map_.metres_per_pixel() / metres);

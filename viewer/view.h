@@ -7,9 +7,7 @@
 #include <vector>
 
 #include <viewer/chart_list.h>
-#include <viewer/commands.h>
 #include <viewer/fix_source.h>
-#include <viewer/gpx.h>
 #include <viewer/painter.h>
 #include <viewer/printed_sheet.h>
 #include <viewer/route_edit.h>
@@ -21,8 +19,6 @@
 #include <zellap10/plotter/quilt.h>
 
 namespace viewer {
-
-using zellap10::plotter::ColourScheme;
 
 enum class Button { kLeft, kRight };
 
@@ -58,9 +54,11 @@ public:
     void press(Button button, ScreenPixel at, bool shift = false);
     void release(Button button, ScreenPixel at);
     void move(ScreenPixel at);
-    void leave();                   ///< the pointer is no longer in the window
-    void turn_wheel(double steps);  ///< above 0 for a closer view
-    void do_command(Command command);
+    void leave() { pointer_.reset(); }  ///< the pointer is no longer in the window
+    void zoom(double steps);            ///< of the wheel, above 0 for a closer view
+
+    /// @param name  as SDL gives it, such as "G", "Left" or "Keypad +"; other keys do nothing
+    void press_key(const std::string& name);
 
     /// Whether keys are text, for type().
     bool wants_text() const { return prompt_.has_value(); }
@@ -83,11 +81,12 @@ public:
     /// Whether the view changes with time alone: the age of a fix.
     bool shows_time() const { return receiver_ != nullptr; }
 
-    /// Whether the user wants to go. A route that is not saved was saved then.
+    /// Ends. A route that is not saved is saved under a new name.
+    void quit();
     bool is_over() const { return over_; }
     const std::string& message() const { return message_; }
 
-    const zellap10::plotter::MapView& map() const { return map_; }
+    const MapView& map() const { return map_; }
     const std::vector<Waypoint>& waypoints() const { return route_.waypoints(); }
     void set_route(std::vector<Waypoint> waypoints) { route_.replace(std::move(waypoints)); }
 
@@ -102,9 +101,9 @@ private:
         std::size_t index = 0;  // of a waypoint or leg
         bool moved = false;
     };
-    enum class PromptKind { kGoTo, kLoad, kSave };
     struct Prompt {
-        PromptKind kind;
+        const char* question;
+        std::string (View::*enter)(const std::string&);  // returns why it refuses a text
         std::string text;
         std::string reason;  // why the last text was refused
     };
@@ -113,20 +112,17 @@ private:
     ScreenPixel middle() const;
     bool is_on_chart(ScreenPixel at) const { return at.y < map_.size().height; }
     Scene scene_at(ScreenPixel at) const;
-    std::optional<Position> position_at(ScreenPixel at) const;
     void show(Position centre, double metres_per_pixel);
-    void show_extents(const std::vector<zellap10::plotter::Extent>& extents);
+    void show_extents(const std::vector<Extent>& extents);
     void show_all();
     void show_first();
     void pan(double right, double down);
-    void zoom(double steps);
     void turn(double degrees);
 
     // Charts.
     void look_for_charts();
     void step_detail(int step);
-    void show_at_size_of(const zellap10::plotter::CatalogueEntry& entry,
-                         const zellap10::plotter::CatalogueEntry* finer, Position at);
+    void show_at_size_of(const CatalogueEntry& entry, const CatalogueEntry* finer, Position at);
     void toggle_sheet();
     bool open_sheet(const std::string& path);
     void show_next_bare_chart();
@@ -135,23 +131,25 @@ private:
     void drag_to(ScreenPixel at);
     void click(const Drag& drag);
     void remove_waypoint(ScreenPixel at);
-    bool do_route_command(Command command);
-    void open_prompt(PromptKind kind);
-    bool do_prompt_command(Command command);
+    void undo();
+    void clear_route();
+    void ask(const char* question, std::string (View::*enter)(const std::string&), const std::string& text);
+    void edit_prompt(const std::string& key);
     std::string go_to(const std::string& text);
     std::string load_route(const std::string& path);
     std::string save_route(const std::string& path);
     void adopt_route_file(const std::string& path);
-    void end();
 
     // The ship.
     void look_for_fixes();
     void follow();
+    void toggle_course_up();
 
-    void draw_lines(Painter& painter);
+    void draw_lines(Painter& painter, const Scene& scene);
     void draw_sheet_lines(Painter& painter);
     void draw_hidden(Painter& painter, const Scene& scene);
     void draw_texts(Painter& painter);
+    void draw_notices(Painter& painter);
     Status status();
     std::vector<std::string> pointer_lines();
     void save_picture(Painter& painter);
@@ -159,15 +157,11 @@ private:
     const Options options_;
     ScreenSize window_;
     double scale_ = 1;
-    zellap10::plotter::MapView map_;
-    std::shared_ptr<const zellap10::plotter::Catalogue> catalogue_;
-    std::string first_chart_;
-    std::vector<std::string> bare_charts_;
-    std::vector<std::string> list_problems_;
-    bool listed_ = false;
+    MapView map_;
+    ChartList list_;
     bool user_moved_ = false;
     std::unique_ptr<PrintedSheet> sheet_;  // null while the map is shown
-    std::vector<const zellap10::plotter::CatalogueEntry*> shown_;
+    std::vector<const CatalogueEntry*> shown_;
 
     ColourScheme scheme_ = ColourScheme::kDay;
     bool shows_grid_ = false;
@@ -180,8 +174,8 @@ private:
     bool route_mode_ = false;
     bool route_changed_ = false;  // since it was saved
     std::string route_path_;
-    zellap10::plotter::FileStamp route_stamp_;  // when that file was loaded or saved
-    std::size_t target_ = 1;                    // waypoint to which the ship sails; may be past the end
+    FileStamp route_stamp_;   // when that file was loaded or saved
+    std::size_t target_ = 1;  // waypoint to which the ship sails; may be past the end
     Track track_;
     bool follows_ = false;
     bool course_up_ = false;
@@ -199,7 +193,10 @@ private:
 
     ChartLister lister_;
     std::unique_ptr<FixSource> receiver_;
-    zellap10::plotter::Quilt quilt_;  // ends first, since the others have been asked to stop
+    Quilt quilt_;  // ends first, since the others have been asked to stop
 };
+
+/// What mouse and keys do, in lines of text.
+std::vector<std::string> help_lines();
 
 }  // namespace viewer

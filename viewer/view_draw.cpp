@@ -14,29 +14,24 @@
 
 namespace viewer {
 
-using zellap10::plotter::CatalogueEntry;
-using zellap10::plotter::Georeference;
-
 namespace {
 
 constexpr double kGap = 12;           // between the bar and what is above it
-constexpr double kLeastInset = 100;   // pixels; nothing is plotted on smaller ones
+constexpr double kLeastInset = 50;    // pixels; nothing is plotted on smaller ones
 constexpr double kLeastOutline = 12;  // pixels, of a hidden chart
 constexpr std::size_t kMostOutlines = 400;
 constexpr double kPointCell = 16;         // pixels; of reference points closer together one is drawn
 constexpr double kArm = 7;                // of the cross of a reference point
 constexpr std::size_t kMostProblems = 3;  // that are shown at once
 
-std::vector<ScreenPixel> on_screen(const Georeference& georeference,
-                                   const zellap10::plotter::Viewport& viewport) {
+std::vector<ScreenPixel> on_screen(const Georeference& georeference, const Viewport& viewport) {
     std::vector<ScreenPixel> outline;
     for (const ChartPixel corner : georeference.pixel_outline().corners())
         outline.push_back(viewport.to_screen(corner));
     return outline;
 }
 
-void draw_points(Painter& painter, const CGEORec& record, const zellap10::plotter::Viewport& viewport,
-                 const Scene& scene) {
+void draw_points(Painter& painter, const CGEORec& record, const Viewport& viewport, const Scene& scene) {
     const double cell = kPointCell * painter.scale();
     const double arm = kArm * painter.scale();
     const auto columns = static_cast<std::size_t>(viewport.width / cell) + 1;
@@ -68,15 +63,18 @@ void View::draw(const Bitmap& bitmap) {
         complete_ = sheet_->draw(scheme_, theme.background, chart_part);
     } else {
         auto result = quilt_.draw(map_, scheme_, theme.background, chart_part);
-        complete_ = result.complete && listed_;
+        complete_ = result.complete && list_.complete;
         shown_ = std::move(result.charts);
     }
     Painter painter(bitmap, scale_);
     painter.clip_to(map_scene(map_, theme).box);
-    if (sheet_)
+    if (sheet_) {
         draw_sheet_lines(painter);
-    else
-        draw_lines(painter);
+    } else {
+        const Scene scene = map_scene(map_, theme);
+        if (shows_outlines_) draw_hidden(painter, scene);
+        draw_lines(painter, scene);
+    }
     painter.end_clips();
     draw_texts(painter);
     if (complete_ && !save_path_.empty()) save_picture(painter);
@@ -91,9 +89,7 @@ void View::save_picture(Painter& painter) {
     if (options_.on_change) options_.on_change();
 }
 
-void View::draw_lines(Painter& painter) {
-    const Scene scene = map_scene(map_, theme_for(scheme_));
-    if (shows_outlines_) draw_hidden(painter, scene);
+void View::draw_lines(Painter& painter, const Scene& scene) {
     if (shows_grid_) draw_grid(painter, scene);
     draw_track(painter, scene, track_.points());
     draw_route(painter, scene, waypoints(), receiver_ ? std::optional(target_) : std::nullopt);
@@ -102,51 +98,44 @@ void View::draw_lines(Painter& painter) {
 
 // By the georeference of the sheet up to its neat line, and by those of its insets on them.
 void View::draw_sheet_lines(Painter& painter) {
-    const auto& viewport = sheet_->viewport();
-    const Theme& theme = theme_for(scheme_);
-    const Box window = map_scene(map_, theme).box;
-    const auto draw = [&](const Georeference& georeference, const CGEORec& record, const Box& box) {
-        const Scene scene = sheet_scene(georeference, viewport, box, theme);
-        if (shows_grid_) draw_grid(painter, scene);
-        draw_track(painter, scene, track_.points());
-        draw_route(painter, scene, waypoints(), receiver_ ? std::optional(target_) : std::nullopt);
-        if (shows_points_) draw_points(painter, record, viewport, scene);
-        if (track_.last_fix()) draw_ship(painter, scene, *track_.last_fix(), lost_);
-        painter.end_clips();
-    };
-    struct Inset {
+    struct Area {
         const Georeference* georeference;
         const CGEORec* record;
         std::vector<ScreenPixel> outline;
-        Box box;
     };
-    std::vector<Inset> insets;
+    const Viewport& viewport = sheet_->viewport();
+    const Theme& theme = theme_for(scheme_);
+    const Box window = map_scene(map_, theme).box;
+    const auto draw = [&](const Area& area) {
+        const Box box = shared_part(window, box_around(area.outline));
+        if (!box.is_empty()) {
+            const Scene scene = sheet_scene(*area.georeference, viewport, box, theme);
+            if (shows_points_) draw_points(painter, *area.record, viewport, scene);
+            draw_lines(painter, scene);
+        }
+        painter.end_clips();
+    };
+    std::vector<Area> insets;
     auto record = sheet_->record().Insets.begin();
-    for (const auto& georeference : sheet_->georeferences().insets()) {
-        const CGEORec* const inset = *record++;
-        if (!georeference) continue;
-        const auto& rect = inset->InsetRect;
-        const auto corner = [&](int x, int y) {
-            return viewport.to_screen({static_cast<double>(x), static_cast<double>(y)});
-        };
-        const Box around{corner(rect.left, rect.top), corner(rect.right, rect.bottom)};
-        if (around.lower_right.x - around.upper_left.x < kLeastInset * scale_) continue;
-        const Box box = shared_part(window, around);
-        if (!box.is_empty())
-            insets.push_back({&*georeference, inset, on_screen(*georeference, viewport), box});
+    for (const auto& inset : sheet_->georeferences().insets()) {
+        const CGEORec* const inset_record = *record++;
+        if (!inset) continue;
+        const Box around{viewport.to_screen(inset->pixel_outline().upper_left()),
+                         viewport.to_screen(inset->pixel_outline().lower_right())};
+        const bool is_large = around.lower_right.x - around.upper_left.x >= kLeastInset * scale_;
+        if (is_large && !shared_part(window, around).is_empty())
+            insets.push_back({&*inset, inset_record, on_screen(*inset, viewport)});
     }
     if (const auto& chart = sheet_->georeferences().chart()) {
-        const auto outline = on_screen(*chart, viewport);
-        painter.clip_to(outline);
-        for (const Inset& inset : insets)
+        const Area area{&*chart, &sheet_->record(), on_screen(*chart, viewport)};
+        painter.clip_to(area.outline);
+        for (const Area& inset : insets)
             painter.clip_out(inset.outline);
-        const Box box = outline.empty() ? Box{} : shared_part(window, box_around(outline));
-        if (!box.is_empty()) draw(*chart, sheet_->record(), box);
+        if (!area.outline.empty()) draw(area);
     }
-    for (const Inset& inset : insets) {
+    for (const Area& inset : insets) {
         painter.clip_to(inset.outline);
-        const Box box = shared_part(inset.box, box_around(inset.outline));
-        if (!box.is_empty()) draw(*inset.georeference, *inset.record, box);
+        draw(inset);
     }
 }
 
@@ -155,7 +144,7 @@ void View::draw_hidden(Painter& painter, const Scene& scene) {
     std::vector<const CatalogueEntry*> shown = shown_;
     std::sort(shown.begin(), shown.end());
     std::size_t drawn = 0;
-    for (const CatalogueEntry* entry : catalogue_->overlapping(map_.extent())) {
+    for (const CatalogueEntry* entry : list_.catalogue->overlapping(map_.extent())) {
         if (drawn == kMostOutlines) return;
         if (std::binary_search(shown.begin(), shown.end(), entry)) continue;
         std::vector<Position> corners = entry->outline.corners;
@@ -174,7 +163,7 @@ void View::draw_hidden(Painter& painter, const Scene& scene) {
 }
 
 std::vector<std::string> View::problems() const {
-    std::vector<std::string> all = list_problems_;
+    std::vector<std::string> all = list_.problems;
     for (const auto& problem : quilt_.problems())
         all.push_back(short_path(problem.path) + ": " + problem.text);
     if (sheet_ && sheet_->is_damaged()) all.push_back(sheet_->name() + ": Lines of it cannot be read.");
@@ -184,8 +173,8 @@ std::vector<std::string> View::problems() const {
 // The position under the pointer, and below it the chart there.
 std::vector<std::string> View::pointer_lines() {
     if (!pointer_ || !is_on_chart(*pointer_)) return {"", sheet_ ? sheet_->name() : ""};
-    const auto place = position_at(*pointer_);
-    const std::string above = place ? zellap10::plotter::format_position(*place) : "no position here";
+    const auto place = scene_at(*pointer_).to_position(*pointer_);
+    const std::string above = place ? format_position(*place) : "no position here";
     if (!sheet_) {
         const auto hit = quilt_.at(map_, *pointer_);
         if (!hit) return {above, "no chart here"};
@@ -206,7 +195,7 @@ std::vector<std::string> View::pointer_lines() {
     const bool differs = owner.LatitudeOffset != 0 || owner.LongitudeOffset != 0;
     if (own && differs)
         below += ", " + (owner.Datum.IsEmpty() ? "chart datum" : std::string(owner.Datum)) + " " +
-                 zellap10::plotter::format_position(*own);
+                 format_position(*own);
     return {above, below};
 }
 
@@ -221,9 +210,10 @@ Status View::status() {
     add(sheet_ != nullptr, "AS PRINTED");
     add(!complete_, "...");
     const double up = map_.course_up();
-    std::string above = up == 0 ? "north up" : zellap10::plotter::format_course(up) + " up";
+    std::string above = up == 0 ? "north up" : format_course(up) + " up";
     if (sheet_) above = size_text(sheet_->viewport().reduction);
-    const auto place = pointer_ && is_on_chart(*pointer_) ? position_at(*pointer_) : std::nullopt;
+    const auto place =
+        pointer_ && is_on_chart(*pointer_) ? scene_at(*pointer_).to_position(*pointer_) : std::nullopt;
     return {pointer_lines(), route_lines(waypoints(), place), {above, modes.empty() ? "F1: help" : modes}};
 }
 
@@ -247,19 +237,24 @@ void View::draw_texts(Painter& painter) {
     }
     if (!lines.empty()) draw_notice(painter, {gap, lower_right.y}, lines, {theme.warning, {0, 1}, 13});
     painter.draw_labels();
+    draw_notices(painter);
+}
+
+// Above everything else.
+void View::draw_notices(Painter& painter) {
+    const Theme& theme = theme_for(scheme_);
     const ScreenPixel centre = middle();
-    if (!message_.empty())
-        draw_notice(painter, {centre.x, centre.y / 2}, {message_}, {theme.warning, {0.5, 0.5}, 15});
-    if (listed_ && catalogue_->entries().empty() && !sheet_)
-        draw_notice(painter, centre, {"No chart with positions was found."}, {theme.warning, {0.5, 0.5}, 15});
+    const auto notice = [&](double y, const std::vector<std::string>& lines) {
+        draw_notice(painter, {centre.x, y}, lines, {theme.warning, {0.5, 0.5}, 15});
+    };
+    if (!message_.empty()) notice(centre.y / 2, {message_});
+    if (list_.complete && list_.catalogue->entries().empty() && !sheet_)
+        notice(centre.y, {"No chart with positions was found."});
     if (shows_help_) painter.text(centre, help_lines(), {theme.paper, {0.5, 0.5}, 14, Typeface::kFixed});
     if (!prompt_) return;
-    const char* const question = prompt_->kind == PromptKind::kGoTo   ? "Go to position: "
-                                 : prompt_->kind == PromptKind::kLoad ? "Load the route of: "
-                                                                      : "Save the route as: ";
-    lines = {question + prompt_->text + "_"};
+    std::vector<std::string> lines{prompt_->question + prompt_->text + "_"};
     if (!prompt_->reason.empty()) lines.push_back(prompt_->reason);
-    draw_notice(painter, {centre.x, centre.y / 2}, lines, {theme.warning, {0.5, 0.5}, 16});
+    notice(centre.y / 2, lines);
 }
 
 }  // namespace viewer

@@ -6,35 +6,24 @@
 #include <system_error>
 #include <utility>
 
+#include <viewer/gpx.h>
 #include <viewer/progress.h>
 #include <viewer/route_lines.h>
+#include <viewer/user_folder.h>
 #include <viewer/view.h>
+#include <zellap10/platform/angle.h>
 #include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {
 
-using zellap10::plotter::file_stamp;
-
 namespace {
 
-constexpr double kKeyPan = 96;       // pixels
-constexpr double kKeyTurn = 15;      // degrees
 constexpr double kDragFrom = 4;      // pixels; a button that moves less is a click
 constexpr double kTurnFrom = 2;      // degrees; smaller changes of the course turn nothing
 constexpr double kLeastSpeed = 0.5;  // knots, below which a course means nothing
 constexpr std::size_t kLongestText = 1000;
-
-// A path in a folder at which there is no file.
-std::string free_path(const std::string& folder, const std::string& stem, const std::string& extension) {
-    for (int i = 1;; ++i) {
-        const std::filesystem::path path =
-            std::filesystem::path(folder) / (stem + "-" + std::to_string(i) + extension);
-        std::error_code ignored;
-        if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) return path.string();
-    }
-}
 
 void remove_last_character(std::string& text) {
     while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
@@ -74,9 +63,9 @@ void View::drag_to(ScreenPixel at) {
     } else if (drag_->kind == DragKind::kTurn) {
         const ScreenPixel centre = middle();
         const auto angle = [&](ScreenPixel p) { return std::atan2(p.y - centre.y, p.x - centre.x); };
-        turn((angle(drag_->from) - angle(at)) * (180 / 3.14159265359));
+        turn((angle(drag_->from) - angle(at)) * zellap10::platform::RAD_TO_DEG);
         drag_->from = at;
-    } else if (const auto place = position_at(at)) {
+    } else if (const auto place = scene_at(at).to_position(at)) {
         route_changed_ = true;
         if (drag_->kind == DragKind::kLeg) {
             route_.insert(drag_->index, {*place, ""});
@@ -100,7 +89,7 @@ void View::release(Button button, ScreenPixel at) {
 // A click on a waypoint does nothing.
 void View::click(const Drag& drag) {
     if (drag.kind != DragKind::kMove && drag.kind != DragKind::kLeg) return;
-    const auto place = position_at(drag.from);
+    const auto place = scene_at(drag.from).to_position(drag.from);
     if (!place) {
         message_ = "There is no position for a waypoint here.";
         return;
@@ -120,139 +109,44 @@ void View::remove_waypoint(ScreenPixel at) {
     route_changed_ = true;
 }
 
-void View::leave() {
-    pointer_.reset();
+void View::undo() {
+    if (!route_.undo()) message_ = "There is nothing to undo.";
+    route_changed_ = true;
 }
 
-void View::do_command(Command command) {
-    message_.clear();
-    hides_problems_ = hides_problems_ || command == Command::kLeave;
-    if (command != Command::kQuit && (do_prompt_command(command) || do_route_command(command))) return;
-    const auto toggle = [](bool& flag) { flag = !flag; };
-    switch (command) {
-        case Command::kPanLeft:
-            return pan(kKeyPan, 0);
-        case Command::kPanRight:
-            return pan(-kKeyPan, 0);
-        case Command::kPanUp:
-            return pan(0, kKeyPan);
-        case Command::kPanDown:
-            return pan(0, -kKeyPan);
-        case Command::kCloser:
-            return zoom(1);
-        case Command::kWider:
-            return zoom(-1);
-        case Command::kTurnLeft:
-            return turn(kKeyTurn);
-        case Command::kTurnRight:
-            return turn(-kKeyTurn);
-        case Command::kNorthUp:
-            return turn(-map_.course_up());
-        case Command::kCourseUp:
-            toggle(course_up_);
-            if (!course_up_) return turn(-map_.course_up());
-            return follow();
-        case Command::kFollow:
-            toggle(follows_);
-            return follow();
-        case Command::kAll:
-            follows_ = false;
-            return show_all();
-        case Command::kMoreDetail:
-            return step_detail(-1);
-        case Command::kLessDetail:
-            return step_detail(1);
-        case Command::kSheet:
-            return toggle_sheet();
-        case Command::kOutlines:
-            return toggle(shows_outlines_);
-        case Command::kGrid:
-            return toggle(shows_grid_);
-        case Command::kPoints:
-            return toggle(shows_points_);
-        case Command::kColours:
-            scheme_ = static_cast<ColourScheme>((static_cast<int>(scheme_) + 1) % 3);
-            return;
-        case Command::kSave:
-            return save(free_path(options_.picture_folder, "chart", ".png"));
-        case Command::kHelp:
-            return toggle(shows_help_);
-        case Command::kLeave:
-            shows_help_ = false;
-            return;
-        case Command::kQuit:
-            return end();
-        default:
-            return;
-    }
+void View::clear_route() {
+    route_changed_ = route_changed_ || !waypoints().empty();
+    route_.clear();
+    target_ = 1;
 }
 
-// Returns false if the command is none of a route's.
-bool View::do_route_command(Command command) {
-    switch (command) {
-        case Command::kRoute:
-            route_mode_ = !route_mode_;
-            return true;
-        case Command::kUndo:
-            if (!route_.undo()) message_ = "There is nothing to undo.";
-            route_changed_ = true;
-            return true;
-        case Command::kClear:
-            route_changed_ = route_changed_ || !waypoints().empty();
-            route_.clear();
-            target_ = 1;
-            return true;
-        case Command::kWaypoint:
-            target_ = (target_ + 1) % std::max(waypoints().size(), std::size_t{1});
-            return true;
-        case Command::kGoTo:
-            open_prompt(PromptKind::kGoTo);
-            return true;
-        case Command::kLoad:
-            open_prompt(PromptKind::kLoad);
-            return true;
-        case Command::kSaveRoute:
-            open_prompt(PromptKind::kSave);
-            return true;
-        default:
-            return false;
-    }
-}
-
-void View::open_prompt(PromptKind kind) {
+void View::ask(const char* question, std::string (View::*enter)(const std::string&),
+               const std::string& text) {
     drag_.reset();
-    prompt_ = Prompt{kind, kind == PromptKind::kGoTo ? "" : route_path_, ""};
+    prompt_ = Prompt{question, enter, text, ""};
 }
 
 void View::type(const std::string& text) {
     if (prompt_ && prompt_->text.size() + text.size() <= kLongestText) prompt_->text += text;
 }
 
-// While something is typed, keys belong to the text. Returns false if nothing is.
-bool View::do_prompt_command(Command command) {
-    if (!prompt_) return false;
-    if (command == Command::kUndo) remove_last_character(prompt_->text);
-    if (command == Command::kClear) prompt_->text.clear();
-    if (command == Command::kLeave) prompt_.reset();
-    if (command != Command::kEnter) return true;
-    const Prompt prompt = *prompt_;
-    const std::string reason = prompt.kind == PromptKind::kGoTo   ? go_to(prompt.text)
-                               : prompt.kind == PromptKind::kLoad ? load_route(prompt.text)
-                                                                  : save_route(prompt.text);
-    if (reason.empty())
-        prompt_.reset();
-    else
-        prompt_->reason = reason;
-    return true;
+// While something is typed, keys belong to the text.
+void View::edit_prompt(const std::string& key) {
+    if (key == "Backspace") remove_last_character(prompt_->text);
+    if (key == "Delete") prompt_->text.clear();
+    if (key == "Escape") prompt_.reset();
+    if (key != "Return") return;
+    prompt_->reason = (this->*prompt_->enter)(prompt_->text);
+    if (prompt_->reason.empty()) prompt_.reset();
 }
 
 // Returns why it cannot.
 std::string View::go_to(const std::string& text) {
-    const auto parsed = zellap10::plotter::parse_position(text);
+    const auto parsed = parse_position(text);
     if (!parsed.position) return parsed.reason;
     user_moved_ = true;
     follows_ = false;
-    message_ = zellap10::plotter::format_position(*parsed.position);
+    message_ = format_position(*parsed.position);
     const auto& base = sheet_ ? sheet_->georeferences().chart() : std::nullopt;
     const auto pixel =
         base && base->covers(*parsed.position) ? base->pixel_of(*parsed.position) : std::nullopt;
@@ -299,7 +193,7 @@ void View::adopt_route_file(const std::string& path) {
 }
 
 // A route that was not saved is saved under a new name, whatever ends the program.
-void View::end() {
+void View::quit() {
     over_ = true;
     if (!route_changed_ || waypoints().empty()) return;
     const std::string reason = save_route(free_path(options_.route_folder, "route", ".gpx"));
@@ -334,12 +228,18 @@ void View::look_for_fixes() {
     if (next != target_) message_ = "Waypoint " + std::to_string(next) + " is reached.";
     target_ = next;
     if (is_first && !user_moved_) {
-        const auto charts = catalogue_->covering(track_.last_fix()->position);
+        const auto charts = list_.catalogue->covering(track_.last_fix()->position);
         user_moved_ = !charts.empty();
         show(track_.last_fix()->position,
              charts.empty() ? map_.metres_per_pixel()
                             : charts.front()->metres_per_pixel.value_or(map_.metres_per_pixel()));
     }
+    follow();
+}
+
+void View::toggle_course_up() {
+    course_up_ = !course_up_;
+    if (!course_up_) return turn(-map_.course_up());
     follow();
 }
 

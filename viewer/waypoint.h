@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include <zellap10/plotter/position.h>
+#include <viewer/box.h>
 
 namespace viewer {
 
 struct Waypoint {
-    zellap10::plotter::Position position;  ///< WGS 84
-    std::string name;                      ///< UTF-8; may be empty
+    Position position;  ///< WGS 84
+    std::string name;   ///< UTF-8; may be empty
 };
 
 }  // namespace viewer

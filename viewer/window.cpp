@@ -67,9 +67,9 @@ void Window::handle(const SDL_Event& event, View& view) {
     };
     switch (event.type) {
         case SDL_QUIT:
-            return view.do_command(Command::kQuit);
+            return view.quit();
         case SDL_KEYDOWN:
-            return view.do_command(command_of(SDL_GetKeyName(event.key.keysym.sym)));
+            return view.press_key(SDL_GetKeyName(event.key.keysym.sym));
         case SDL_TEXTINPUT:
             return view.type(event.text.text);
         case SDL_MOUSEBUTTONDOWN:
@@ -80,8 +80,8 @@ void Window::handle(const SDL_Event& event, View& view) {
         case SDL_MOUSEMOTION:
             return view.move(pixel_of(event.motion.x, event.motion.y));
         case SDL_MOUSEWHEEL:
-            return view.turn_wheel(event.wheel.preciseY != 0 ? static_cast<double>(event.wheel.preciseY)
-                                                             : event.wheel.y);
+            return view.zoom(event.wheel.preciseY != 0 ? static_cast<double>(event.wheel.preciseY)
+                                                       : event.wheel.y);
         case SDL_WINDOWEVENT:
             if (event.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) fit(view);
             if (event.window.event == SDL_WINDOWEVENT_LEAVE) view.leave();

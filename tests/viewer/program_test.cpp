@@ -37,17 +37,17 @@ TEST(Program, PassesMouseAndKeysToTheView) {
     EXPECT_TRUE(std::filesystem::exists(screen.folder.file("route-1.gpx")));
 
     screen.look_at({chart});
-    screen.do_commands({Command::kCloser, Command::kRoute});
+    screen.press_keys({"+", "R"});
     screen.click({300, 200});
     screen.drag({400, 300}, {350, 280});
     screen.click({200, 150});
     screen.click({200, 150}, Button::kRight);
-    screen->do_command(Command::kGoTo);
+    screen->press_key("J");
     screen.enter("49.6N 1.2W");
     screen->move({120, 130});
-    screen->turn_wheel(-2);
-    screen->turn_wheel(1);
-    screen.do_commands({Command::kColours, Command::kGrid});
+    screen->zoom(-2);
+    screen->zoom(1);
+    screen.press_keys({"D", "G"});
     screen.expect_saved(screen.folder.file("view.png"));
 }
 

@@ -62,9 +62,9 @@ public:
     }
 
     /// Does one after the other, and draws.
-    void do_commands(std::initializer_list<viewer::Command> commands) {
-        for (const viewer::Command command : commands)
-            view_->do_command(command);
+    void press_keys(std::initializer_list<const char*> keys) {
+        for (const char* key : keys)
+            view_->press_key(key);
         draw();
     }
 
@@ -81,9 +81,9 @@ public:
 
     /// Types something into an open question and enters it.
     void enter(const std::string& text) {
-        view_->do_command(viewer::Command::kClear);
+        view_->press_key("Delete");
         view_->type(text);
-        do_commands({viewer::Command::kEnter});
+        press_keys({"Return"});
     }
 
     viewer::Argb pixel(int x, int y) const {

@@ -38,7 +38,7 @@ TEST(View, MovesZoomsAndTurnsTheMap) {
 
     const Position place = *start.to_position({150, 130});
     screen->move({150, 130});
-    screen->turn_wheel(2.5);
+    screen->zoom(2.5);
     EXPECT_LT(screen->map().metres_per_pixel(), start.metres_per_pixel() / 1.7);
     expect_near(screen->map().to_position({150, 130}), place);
     screen.drag({150, 130}, {250, 100});
@@ -52,13 +52,13 @@ TEST(View, MovesZoomsAndTurnsTheMap) {
     EXPECT_NEAR(screen->map().course_up(), 270, 1e-9);
     expect_near(screen->map().to_position(kMiddle), middle);
     expect_near(screen->map().to_position({kMiddle.x + 100, kMiddle.y}), above);
-    screen->do_command(Command::kTurnLeft);
+    screen->press_key(",");
     for (const ColourScheme scheme : {ColourScheme::kDusk, ColourScheme::kNight, ColourScheme::kDay}) {
-        screen.do_commands({Command::kColours});
+        screen.press_keys({"D"});
         screen.expect_map(paths, scheme);
     }
     screen->leave();
-    screen.do_commands({Command::kNorthUp, Command::kAll});
+    screen.press_keys({"U", "Home"});
     EXPECT_EQ(screen.pixels, screen.before);
 }
 
@@ -74,7 +74,7 @@ TEST(View, ShowsTheFirstChartWithItsNeighboursAndThenAll) {
     };
     EXPECT_TRUE(on_screen({49.99, -1.99}) && on_screen({48.61, 0.49}));
     EXPECT_LT(screen->map().metres_per_pixel(), 600);
-    screen.do_commands({Command::kAll});
+    screen.press_keys({"Home"});
     EXPECT_TRUE(on_screen({49.99, -1.99}) && on_screen({49.2, 171.4}));
 }
 
@@ -86,19 +86,18 @@ TEST(View, GoesToMoreAndLessDetailOfAPlace) {
     TestChart{2000, 1600, 49.62, -1.3, 0.0001, 0, false, "CLOSE"}.write(screen.folder, "c");
     screen.look_at({screen.folder.file("")});
     const Position place{49.55, -1.25};
-    screen->do_command(Command::kGoTo);
+    screen->press_key("J");
     screen.enter("49.55N 1.25W");
     const auto name = [&] { return screen->message().substr(0, screen->message().find(':')); };
     for (const bool as_printed : {false, true}) {
-        if (as_printed) screen.do_commands({Command::kSheet});
-        for (const auto& [command, expected] :
-             {std::pair{Command::kMoreDetail, "MIDDLE"},
-              {Command::kMoreDetail, "CLOSE"},
-              {Command::kMoreDetail, "No chart of this place has more detail."},
-              {Command::kLessDetail, "MIDDLE"},
-              {Command::kLessDetail, "WIDE"},
-              {Command::kLessDetail, "No chart of this place has less detail."}}) {
-            screen.do_commands({command});
+        if (as_printed) screen.press_keys({"V"});
+        for (const auto& [command, expected] : {std::pair{"N", "MIDDLE"},
+                                                {"N", "CLOSE"},
+                                                {"N", "No chart of this place has more detail."},
+                                                {"P", "MIDDLE"},
+                                                {"P", "WIDE"},
+                                                {"P", "No chart of this place has less detail."}}) {
+            screen.press_keys({command});
             EXPECT_EQ(name(), expected) << as_printed;
             expect_near(screen->map().to_position(kMiddle), place, 0.001);
         }
@@ -111,17 +110,17 @@ TEST(View, ShowsAChartAsPrinted) {
     chart.has_inset = true;
     const std::string path = chart.write(screen.folder, "chart");
     screen.look_at({path});
-    screen->do_command(Command::kSheet);
+    screen->press_key("V");
     // 1500 by 900 pixels fit at 1/3, with (640 - 500) / 2 and (480 - 300) / 2 pixels around.
-    screen.do_commands({Command::kAll});
+    screen.press_keys({"Home"});
     screen.expect_sheet(path, 3, -70, -90);
     // Block 80, 60 of 3 is chart pixel 241, 181 in its middle, and stays at 150, 150.
     screen->move({150, 150});
-    screen->turn_wheel(2);
+    screen->zoom(2);
     screen.expect_sheet(path, 1, 241 - 150, 181 - 150);
     screen.drag({100, 100}, {63, 151});
     screen.expect_sheet(path, 1, 241 - 150 + 37, 181 - 150 - 51);
-    screen.do_commands({Command::kPanRight, Command::kPanDown, Command::kColours});
+    screen.press_keys({"Right", "Down", "D"});
     screen.expect_sheet(path, 1, 241 - 150 + 37 + 96, 181 - 150 - 51 + 96, ColourScheme::kDusk);
     screen.drag({100, 100}, {-2e9, 2e9});
     screen.expect_sheet(path, 1, 1499 - 320, -240, ColourScheme::kDusk);
@@ -132,8 +131,8 @@ TEST(View, PlotsOnASheetBesideItsInsets) {
     chart.has_inset = true;
     Screen screen;
     screen.look_at(chart);
-    screen->do_command(Command::kSheet);
-    screen.do_commands({Command::kAll, Command::kRoute});
+    screen->press_key("V");
+    screen.press_keys({"Home", "R"});
     // A leg on the chart, which the inset interrupts between 136 and 204, and one on the inset.
     for (const ScreenPixel at : {ScreenPixel{100, 150}, {300, 150}, {150, 140}, {190, 140}})
         screen.click(at);
@@ -150,10 +149,10 @@ TEST(View, DrawsTheGridAlsoAcrossThe180thMeridian) {
     chart.west = 179.25;
     Screen screen;
     screen.look_at(chart);
-    screen->do_command(Command::kSheet);
-    screen.do_commands({Command::kAll});
+    screen->press_key("V");
+    screen.press_keys({"Home"});
     screen.before = screen.pixels;
-    screen.do_commands({Command::kGrid});
+    screen.press_keys({"G"});
     // At least 140 pixels of 0.003 degrees between lines: every 30 minutes, from 179 degrees 30 east on.
     for (const auto& [minutes, lines] :
          {std::pair{5, 0}, {15, 1}, {30, 0}, {45, 1}, {60, 0}, {75, 1}, {85, 0}}) {
@@ -163,7 +162,7 @@ TEST(View, DrawsTheGridAlsoAcrossThe180thMeridian) {
     EXPECT_GE(screen.changed({230, 254}, {300, 258}), 70);  // 49 degrees 30
     EXPECT_EQ(screen.changed({230, 270}, {300, 370}), 0);
     EXPECT_EQ(screen.changed({0, 0}, {68, 400}), 0) << "outside the neat line";
-    screen.do_commands({Command::kGrid, Command::kPoints});
+    screen.press_keys({"G", "T"});
     EXPECT_EQ(screen.changed({230, 254}, {300, 258}), 0);
     EXPECT_GE(screen.changed({310, 230}, {330, 250}), 30);  // the one in the middle
 }
@@ -174,7 +173,7 @@ TEST(View, EditsARouteInRouteModeOnly) {
     const auto count = [&] { return screen->waypoints().size(); };
     screen.click({100, 150});
     EXPECT_EQ(count(), 0u);
-    screen->do_command(Command::kRoute);
+    screen->press_key("R");
     screen.click({100, 150});
     screen.click({400, 150});
     screen.click({100, 500});  // on the bar
@@ -194,63 +193,63 @@ TEST(View, EditsARouteInRouteModeOnly) {
     EXPECT_EQ(count(), 2u);
     screen.click({50, 50}, Button::kRight);
     for (const std::size_t expected : {3, 3, 2}) {  // a drag is one change, also one that inserts
-        screen->do_command(Command::kUndo);
+        screen->press_key("Backspace");
         EXPECT_EQ(count(), expected);
     }
     ASSERT_EQ(count(), 2u);
     expect_near(screen->waypoints()[1].position, two[1].position);
     // Outside the mode a drag from a waypoint moves the map.
-    screen->do_command(Command::kRoute);
+    screen->press_key("R");
     screen.drag({400, 150}, {440, 160});
     screen.draw();
     EXPECT_EQ(screen.pixel(420, 160), route);
     screen->leave();
-    screen.do_commands({Command::kClear, Command::kAll});
+    screen.press_keys({"Delete", "Home"});
     EXPECT_EQ(screen.pixels, screen.before);
 }
 
 TEST(View, KeepsRoutesInFiles) {
     Screen screen;
     screen.look_at(TestChart{});
-    screen->do_command(Command::kRoute);
+    screen->press_key("R");
     screen.click({100, 150});
     screen.click({400, 150});
     const Position last = screen->waypoints()[1].position;
-    screen->do_command(Command::kSaveRoute);
+    screen->press_key("S");
     screen.enter(screen.folder.file("none/a.gpx"));
     EXPECT_TRUE(screen->wants_text()) << "refused";
     screen.enter(screen.folder.file("a.gpx"));
     EXPECT_FALSE(screen->wants_text());
 
     // Over its own file; another one stays, and so does its own after another program has changed it.
-    screen->do_command(Command::kSaveRoute);
+    screen->press_key("S");
     screen.enter(screen.folder.file("a.gpx"));
     EXPECT_FALSE(fs::exists(screen.folder.file("a-1.gpx")));
     const std::string broken = screen.folder.write("broken.gpx", "<gpx><rte></gpx>");
-    screen->do_command(Command::kSaveRoute);
+    screen->press_key("S");
     screen.enter(broken);
     EXPECT_NE(screen->message().find("broken.gpx exists. Saved the route as "), std::string::npos);
     EXPECT_EQ(fs::file_size(broken), 16u);
     screen.folder.write("broken-1.gpx", "of another program");
-    screen->do_command(Command::kSaveRoute);
+    screen->press_key("S");
     screen.enter(screen.folder.file("broken-1.gpx"));
     EXPECT_TRUE(fs::exists(screen.folder.file("broken-1-1.gpx")));
 
-    screen->do_command(Command::kLoad);
+    screen->press_key("L");
     screen.enter(broken);
     EXPECT_TRUE(screen->wants_text());
-    screen->do_command(Command::kLeave);
+    screen->press_key("Escape");
     EXPECT_EQ(screen->waypoints().size(), 2u) << "nothing is lost";
-    screen->do_command(Command::kClear);
-    screen->do_command(Command::kLoad);
+    screen->press_key("Delete");
+    screen->press_key("L");
     screen.enter(screen.folder.file("a.gpx"));
     ASSERT_EQ(screen->waypoints().size(), 2u);
     expect_near(screen->waypoints()[1].position, last, 1e-7);
 
-    screen->do_command(Command::kQuit);
+    screen->press_key("Q");
     EXPECT_FALSE(fs::exists(screen.folder.file("route-1.gpx"))) << "nothing has changed";
     screen.click({300, 50});
-    screen->do_command(Command::kQuit);
+    screen->press_key("Q");
     EXPECT_TRUE(fs::exists(screen.folder.file("route-1.gpx")));
     EXPECT_TRUE(screen->is_over());
 }
@@ -259,8 +258,10 @@ TEST(View, ExplainsAPositionThatItCannotRead) {
     Screen screen;
     screen.look_at(TestChart{});
     const Position before = screen->map().centre();
-    screen->do_command(Command::kGoTo);
-    screen->do_command(Command::kGrid);  // a key of the text
+    screen->press_key("J");
+    for (const char* key : {"G", "Q"})  // keys of the text
+        screen->press_key(key);
+    EXPECT_FALSE(screen->is_over());
     screen.enter("91N 1W");
     EXPECT_TRUE(screen->wants_text());
     expect_near(before, screen->map().centre());
@@ -310,7 +311,7 @@ TEST(View, FollowsTheShipUntilItsFixIsLost) {
     };
     sail(-1.3);
     sail(-1.2);
-    screen.do_commands({Command::kCourseUp});
+    screen.press_keys({"C"});
     EXPECT_NEAR(screen->map().course_up(), 90, 1e-9);
     sail(-1.1);
     // The track is below the ship, the predictor above it.
@@ -348,8 +349,8 @@ TEST(View, ReloadsFilesThatAppearAndChange) {
     TestChart{1400, 900, 45, 10}.write(screen.folder, "chart");
     EXPECT_TRUE(screen.draw_until([&] { return shows({44.5, 10.5}); }));
     screen.expect_map({path});
-    screen->do_command(Command::kSheet);
-    screen.do_commands({Command::kAll});
+    screen->press_key("V");
+    screen.press_keys({"Home"});
     screen.expect_sheet(path, 3, -87, -90);
     TestChart{1498}.write(screen.folder, "chart");
     const auto old = screen.pixels;
@@ -362,9 +363,9 @@ TEST(View, ShowsChartsWithoutPositionsAsPrinted) {
     const std::string bare = screen.folder.write("bare.chart", TestChart{1498}.bytes());
     const std::string broken = screen.folder.write("b.chart", TestChart{}.bytes().substr(0, 5000));
     screen.look_at({bare, broken, screen.folder.file("none.chart")});
-    screen.do_commands({Command::kLeave});
+    screen.press_keys({"Escape"});
     screen.expect_sheet(bare, 3, -70, -90);
-    screen.do_commands({Command::kSheet, Command::kSheet, Command::kGrid, Command::kPoints, Command::kNone});
+    screen.press_keys({"V", "V", "G", "T", "none"});
     screen.expect_sheet(bare, 3, -70, -90);
 }
 
@@ -449,7 +450,7 @@ TEST(View, NamesWhatItCannotRead) {
     const std::string path = TestChart{15000, 9000, 50, -2, 0.0001}.write(screen.folder, "chart");
     screen.look_at({path});
     fs::resize_file(path, 100000);
-    screen->turn_wheel(10);
+    screen->zoom(10);
     EXPECT_TRUE(screen.draw_until([&] { return shows("chart.chart: "); }));
 }
 
@@ -457,11 +458,11 @@ TEST(View, SavesACompletePictureOrSaysWhyNot) {
     Screen screen;
     screen.look_at(TestChart{});
     fs::create_symlink(screen.folder.file("elsewhere.png"), screen.folder.file("chart-1.png"));
-    screen.do_commands({Command::kCloser, Command::kSave, Command::kSave});
+    screen.press_keys({"+", "I", "I"});
     EXPECT_EQ(screen->message(), "Saved as " + screen.folder.file("chart-2.png"));
     EXPECT_FALSE(fs::exists(screen.folder.file("elsewhere.png")));
     EXPECT_FALSE(fs::exists(screen.folder.file("chart-3.png")));
-    screen.do_commands({Command::kNone});  // takes the message away
+    screen.press_keys({"none"});  // takes the message away
     screen.expect_saved(screen.folder.file("chart-2.png"));
     screen->save(screen.folder.file("none/a.png"));
     screen.draw();
