@@ -22,7 +22,7 @@ PYTHON_TEST_PACKAGES=(python3-distributed python3-tifffile python3-pil python3-m
 # And of what builds and runs the tests for another system.
 CROSS_PACKAGES=(cmake ninja-build googletest locales pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
-WINDOWS32_PACKAGES=(g++-mingw-w64-i686-posix wine wine64)
+WINDOWS32_PACKAGES=(g++-mingw-w64-i686-posix wine wine64 patchelf)
 ARM64_PACKAGES=(g++-aarch64-linux-gnu qemu-user)
 
 say() { printf '== %s\n' "$*"; }
@@ -59,14 +59,16 @@ need_packages() {
             "${missing[@]}" >/dev/null; } || fail "please install: apt-get install ${missing[*]}"
 }
 
-# need_wine32: unpacks wine's 32-bit libraries in build/wine32 unless wine32 is installed. They need no package of that
-# architecture, since 64-bit wine runs them too.
+# need_wine32: unpacks 32-bit wine and the libraries that it loads in build/wine32, unless wine32 is installed. This needs
+# neither root nor packages of another architecture on the system.
 need_wine32() {
-    local folder=$ROOT/build/wine32
+    local package folder=$ROOT/build/wine32
+    # With FreeType but without Fontconfig, wine starts processes without end.
+    local -a packages=({libwine,wine32,libc6,libgcc-s1,libfreetype6,libfontconfig1,libexpat1,libpng16-16,zlib1g,libbrotli1}:i386)
     ! is_installed wine32:i386 && [ ! -d "$folder/usr" ] || return 0
-    say "fetching the 32-bit libraries of wine to build/wine32"
+    say "fetching 32-bit wine to build/wine32"
     rm -rf "$folder"
-    mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial"
+    mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial" "$folder/unpacked"
     cat >"$folder/apt.conf" <<END
 APT::Architectures { "amd64"; "i386"; };
 APT::Sandbox::User "$(id -un)";
@@ -74,13 +76,20 @@ Dir::State::lists "$folder/lists";
 Dir::Cache "$folder/cache";
 END
     (
+        set -e
         cd "$folder"
         export APT_CONFIG=$folder/apt.conf
         apt-get update -qq >/dev/null 2>&1 || true  # an index of another source may be broken
-        apt-get download -qq "libwine:i386=$(dpkg-query -W -f '${Version}' libwine)" >/dev/null 2>&1 &&
-            dpkg-deb -x libwine_*.deb unpacked && mv unpacked/usr .
+        apt-get download -qq "${packages[@]}" >/dev/null 2>&1
+        for package in *.deb; do dpkg-deb -x "$package" unpacked; done
+        # What the packages' own installation does: wine takes only marked files for its own.
+        cp /usr/lib/x86_64-linux-gnu/wine/i386-windows/zlib1.dll unpacked/usr/lib/i386-linux-gnu/wine/i386-windows
+        for program in wine wineserver32; do
+            patchelf --set-interpreter "$folder/lib/ld-linux.so.2" "unpacked/usr/lib/wine/$program"
+        done
+        mv unpacked/lib unpacked/usr .
         rm -rf lists cache unpacked apt.conf ./*.deb
-    )
+    ) || true
     [ -d "$folder/usr" ] || fail "please install wine32:i386: dpkg --add-architecture i386; apt-get update; apt-get install wine32:i386"
 }
 
