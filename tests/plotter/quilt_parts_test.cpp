@@ -243,13 +243,29 @@ TEST(ScreenGrid, IsTheSameForViewsOnePixelApartAndForWebTiles) {
 }
 
 // A pixel belongs to an area if its centre does, by the plain test of each.
+// A star of many corners, with more small triangles in it than a cell meets.
+ChartArea large_area() {
+    std::vector<ChartPixel> corners;
+    for (int i = 0; i < 3000; ++i) {
+        const double angle = i * 2.0 * 3.14159265 / 3000.0;
+        const double radius = 900.0 + 860.0 * std::sin(40.0 * angle);
+        corners.push_back({radius * std::cos(angle) + 60.0, radius * std::sin(angle) + 60.0});
+    }
+    std::vector<PixelOutline> holes;
+    for (int i = 0; i < 900; ++i) {
+        const ChartPixel at{i % 30 * 17.0 - 200.0, i / 30 * 19.0 - 200.0};
+        holes.push_back(PixelOutline({at, {at.x + 9.0, at.y + 3.0}, {at.x + i % 7, at.y + 30.0}}));
+    }
+    return {PixelOutline(corners), Holes(holes), 123, 200};
+}
+
 TEST(RowClip, GivesThePixelsInsideAnArea) {
-    const ChartArea area{
-        PixelOutline({{10, 10}, {120, 5}, {125, 60}, {70, 60}, {70, 40}, {50, 40}, {50, 130}, {12, 125}}),
-        {PixelOutline({{20, 20}, {40, 20}, {40, 35}, {20, 35}}),
-         PixelOutline({{90, 1}, {110, 1}, {100, 90}})},
-        123,
-        200};
+    const ChartArea areas[] = {
+        {PixelOutline({{10, 10}, {120, 5}, {125, 60}, {70, 60}, {70, 40}, {50, 40}, {50, 130}, {12, 125}}),
+         Holes({PixelOutline({{20, 20}, {40, 20}, {40, 35}, {20, 35}}),
+                PixelOutline({{90, 1}, {110, 1}, {100, 90}})}),
+         123, 200},
+        large_area()};
     const GridCell cells[] = {
         {0, 0, 128, {{0, 0}, {128, 0}, {0, 128}, {128, 128}}},
         {0, 0, 128, {{60, -30}, {150, 60}, {-30, 60}, {60, 150}}},
@@ -257,20 +273,22 @@ TEST(RowClip, GivesThePixelsInsideAnArea) {
         {0, 0, 64, {{20, 60}, {30, 61}, {19, 70}, {29, 71}}},
         {0, 0, 64, {{200, 60}, {300, 61}, {190, 70}, {290, 71}}},
     };
-    for (const GridCell& cell : cells) {
-        CellClip clip(area, cell);
-        for (int row = 0; row < cell.side; ++row) {
-            std::vector<char> inside(static_cast<std::size_t>(cell.side), 0);
-            for (const RowSpan& span : clip.spans(row))
-                std::fill(inside.begin() + span.first, inside.begin() + span.end, 1);
-            for (int x = 0; x < cell.side; ++x) {
-                const Vector at = cell.at(x, row);
-                // Off the edges, where rounding decides.
-                const bool all = area.contains({at.x - 0.01, at.y - 0.01});
-                if (area.contains({at.x + 0.01, at.y + 0.01}) != all) continue;
-                if (area.contains({at.x - 0.01, at.y + 0.01}) != all) continue;
-                if (area.contains({at.x + 0.01, at.y - 0.01}) != all) continue;
-                EXPECT_EQ(inside[static_cast<std::size_t>(x)] != 0, all) << x << ' ' << row;
+    for (const ChartArea& area : areas) {
+        for (const GridCell& cell : cells) {
+            CellClip clip(area, cell);
+            for (int row = 0; row < cell.side; ++row) {
+                std::vector<char> inside(static_cast<std::size_t>(cell.side), 0);
+                for (const RowSpan& span : clip.spans(row))
+                    std::fill(inside.begin() + span.first, inside.begin() + span.end, 1);
+                for (int x = 0; x < cell.side; ++x) {
+                    const Vector at = cell.at(x, row);
+                    // Off the edges, where rounding decides.
+                    const bool all = area.contains({at.x - 0.01, at.y - 0.01});
+                    if (area.contains({at.x + 0.01, at.y + 0.01}) != all) continue;
+                    if (area.contains({at.x - 0.01, at.y + 0.01}) != all) continue;
+                    if (area.contains({at.x + 0.01, at.y - 0.01}) != all) continue;
+                    EXPECT_EQ(inside[static_cast<std::size_t>(x)] != 0, all) << x << ' ' << row;
+                }
             }
         }
     }

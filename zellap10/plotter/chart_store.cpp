@@ -48,7 +48,10 @@ void ChartStore::begin() {
 // Drops files that were not used for the longest time, but none of the last drawing.
 void ChartStore::drop_files() {
     const std::uint64_t changes = changes_;
-    for (auto each = recent_files_.end(); files_.size() > kMostFiles && each != recent_files_.begin();) {
+    const auto are_too_many = [this] {
+        return files_.size() > kMostFiles || opened_bytes_ > most_bytes_ / 4;
+    };
+    for (auto each = recent_files_.end(); are_too_many() && each != recent_files_.begin();) {
         File& file = **--each;
         if (file.used + 1 >= drawing_) break;
         if (file.busy) continue;
@@ -149,7 +152,7 @@ void ChartStore::end(bool announces) {
         for (const Missing& request : requests_)
             missing += bytes_of_request(request);
         const std::size_t present = wanted_bytes_ - std::min(missing, wanted_bytes_);
-        std::size_t room = most_bytes_ - std::min(most_bytes_, present);
+        std::size_t room = most_tile_bytes() - std::min(most_tile_bytes(), present);
         queue_.clear();
         for (const Missing& request : requests_) {
             const std::size_t bytes = bytes_of_request(request);
@@ -175,7 +178,12 @@ std::uint64_t ChartStore::changes() {
 
 bool ChartStore::is_too_small() {
     const Lock lock(mutex_);
-    return wanted_bytes_ > most_bytes_;
+    return wanted_bytes_ > most_tile_bytes();
+}
+
+// Open charts may take a quarter of the memory, and more if the view shows them.
+std::size_t ChartStore::most_tile_bytes() const {
+    return most_bytes_ - std::min(opened_bytes_, most_bytes_ / 4);
 }
 
 std::vector<std::pair<std::string, std::string>> ChartStore::problems() {

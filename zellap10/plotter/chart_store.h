@@ -113,6 +113,7 @@ private:
     [[nodiscard]] bool decode(File& file, const TileRow& row, Lock& lock);
     void fail(File& file, Failure failure, std::string reason);
     void forget(File& file);
+    [[nodiscard]] std::size_t most_tile_bytes() const;
     void make_room();
     void drop_files();
     void keep_open(File& file, std::unique_ptr<CZellap> object);
@@ -131,6 +132,7 @@ private:
     Requests requests_;             // since begin
     Requests queue_;                // of the workers
     std::size_t bytes_ = 0;         // of all tiles
+    std::size_t opened_bytes_ = 0;  // of all open charts
     std::size_t wanted_bytes_ = 0;  // since begin, of tiles decoded or not
     std::uint64_t drawing_ = 0;
     std::uint64_t changes_ = 0;

@@ -130,6 +130,7 @@ bool ChartStore::open(File& file, Lock& lock) {
         fail(file, Failure::kFile, std::move(reason));
         return false;
     }
+    if (file.opened == nullptr) opened_bytes_ += opened->bytes;
     file.opened = std::move(opened);
     keep_open(file, std::move(object));
     return true;
@@ -183,7 +184,10 @@ void ChartStore::forget(File& file) {
         recent_tiles_.erase(cached.place);
     }
     file.tiles.clear();
-    if (file.opened != nullptr) ++changes_;
+    if (file.opened != nullptr) {
+        ++changes_;
+        opened_bytes_ -= file.opened->bytes;
+    }
     file.opened = nullptr;
     keep_open(file, nullptr);
     file.failure = Failure::kNone;
@@ -191,7 +195,7 @@ void ChartStore::forget(File& file) {
 
 // Drops the tiles that have not been wanted for the longest time.
 void ChartStore::make_room() {
-    while (bytes_ > most_bytes_ && !recent_tiles_.empty()) {
+    while (bytes_ > most_tile_bytes() && !recent_tiles_.empty()) {
         const Missing oldest = recent_tiles_.back();
         recent_tiles_.pop_back();
         const auto found = oldest.file->tiles.find(*oldest.tile);

@@ -86,6 +86,7 @@ struct Georeference::State {
     double middle = 0.0;              // longitude
     Box raster;
     Outline outline;
+    std::optional<Extent> extent;
     Outline chart_datum_outline;
     PixelOutline pixel_outline;
     std::optional<double> metres_per_pixel;
@@ -115,6 +116,7 @@ std::optional<Georeference> Georeference::from(const CGEORec& record, CSize size
     state->raster =
         size.cx > 0 && size.cy > 0 ? Box{{0.0, 0.0}, {size.cx - 1.0, size.cy - 1.0}} : box_around(pixels);
     state->outline = outline_of(record, Datum::kWgs84);
+    state->extent = state->outline.extent();
     state->chart_datum_outline = outline_of(record, Datum::kChart);
     std::vector<Vector> corners;
     for (const Position corner : state->chart_datum_outline.corners)
@@ -175,6 +177,10 @@ Position Georeference::to_chart_datum(Position wgs84) const {
 
 const Outline& Georeference::outline() const {
     return state_->outline;
+}
+
+const std::optional<Extent>& Georeference::extent() const {
+    return state_->extent;
 }
 
 const Outline& Georeference::chart_datum_outline() const {

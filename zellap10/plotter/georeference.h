@@ -69,6 +69,9 @@ public:
     /// The outline in WGS 84.
     [[nodiscard]] const Outline& outline() const;
 
+    /// The extent of the outline, as Outline::extent.
+    [[nodiscard]] const std::optional<Extent>& extent() const;
+
     /// The outline in the chart's own datum.
     [[nodiscard]] const Outline& chart_datum_outline() const;
 

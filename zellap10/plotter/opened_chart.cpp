@@ -4,6 +4,18 @@
 
 namespace zellap10::plotter {
 
+namespace {
+
+// The fit, outlines in two datums, and the area with its bands.
+std::size_t bytes_of(const Georeference& georeference) {
+    constexpr std::size_t kFit = 6000;
+    constexpr std::size_t kPixelCorner = 64;
+    return kFit + 2 * sizeof(Position) * georeference.outline().corners.size() +
+           2 * kPixelCorner * georeference.pixel_outline().corners().size();
+}
+
+}  // namespace
+
 OpenedChart::OpenedChart(CZellap& opened) : size(opened.GetDocumentSize()), colours(colours_of(opened)) {
     const CGEORec& base = *opened.GetBaseGeoRec();
     const Sheet sheet(base, size);
@@ -13,16 +25,21 @@ OpenedChart::OpenedChart(CZellap& opened) : size(opened.GetDocumentSize()), colo
     const double width = size.cx;
     const double height = size.cy;
     if (sheet.chart())
-        chart = Part{*sheet.chart(), {sheet.chart()->pixel_outline(), std::move(holes), width, height}};
+        chart =
+            Part{*sheet.chart(), {sheet.chart()->pixel_outline(), Holes(std::move(holes)), width, height}};
+    bytes = sizeof *this + (sheet.chart() ? bytes_of(*sheet.chart()) : 0);
+    // An inset on an inset hides it.
+    std::vector<PixelOutline> outlines;
+    for (const std::optional<Georeference>& inset : sheet.insets()) {
+        if (inset) outlines.push_back(inset->pixel_outline());
+    }
+    const Holes all(std::move(outlines));
     for (const std::optional<Georeference>& inset : sheet.insets()) {
         std::optional<Part>& part = insets.emplace_back();
         if (!inset) continue;
-        part = Part{*inset, {inset->pixel_outline(), {}, width, height}};
-        // An inset on an inset hides it.
-        for (const std::optional<Georeference>& other : sheet.insets()) {
-            if (other && other->pixel_outline().area() < inset->pixel_outline().area())
-                part->area.holes.push_back(other->pixel_outline());
-        }
+        bytes += bytes_of(*inset);
+        const PixelOutline& outline = inset->pixel_outline();
+        part = Part{*inset, {outline, all.smaller_than(outline.area()), width, height}};
     }
 }
 

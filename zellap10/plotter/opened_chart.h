@@ -4,6 +4,7 @@
 ///
 /// What drawing needs to know of an open chart.
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -26,6 +27,7 @@ struct OpenedChart {
     ColourTable colours;
     std::optional<Part> chart;
     std::vector<std::optional<Part>> insets;
+    std::size_t bytes;  ///< of memory, about
 
     /// @param opened  a chart object after OpenZellap with infoOnly 0
     explicit OpenedChart(CZellap& opened);

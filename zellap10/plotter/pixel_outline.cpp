@@ -10,6 +10,7 @@ namespace zellap10::plotter {
 
 namespace {
 
+constexpr std::size_t kCornersPerRun = 64;
 constexpr std::size_t kEdgesPerBand = 4;
 constexpr std::size_t kMostBandsPerEdge = 8;  // on average, which bounds the memory
 
@@ -30,6 +31,44 @@ PixelOutline::PixelOutline(std::vector<ChartPixel> corners) : corners_(std::move
     area_ = area_of(polygon);
 
     make_bands();
+    make_runs();
+}
+
+void PixelOutline::make_runs() {
+    for (std::size_t i = 0; i < corners_.size(); ++i) {
+        const ChartPixel corner = corners_[i];
+        if (i % kCornersPerRun == 0) runs_.push_back({corner, corner});
+        Run& run = runs_.back();
+        run.upper_left = {std::min(run.upper_left.x, corner.x), std::min(run.upper_left.y, corner.y)};
+        run.lower_right = {std::max(run.lower_right.x, corner.x), std::max(run.lower_right.y, corner.y)};
+    }
+}
+
+std::vector<ChartPixel> PixelOutline::corners_around(ChartPixel box_upper_left,
+                                                     ChartPixel box_lower_right) const {
+    std::vector<ChartPixel> result;
+    unsigned sides = 0;  // of the box on which all corners of the runs before are
+    for (std::size_t i = 0; i < runs_.size(); ++i) {
+        const Run& run = runs_[i];
+        const unsigned run_sides = (run.lower_right.x < box_upper_left.x ? 1U : 0U) |
+                                   (run.upper_left.x > box_lower_right.x ? 2U : 0U) |
+                                   (run.lower_right.y < box_upper_left.y ? 4U : 0U) |
+                                   (run.upper_left.y > box_lower_right.y ? 8U : 0U);
+        const auto first = corners_.begin() + static_cast<std::ptrdiff_t>(i * kCornersPerRun);
+        const auto end = corners_.begin() +
+                         static_cast<std::ptrdiff_t>(std::min((i + 1) * kCornersPerRun, corners_.size()));
+        if ((sides & run_sides) != 0) {
+            result.back() = *(end - 1);
+            sides &= run_sides;
+        } else if (run_sides != 0) {
+            result.insert(result.end(), {*first, *(end - 1)});
+            sides = run_sides;
+        } else {
+            result.insert(result.end(), first, end);
+            sides = 0;
+        }
+    }
+    return result;
 }
 
 void PixelOutline::make_bands() {

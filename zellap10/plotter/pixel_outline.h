@@ -28,6 +28,11 @@ public:
     /// most edges are as high as the polygon.
     [[nodiscard]] bool contains(ChartPixel pixel) const;
 
+    /// The corners of a smaller polygon that has the same part in a box. Of several corners in a row that are
+    /// on one side of the box only the first and the last are kept.
+    [[nodiscard]] std::vector<ChartPixel> corners_around(ChartPixel box_upper_left,
+                                                         ChartPixel box_lower_right) const;
+
     /// Square pixels.
     [[nodiscard]] double area() const { return area_; }
 
@@ -42,7 +47,12 @@ private:
         std::size_t first;
         std::size_t last;
     };
+    // The box around some corners in a row.
+    struct Run {
+        ChartPixel upper_left, lower_right;
+    };
     void make_bands();
+    void make_runs();
     Bands bands_of(std::size_t edge) const;
     std::size_t band_of(double y) const;
 
@@ -50,6 +60,7 @@ private:
     double area_ = 0.0;
     ChartPixel upper_left_;
     ChartPixel lower_right_;
+    std::vector<Run> runs_;
     // Horizontal bands of equal height, each with the edges that have a point in it.
     std::vector<std::size_t> first_of_band_;  // place in edges_, one more than there are bands
     std::vector<std::uint32_t> edges_;        // by their first corner

@@ -36,7 +36,8 @@ class Quilt {
 public:
     /// How a quilt works.
     struct Options {
-        /// Limit of the decoded chart data; below 32 MiB counts as 32 MiB.
+        /// Limit of the decoded chart data; below 32 MiB counts as 32 MiB. Up to a quarter is used for the
+        /// georeferences of charts. Those of the charts in view are always kept.
         std::size_t memory_bytes = std::size_t{256} << 20;
         int threads = 1;  ///< that draw, including the calling thread, 1 to 64
         int workers = 1;  ///< that decode, 1 to 64

@@ -30,7 +30,7 @@ void cut(Polygon& polygon, Side side) {
 
 Polygon cut_to(const PixelOutline& outline, const Box& box) {
     Polygon polygon;
-    for (const ChartPixel corner : outline.corners())
+    for (const ChartPixel corner : outline.corners_around({box.min.x, box.min.y}, {box.max.x, box.max.y}))
         polygon.push_back({corner.x, corner.y});
     cut(polygon, [&box](Vector point) { return point.x - box.min.x; });
     cut(polygon, [&box](Vector point) { return box.max.x - point.x; });
@@ -71,9 +71,7 @@ std::vector<RowSpan> outside(const std::vector<RowSpan>& spans, int side) {
 
 bool ChartArea::contains(ChartPixel pixel) const {
     return outline.contains(pixel) && pixel.x >= -0.5 && pixel.y >= -0.5 && pixel.x < width - 0.5 &&
-           pixel.y < height - 0.5 &&
-           std::none_of(holes.begin(), holes.end(),
-                        [pixel](const PixelOutline& hole) { return hole.contains(pixel); });
+           pixel.y < height - 0.5 && !holes.contain(pixel);
 }
 
 CellClip::CellClip(const ChartArea& area, const GridCell& cell)
@@ -86,8 +84,8 @@ CellClip::CellClip(const ChartArea& area, const GridCell& cell)
     const double bottom = area.height - 0.5;
     add_part(PixelOutline({{-0.5, -0.5}, {right, -0.5}, {right, bottom}, {-0.5, bottom}}), false);
     add_part(area.outline, false);
-    for (const PixelOutline& hole : area.holes)
-        add_part(hole, true);
+    for (const PixelOutline* hole : area.holes.around({box_.min.x, box_.min.y}, {box_.max.x, box_.max.y}))
+        add_part(*hole, true);
 }
 
 void CellClip::add_part(const PixelOutline& outline, bool is_hole) {

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include <zellap10/plotter/holes.h>
 #include <zellap10/plotter/pixel_outline.h>
 #include <zellap10/plotter/polygon.h>
 #include <zellap10/plotter/screen_grid.h>
@@ -15,7 +16,7 @@ namespace zellap10::plotter {
 /// The area of a chart or of an inset on its raster: inside an outline and outside all holes.
 struct ChartArea {
     PixelOutline outline;
-    std::vector<PixelOutline> holes;
+    Holes holes;
     double width;   ///< of the raster
     double height;  ///< of the raster
 

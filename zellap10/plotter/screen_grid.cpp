@@ -35,7 +35,7 @@ using Node = std::optional<Vector>;
 class CellFinder {
 public:
     CellFinder(const ScreenPlane& plane, const Georeference& georeference)
-        : plane_(plane), georeference_(georeference), extent_(georeference.outline().extent()) {}
+        : plane_(plane), georeference_(georeference), extent_(georeference.extent()) {}
 
     std::vector<GridCell> cells;
 
@@ -107,7 +107,7 @@ private:
 
     const ScreenPlane& plane_;
     const Georeference& georeference_;
-    std::optional<Extent> extent_;
+    const std::optional<Extent>& extent_;
     int evaluations_ = 0;
 };
 
