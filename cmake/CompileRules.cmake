@@ -33,3 +33,9 @@ function(zellap10_compile_rules target)
     target_link_options(${target} PUBLIC -fsanitize=${${ZELLAP10_SANITIZE}})
   endif()
 endfunction()
+
+# A static library of Visual C++ has no PDB file that could be installed, so its objects contain the debug information.
+function(zellap10_embed_debug_information target)
+  set_target_properties(${target} PROPERTIES MSVC_DEBUG_INFORMATION_FORMAT
+                                             "$<$<CONFIG:Debug,RelWithDebInfo>:Embedded>")
+endfunction()

@@ -1,0 +1,18 @@
+# The installed package: zellap10::zellap10 and zellap10::plotter, on the dynamic or the static library. If both are
+# installed, the component "shared" or "static" chooses. Without a component, BUILD_SHARED_LIBS=OFF chooses the static one.
+set(zellap10_kinds shared static)
+if(zellap10_FIND_COMPONENTS)
+  set(zellap10_kinds ${zellap10_FIND_COMPONENTS})
+elseif(DEFINED BUILD_SHARED_LIBS AND NOT BUILD_SHARED_LIBS)
+  set(zellap10_kinds static shared)
+endif()
+foreach(zellap10_kind IN LISTS zellap10_kinds)
+  if(NOT TARGET zellap10::zellap10)
+    include(${CMAKE_CURRENT_LIST_DIR}/zellap10-${zellap10_kind}.cmake OPTIONAL)
+  endif()
+endforeach()
+if(NOT TARGET zellap10::zellap10)
+  list(JOIN zellap10_kinds ", " zellap10_NOT_FOUND_MESSAGE)
+  set(zellap10_NOT_FOUND_MESSAGE "None of these kinds of the library is installed: ${zellap10_NOT_FOUND_MESSAGE}")
+  set(zellap10_FOUND FALSE)
+endif()
