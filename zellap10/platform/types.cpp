@@ -5,8 +5,8 @@
 
 #include <zellap10/platform/c_locale.h>
 
-#if defined(ZELLAP10_ITERATOR_LEVEL)
-void ZELLAP10_ITERATOR_LEVEL() {}
+#if defined(ZELLAP10_RUNTIME_SYMBOL)
+void ZELLAP10_RUNTIME_SYMBOL() {}
 #endif
 
 void CString::Format(const char* format, ...) {

@@ -61,4 +61,8 @@ ZF(float) ZF(double) ZF(long double)
 #undef ZF
 }
 #endif
+#if defined(_DEBUG)
+#define _ITERATOR_DEBUG_LEVEL 2
+#else
 #define _ITERATOR_DEBUG_LEVEL 0
+#endif
