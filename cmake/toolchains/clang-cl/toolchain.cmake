@@ -20,6 +20,8 @@ set(CMAKE_LINKER lld-link-19)
 set(CMAKE_AR llvm-lib-19)
 set(CMAKE_MT true)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+set(CMAKE_HAVE_PTHREADS_CREATE FALSE)  # without a link the test of it proves nothing
+set(CMAKE_HAVE_PTHREAD_CREATE FALSE)
 # The DLL has its exports and lacks what it imports; gdi32.lib is an empty archive.
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "/force:unresolved /nodefaultlib /noentry /manifest:no")
 set(CMAKE_CXX_STANDARD_LIBRARIES "" CACHE STRING "")
