@@ -1,7 +1,7 @@
-# The rules that every target of this project is compiled by.
+# The compile rules of all targets of this project.
 
 # Language, warnings and strict arithmetic. A fused multiply-add or a reordered sum changes the last places
-# of a position, so contraction and every fast-math freedom stay off, whatever the caller's flags say.
+# of a position, so contraction and fast-math stay off, whatever the caller's flags are.
 function(zellap10_compile_rules target)
   target_compile_features(${target} PUBLIC cxx_std_17)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
@@ -25,7 +25,7 @@ function(zellap10_compile_rules target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   target_compile_options(${target} PRIVATE $<$<BOOL:${ZELLAP10_WARNINGS_AS_ERRORS}>:-Werror>)
   if(ZELLAP10_SANITIZE)
-    # The cast of a double that an int cannot hold is not among what GCC takes for undefined by itself.
+    # GCC's "undefined" does not include the cast of a double that an int cannot hold.
     set(address address,undefined,float-cast-overflow)
     set(thread thread)
     target_compile_options(${target} PRIVATE -fsanitize=${${ZELLAP10_SANITIZE}} -fno-sanitize-recover=all

@@ -23,7 +23,7 @@ write_basic_package_version_file(zellap10ConfigVersion.cmake COMPATIBILITY SameM
 install(FILES cmake/zellap10Config.cmake ${CMAKE_CURRENT_BINARY_DIR}/zellap10ConfigVersion.cmake
         DESTINATION ${package_dir})
 
-# The pkg-config file names the other folders from its own.
+# The pkg-config files name the other folders relative to their own.
 set(pkg_config_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH zellap10_pc_libdir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH zellap10_pc_includedir ${pkg_config_dir} ${CMAKE_INSTALL_FULL_INCLUDEDIR})

@@ -1,4 +1,4 @@
-# Fails where the reference has no entry for a name that the library exports. TAGS is doxygen's list of all entries,
+# Fails if the reference has no entry for a name that the library exports. TAGS is doxygen's list of all entries,
 # EXPORTS the list of the exported names.
 file(READ ${TAGS} tags)
 string(REPLACE ";" "," tags "${tags}")

@@ -1,6 +1,6 @@
 #pragma once
 
-/// ZELLAP10_API marks a class or function that leaves the library; everything else stays inside.
+/// ZELLAP10_API marks an exported class or function. Everything else is hidden.
 ///
 /// A program that links the static library defines ZELLAP10_STATIC (the CMake target does it for its users).
 #if defined(ZELLAP10_STATIC)

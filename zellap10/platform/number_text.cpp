@@ -19,10 +19,10 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Whether what strtod took is the beginning of a longer word that is not complete: the 0 of "0x", the inf of
+// Whether the text read by strtod is the beginning of an incomplete longer word: the 0 of "0x", the inf of
 // "infin" and the nan of "nan(". A scan format refuses these.
 //
-// @param taken  what strtod took, without a sign
+// @param taken  the text read by strtod, without a sign
 // @param next   the character after it
 bool is_incomplete(std::string_view taken, char next) {
     if (lower_case(next) == 'x') return taken == "0";
@@ -30,7 +30,7 @@ bool is_incomplete(std::string_view taken, char next) {
     return (first == 'i' && lower_case(next) == 'i') || (first == 'n' && next == '(');
 }
 
-// The length of an exponent without digits, such as the "e+" of "42e+", after what strtod took; else 0.
+// The length of an exponent without digits after the text read by strtod, such as "e+" in "42e+"; else 0.
 int incomplete_exponent(std::string_view taken, const char* rest) {
     const auto has = [taken](const char* any) { return taken.find_first_of(any) != std::string_view::npos; };
     const bool begins =

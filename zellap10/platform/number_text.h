@@ -2,8 +2,8 @@
 
 namespace zellap10::platform {
 
-/// Walks along a text as one scan format of sscanf does, in the "C" locale whatever locale is set: each
-/// operation takes one item off the front, or answers false and leaves the walk where it stands.
+/// Reads a text as one scan format of sscanf does, in the "C" locale, whatever locale is set. Each
+/// operation reads one item and moves past it, or returns false and does not move.
 ///
 /// White space is blank, tab, LF, VT, FF and CR.
 class TextScanner {
@@ -11,22 +11,23 @@ public:
     /// @param text  ended by a zero; must outlive the scanner
     explicit TextScanner(const char* text) : rest_(text) {}
 
-    /// A blank of a format: any run of white space, none included.
+    /// A blank of a format: any number of white-space characters, or none.
     TextScanner& blanks();
 
     /// Exactly this character.
     bool literal(char character);
 
-    /// %d: leading white space, an optional sign, decimal digits. A number beyond the range of an int is held
-    /// at the range's end. `value` is written only on success.
+    /// %d: leading white space, an optional sign, decimal digits. A number outside the range of an int is
+    /// limited to the range. `value` is written only on success.
     bool integer(int& value);
 
     /// %lf: leading white space and a number: decimal, hexadecimal ("0x2A"), "inf", "infinity" or "nan", in
-    /// upper or lower case; too large gives infinity. An exponent without digits is skipped, as in "42e" and
-    /// "42e+". An incomplete "0x", "infin" or "nan(" is no number. `value` is written only on success.
+    /// upper or lower case. A number that is too large gives infinity. An exponent without digits is skipped,
+    /// as in "42e" and "42e+". An incomplete "0x", "infin" or "nan(" is no number. `value` is written only on
+    /// success.
     bool real(double& value);
 
-    /// What has not been taken yet.
+    /// The text that has not been read yet.
     const char* rest() const { return rest_; }
 
 private:

@@ -13,7 +13,7 @@ struct PaletteObject {
 };
 
 HPALETTE CreatePalette(const LOGPALETTE* palette) {
-    // The colours reach past the record's one-element array, so the record is read as the bytes that it is.
+    // The colours extend past the record's array of one element, so the record is read as bytes.
     const char* bytes = reinterpret_cast<const char*>(palette);
     unsigned short count = 0;
     std::memcpy(&count, bytes + offsetof(LOGPALETTE, palNumEntries), sizeof count);

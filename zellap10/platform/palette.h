@@ -2,7 +2,7 @@
 
 /// @file
 ///
-/// The palette object: the system's own where the system is Windows, and elsewhere one that is called alike.
+/// The palette object: the system's own on Windows, and a replacement with the same names elsewhere.
 
 #include <zellap10/platform/export.h>
 
@@ -38,7 +38,7 @@ struct PALETTEENTRY {
     unsigned char peFlags;  ///< 0
 };
 
-/// What a palette object is made from: palNumEntries colours stand at palPalEntry, in one piece.
+/// The colours of a new palette object: palNumEntries contiguous entries that begin at palPalEntry.
 struct LOGPALETTE {
     unsigned short palVersion;     ///< 0x300
     unsigned short palNumEntries;  ///< colours
@@ -47,40 +47,40 @@ struct LOGPALETTE {
 
 struct PaletteObject;
 
-/// A palette object; null is none.
+/// A palette object, or null for none.
 using HPALETTE = PaletteObject*;
 
-/// A new palette object with the colours of `palette`, also where it has none; DeleteObject frees it. May
+/// Creates a palette object with the colours of `palette`, which may have none. DeleteObject frees it. May
 /// throw std::bad_alloc.
 ZELLAP10_API HPALETTE CreatePalette(const LOGPALETTE* palette);
 
-/// Frees a palette object. 1, or 0 for a null handle.
+/// Frees a palette object. Returns 1, or 0 for a null handle.
 ZELLAP10_API int DeleteObject(HPALETTE palette);
 
 /// Copies colours of a palette object to `entries`.
 ///
 /// @param palette  the object
 /// @param start    the first entry
-/// @param count    how many at the most
+/// @param count    the largest number of entries to copy
 /// @param entries  room for `count` colours, or null to ask only for the number
-/// @return         entries copied: fewer than `count` where the palette ends, 0 for a start behind its end or
-///                 a null handle; for null `entries`, the palette's number of entries
+/// @return         entries copied: fewer than `count` if the palette ends, 0 for a start past its end or a
+///                 null handle; for null `entries`, the palette's number of entries
 ZELLAP10_API unsigned int GetPaletteEntries(HPALETTE palette, unsigned int start, unsigned int count,
                                             PALETTEENTRY* entries);
 
 #endif
 
-/// A LOGPALETTE with room for 256 colours, laid out as that record is.
+/// A LOGPALETTE with room for 256 colours, in the same layout.
 struct LOGPALETTE256 {
     unsigned short palVersion = 0x300;   ///< 0x300
     unsigned short palNumEntries = 0;    ///< colours in use
     PALETTEENTRY palPalEntry[256] = {};  ///< the colours
 
-    /// The record as CreatePalette takes it.
+    /// The record as an argument of CreatePalette.
     operator const LOGPALETTE*() const { return reinterpret_cast<const LOGPALETTE*>(this); }
 };
 
-/// The palette object of such a record; on Windows too, where the other CreatePalette is the system's.
+/// Creates the palette object of such a record, on Windows too, by the system's CreatePalette.
 inline HPALETTE CreatePalette(const LOGPALETTE256* palette) {
     return CreatePalette(reinterpret_cast<const LOGPALETTE*>(palette));
 }

@@ -16,7 +16,7 @@ const char* find(const char* begin, const char* end, char character) {
 
 bool TextReader::has_more() {
     if (next_ < end_) return true;
-    // istream::read, and not the buffer behind it, because a read error must end the text and not throw.
+    // istream::read, and not the stream's buffer, because a read error must end the text and not throw.
     stream_.read(block_, sizeof block_);
     const char* const read = block_ + stream_.gcount();
     next_ = block_;

@@ -26,35 +26,35 @@
 
 /// An owned, counted text of 8-bit characters, which are stored as they come.
 ///
-/// A null text is taken as an empty one. Any operation that allocates may throw std::bad_alloc; the text is
-/// then as it was.
+/// A null text is treated as an empty one. Any operation that allocates may throw std::bad_alloc; the text is
+/// then unchanged.
 class ZELLAP10_API CString {
 public:
     /// An empty text.
     CString() = default;
 
-    /// A copy of a text that a zero ends; null gives an empty one.
+    /// A copy of a text that ends with a zero byte; null gives an empty one.
     CString(const char* text) : text_(text_of(text)) {}
 
-    /// Takes a copy of a text that a zero ends, which may lie in this same object.
+    /// Copies a text that ends with a zero byte and may belong to this object.
     CString& operator=(const char* text) { return *this = CString(text); }
 
-    /// Characters in the text, the terminating zero not counted.
+    /// Characters in the text, without the terminating zero.
     int GetLength() const { return static_cast<int>(text_.size()); }
 
     /// Whether the text has no character.
     bool IsEmpty() const { return text_.empty(); }
 
-    /// Replaces the text by what printf makes of the arguments in the "C" locale, whatever locale the
+    /// Replaces the text by the output of printf in the "C" locale, whatever locale the
     /// application has set: the decimal sign is always a point. An argument may point into this same text.
-    /// A format that printf refuses leaves the text empty. Do not use %n: the C runtime of Windows ends the
+    /// If printf refuses the format, the text is empty. Do not use %n: the C runtime of Windows ends the
     /// process.
     void Format(const char* format, ...) ZELLAP10_PRINTF_MEMBER(2, 3);
 
-    /// The text, ended by a zero; good until the next change of this object.
+    /// The text, which ends with a zero byte. Valid until the next change of this object.
     operator const char*() const { return text_.c_str(); }
 
-    /// Comparison of the texts, byte by byte, each byte a number from 0 to 255; no locale takes part.
+    /// Comparison of the texts, byte by byte, each byte a number from 0 to 255, in any locale.
     friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
     friend bool operator!=(const CString& a, const CString& b) { return a.text_ != b.text_; }
     friend bool operator<(const CString& a, const CString& b) { return a.text_ < b.text_; }
@@ -82,61 +82,61 @@ private:
     std::string text_;
 };
 
-/// A place in a CList: null stands for no place, all else only means something to the list that gave it.
+/// A position in a CList, or null for none. It is valid only in the list that returned it.
 struct ListPosition;
 using POSITION = ListPosition*;
 
-/// A list that grows at its tail and is walked from its head, in either way:
+/// A list that grows at its tail. There are two ways to visit its elements from the head:
 ///
 ///     for (CRefPoint* point : list) use(point);
 ///     for (POSITION place = list.GetHeadPosition(); place != nullptr;) use(list.GetNext(place));
 ///
-/// A place stays good while elements are added, and ends with RemoveAll. What begin, end and GetNext gave
-/// does not: an iterator or a reference to an element is good until the next AddTail or RemoveAll. Pointers
-/// in a list are not owned by it. The copy of a list holds the same elements.
+/// A position stays valid until RemoveAll, while elements are added. An iterator of begin or end, and a
+/// reference of GetNext, stay valid until the next AddTail or RemoveAll. A list does not own the objects
+/// that its pointers point to. The copy of a list has the same elements.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CList {
 public:
-    /// blockSize is how many elements a linked list would allocate at a time; this one grows by its own rule.
+    /// blockSize is the number of elements that a linked list would allocate at a time. It has no effect.
     explicit CList(std::intptr_t blockSize = 10) { static_cast<void>(blockSize); }
 
-    /// May throw std::bad_alloc; the list is then as it was.
+    /// Adds an element. May throw std::bad_alloc; the list is then unchanged.
     POSITION AddTail(ARG_TYPE element) {
         elements_.push_back(element);
         return place_of(elements_.size() - 1);
     }
 
-    /// The first element's place, null in an empty list.
+    /// The position of the first element, or null in an empty list.
     POSITION GetHeadPosition() const { return elements_.empty() ? nullptr : place_of(0); }
 
-    /// The element at a place, which must not be null; the place moves on to the next, or to null.
+    /// Returns the element at a position, which must not be null, and moves it to the next, or to null.
     TYPE& GetNext(POSITION& place) {
         const std::size_t index = step(place);
         return elements_[index];
     }
 
-    /// The same in a list that is not to be changed.
+    /// The same in a constant list.
     const TYPE& GetNext(POSITION& place) const {
         const std::size_t index = step(place);
         return elements_[index];
     }
 
-    auto begin() { return elements_.begin(); }        ///< where a walk by iterators starts
-    auto end() { return elements_.end(); }            ///< where it ends
-    auto begin() const { return elements_.begin(); }  ///< the same in a list that is not to be changed
-    auto end() const { return elements_.end(); }      ///< where that ends
+    auto begin() { return elements_.begin(); }        ///< the iterator of the first element
+    auto end() { return elements_.end(); }            ///< the iterator past the last element
+    auto begin() const { return elements_.begin(); }  ///< the same in a constant list
+    auto end() const { return elements_.end(); }      ///< the same in a constant list
 
-    /// How many elements there are.
+    /// The number of elements.
     std::intptr_t GetCount() const { return static_cast<std::intptr_t>(elements_.size()); }
 
-    /// Whether there is none.
+    /// Whether the list is empty.
     bool IsEmpty() const { return elements_.empty(); }
 
-    /// Takes all elements off the list. What pointers among them point to is not deleted.
+    /// Removes all elements. Objects that pointers point to are not deleted.
     void RemoveAll() { std::vector<TYPE>().swap(elements_); }
 
 private:
-    // A place is the element's number, counted from 1, so that it survives the growth of the storage.
+    // A position is the element's number, counted from 1, so that it stays valid if the storage grows.
     static POSITION place_of(std::size_t index) {
         return reinterpret_cast<POSITION>(index + 1);  // NOLINT(performance-no-int-to-ptr): never followed
     }
