@@ -64,7 +64,7 @@ void SchemeTable::apply(Argb* pixels, int count) const {
 struct BlockPainter::Source {
     double scale;          // level pixels per chart pixel
     double width, height;  // of a box, level pixels
-    std::shared_ptr<const BoxWeights> across, down;
+    const BoxWeights *across, *down;
     int columns, rows;  // tiles of the level
     int first_column, first_row, end_column, end_row;
     std::vector<std::shared_ptr<const Tile>> tiles;
@@ -75,8 +75,7 @@ struct BlockPainter::Source {
     }
 };
 
-BlockPainter::BlockPainter(const Frame& frame, ChartStore& store)
-    : frame_(frame), store_(store), scheme_(frame.scheme) {}
+BlockPainter::BlockPainter(const Frame& frame, ChartStore& store) : frame_(frame), store_(store) {}
 
 bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t stride) {
     part_ = part;
@@ -107,19 +106,30 @@ template <class Use>
 void BlockPainter::for_free(int y, RowSpan span, Use use) {
     int& free = free_of_row_[static_cast<std::size_t>(y)];
     if (free == 0) return;
-    auto& taken = taken_[static_cast<std::size_t>(y)];
+    char* const taken = taken_[static_cast<std::size_t>(y)].data();
     int count = 0;
-    for (int x = span.first; x < span.end;) {
-        char* const begin = taken.data();
-        const int first = static_cast<int>(std::find(begin + x, begin + span.end, 0) - begin);
-        const int end = static_cast<int>(std::find(begin + first, begin + span.end, 1) - begin);
+    if (free == part_.width) {
+        use(span);
+        std::fill(taken + span.first, taken + span.end, 1);
+        count = span.end - span.first;
+    }
+    for (int x = count > 0 ? span.end : span.first; x < span.end;) {
+        const int first = static_cast<int>(std::find(taken + x, taken + span.end, 0) - taken);
+        const int end = static_cast<int>(std::find(taken + first, taken + span.end, 1) - taken);
         if (first < end) use(RowSpan{first, end});
-        std::fill(begin + first, begin + end, 1);
+        std::fill(taken + first, taken + end, 1);
         count += end - first;
         x = end;
     }
     free -= count;
     free_ -= count;
+}
+
+bool BlockPainter::has_free(int y, RowSpan span) const {
+    if (span.first >= span.end) return false;
+    if (free_of_row_[static_cast<std::size_t>(y)] == part_.width) return true;
+    const char* const taken = taken_[static_cast<std::size_t>(y)].data();
+    return std::memchr(taken + span.first, 0, static_cast<std::size_t>(span.end - span.first)) != nullptr;
 }
 
 void BlockPainter::paint_chart(FrameChart& chart) {
@@ -152,11 +162,7 @@ void BlockPainter::paint_cell(const GridCell& cell) {
         if (free_of_row_[static_cast<std::size_t>(y)] == 0) continue;
         for (const RowSpan& inside : clip.spans(y - top)) {
             const RowSpan span{std::max(inside.first + left, first_x), std::min(inside.end + left, end_x)};
-            const auto& taken = taken_[static_cast<std::size_t>(y)];
-            if (span.first >= span.end || std::find(taken.begin() + span.first, taken.begin() + span.end,
-                                                    0) == taken.begin() + span.end) {
-                continue;
-            }
+            if (!has_free(y, span)) continue;
             chart_->is_shown = true;
             if (!source) source = source_of(cell);
             if (!source) return;
@@ -203,8 +209,11 @@ std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell
     const Vector right = cell.corners[1] - cell.corners[0] + cell.corners[3] - cell.corners[2];
     const Vector down = cell.corners[2] - cell.corners[0] + cell.corners[3] - cell.corners[1];
     const double per_pixel = source.scale / (2.0 * cell.side);
-    source.width = std::clamp(std::hypot(right.x, down.x) * per_pixel, 1.0, 2.0);
-    source.height = std::clamp(std::hypot(right.y, down.y) * per_pixel, 1.0, 2.0);
+    const auto side_of = [per_pixel](double x, double y) {
+        return std::round(std::clamp(std::hypot(x, y) * per_pixel, 1.0, 2.0) * 256.0) / 256.0;
+    };
+    source.width = side_of(right.x, down.x);
+    source.height = side_of(right.y, down.y);
     // Only the part of the cell that is drawn.
     const double first_x = static_cast<double>(std::max<std::int64_t>(part_.left + part_.x - cell.left, 0));
     const double first_y = static_cast<double>(std::max<std::int64_t>(part_.top + part_.y - cell.top, 0));
@@ -234,8 +243,8 @@ std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell
         }
     }
     if (!is_complete) return std::nullopt;
-    source.across = std::make_shared<const BoxWeights>(static_cast<std::int32_t>(fixed(source.width)));
-    source.down = std::make_shared<const BoxWeights>(static_cast<std::int32_t>(fixed(source.height)));
+    source.across = &frame_.boxes->of(source.width);
+    source.down = &frame_.boxes->of(source.height);
     return source;
 }
 
@@ -260,7 +269,7 @@ void BlockPainter::paint_row(const GridCell& cell, const Source& source, int row
     const int y = static_cast<int>(cell.top - part_.top) + row;
     Argb* const dest = pixels_ + (y - part_.y) * stride_ + (x - part_.x);
     paint_run(source, boxes, left, top, span.end - span.first, dest);
-    scheme_.apply(dest, span.end - span.first);
+    frame_.colours.apply(dest, span.end - span.first);
 }
 
 // Cuts a run where it passes from a tile to another.

@@ -27,21 +27,6 @@ struct FrameChart {
     FrameChart(const ChosenChart& chart, ChartStore::File& chart_file) : chosen(chart), file(&chart_file) {}
 };
 
-/// What all blocks of a frame have in common.
-struct Frame {
-    ScreenPlane plane;
-    ColourScheme scheme;
-    Argb background;
-    int coarser;                                      ///< levels above the right one, to save memory
-    std::vector<std::unique_ptr<FrameChart>> charts;  ///< uppermost first
-};
-
-/// A part of a block, at most the block.
-struct BlockPart {
-    std::int64_t left, top;   ///< of the block, on the plane
-    int x, y, width, height;  ///< within the block
-};
-
 /// Colours of a scheme for each channel.
 class SchemeTable {
 public:
@@ -51,6 +36,22 @@ public:
 private:
     bool is_day_;
     std::array<std::array<Argb, 256>, 3> parts_{};  // of blue, green, red
+};
+
+/// What all blocks of a frame have in common.
+struct Frame {
+    ScreenPlane plane;
+    SchemeTable colours;
+    Argb background;
+    BoxTables* boxes;
+    int coarser;                                      ///< levels above the right one, to save memory
+    std::vector<std::unique_ptr<FrameChart>> charts;  ///< uppermost first
+};
+
+/// A part of a block, at most the block.
+struct BlockPart {
+    std::int64_t left, top;   ///< of the block, on the plane
+    int x, y, width, height;  ///< within the block
 };
 
 /// Paints blocks, with memory of its own.
@@ -78,12 +79,12 @@ private:
                    Argb* dest) const;
     [[nodiscard]] std::optional<Source> source_of(const GridCell& cell);
     [[nodiscard]] std::optional<Source> source_at(const GridCell& cell, int level, bool wanted);
+    [[nodiscard]] bool has_free(int y, RowSpan span) const;
     template <class Use>
     void for_free(int y, RowSpan span, Use use);
 
     const Frame& frame_;
     ChartStore& store_;
-    SchemeTable scheme_;
     BlockPart part_{};
     Argb* pixels_ = nullptr;
     std::ptrdiff_t stride_ = 0;

@@ -112,7 +112,7 @@ public:
             store.begin();
             const Frame frame = frame_of(choice, plane, scheme, background, 0);
             const std::size_t before = parts.size();
-            const std::vector<Incomplete> rest = paint(frame, parts);
+            const std::vector<Incomplete> rest = paint(frame, parts, bitmap);
             parts.clear();
             for (const Incomplete& each : rest)
                 parts.push_back(each.part);
@@ -121,7 +121,6 @@ public:
             if (parts.size() < before) failures = 0;
             if (!parts.empty()) store.wait();
         }
-        copy_to(bitmap);
         return {parts.empty(), in_order(choice, shown)};
     }
 
@@ -164,7 +163,7 @@ private:
             shown_.clear();
         }
         std::vector<BlockPart> parts =
-            is_known ? parts_after_pan(plane) : parts_of(plane, {0, 0, width_, height_});
+            is_known ? parts_after_pan(plane, bitmap) : parts_of(plane, {0, 0, width_, height_});
         std::vector<Incomplete> incomplete = is_known ? std::move(incomplete_) : std::vector<Incomplete>();
         is_frame_known_ = false;
         store.begin();
@@ -174,7 +173,7 @@ private:
         for (const auto& chart : frame.charts) {
             if (shown_.count(chart->chosen.entry) > 0) static_cast<void>(store.chart(*chart->file));
         }
-        for (Incomplete& each : paint(frame, parts))
+        for (Incomplete& each : paint(frame, parts, bitmap))
             incomplete.push_back(std::move(each));
         store.end(true);
         add_shown(frame, shown_);
@@ -184,7 +183,6 @@ private:
         changes_ = changes;
         incomplete_ = std::move(incomplete);
         is_frame_known_ = store.changes() == changes;
-        copy_to(bitmap);
         return {is_frame_known_ && incomplete_.empty(), in_order(choice, shown_)};
     }
 
@@ -201,7 +199,7 @@ private:
 
     Frame frame_of(const ChartChoice& choice, const ScreenPlane& plane, ColourScheme scheme, Argb background,
                    int coarser) {
-        Frame frame{plane, scheme, background, coarser, {}};
+        Frame frame{plane, SchemeTable(scheme), background, &boxes_, coarser, {}};
         for (const ChosenChart& chart : choice.charts)
             frame.charts.push_back(std::make_unique<FrameChart>(chart, file_of(chart, coarser)));
         return frame;
@@ -217,30 +215,33 @@ private:
         return parts;
     }
 
-    // Moves the frame and returns what came into view.
-    std::vector<BlockPart> parts_after_pan(const ScreenPlane& plane) {
+    // Moves the frame, copies it to the bitmap and returns what came into view.
+    std::vector<BlockPart> parts_after_pan(const ScreenPlane& plane, const Bitmap& bitmap) {
         const std::int64_t right = plane.left() - plane_->left();
         const std::int64_t down = plane.top() - plane_->top();
         if (right >= width_ || -right >= width_ || down >= height_ || -down >= height_)
             return parts_of(plane, {0, 0, width_, height_});
         const int dx = static_cast<int>(right);
         const int dy = static_cast<int>(down);
-        const auto kept = static_cast<std::size_t>(width_ - std::abs(dx)) * sizeof(Argb);
-        const auto move_row = [&](int y) {
-            std::memmove(row_of(y) + std::max(-dx, 0), row_of(y + dy) + std::max(dx, 0), kept);
+        const int kept = width_ - std::abs(dx);
+        const int left = std::max(-dx, 0);
+        const auto keep_row = [&](int y) {
+            if (dx != 0 || dy != 0) {
+                std::memmove(row_of(y) + left, row_of(y + dy) + std::max(dx, 0),
+                             static_cast<std::size_t>(kept) * sizeof(Argb));
+            }
+            copy_row(bitmap, left, y, kept);
         };
-        if (dx != 0 || dy != 0) {
-            for (int y = 0; dy >= 0 && y < height_ - dy; ++y)
-                move_row(y);
-            for (int y = height_ - 1; dy < 0 && y >= -dy; --y)
-                move_row(y);
-        }
+        for (int y = 0; dy >= 0 && y < height_ - dy; ++y)
+            keep_row(y);
+        for (int y = height_ - 1; dy < 0 && y >= -dy; --y)
+            keep_row(y);
         std::vector<BlockPart> parts;
         const int top = std::max(-dy, 0);
         const int bottom = height_ - std::max(dy, 0);
         add_parts(plane, {0, 0, width_, top}, parts);
         add_parts(plane, {0, bottom, width_, height_}, parts);
-        add_parts(plane, {0, top, std::max(-dx, 0), bottom}, parts);
+        add_parts(plane, {0, top, left, bottom}, parts);
         add_parts(plane, {width_ - std::max(dx, 0), top, width_, bottom}, parts);
         return parts;
     }
@@ -271,23 +272,27 @@ private:
         incomplete = std::move(waiting);
     }
 
-    // Returns the parts that are not complete.
-    std::vector<Incomplete> paint(const Frame& frame, const std::vector<BlockPart>& parts) {
+    // Returns the parts that are not complete. A part is copied to the bitmap while it is in the cache.
+    std::vector<Incomplete> paint(const Frame& frame, const std::vector<BlockPart>& parts,
+                                  const Bitmap& bitmap) {
         std::vector<char> is_complete(parts.size(), 0);
         std::vector<std::vector<ChartStore::Missing>> missing(parts.size());
         team_.run(static_cast<int>(parts.size()), [&](int i) {
             const auto index = static_cast<std::size_t>(i);
             const BlockPart& part = parts[index];
-            Argb* const pixels = row_of(static_cast<int>(part.top + part.y - frame.plane.top())) +
-                                 (part.left + part.x - frame.plane.left());
+            const int x = static_cast<int>(part.left + part.x - frame.plane.left());
+            const int y = static_cast<int>(part.top + part.y - frame.plane.top());
+            Argb* const pixels = row_of(y) + x;
             try {
                 BlockPainter painter(frame, store);
                 is_complete[index] = painter.paint(part, pixels, width_) ? 1 : 0;
                 missing[index] = std::move(painter.missing());
             } catch (const std::bad_alloc&) {
-                for (int y = 0; y < part.height; ++y)
-                    std::fill_n(pixels + std::ptrdiff_t{y} * width_, part.width, frame.background);
+                for (int row = 0; row < part.height; ++row)
+                    std::fill_n(pixels + std::ptrdiff_t{row} * width_, part.width, frame.background);
             }
+            for (int row = 0; row < part.height; ++row)
+                copy_row(bitmap, x, y + row, part.width);
         });
         std::vector<Incomplete> rest;
         for (std::size_t i = 0; i < parts.size(); ++i) {
@@ -313,14 +318,13 @@ private:
 
     Argb* row_of(int y) { return pixels_.data() + static_cast<std::ptrdiff_t>(y) * width_; }
 
-    void copy_to(const Bitmap& bitmap) {
-        for (int y = 0; y < height_; ++y) {
-            std::memcpy(static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride, row_of(y),
-                        static_cast<std::size_t>(width_) * sizeof(Argb));
-        }
+    void copy_row(const Bitmap& bitmap, int x, int y, int width) {
+        auto* const row = static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride;
+        std::memcpy(row + x * sizeof(Argb), row_of(y) + x, static_cast<std::size_t>(width) * sizeof(Argb));
     }
 
     Team team_;
+    BoxTables boxes_;
     // The last frame. If it is known, a view of the same plane needs only what is new.
     std::vector<Argb> pixels_;
     int width_ = 0;

@@ -49,8 +49,9 @@ int side_of(int level_pixels, int tile) {
 }  // namespace
 
 std::size_t tile_bytes(CSize level, int column, int row) {
-    return sizeof(Argb) * static_cast<std::size_t>(side_of(level.cx, column)) *
-           static_cast<std::size_t>(side_of(level.cy, row));
+    return sizeof(Argb) * (static_cast<std::size_t>(side_of(level.cx, column)) *
+                               static_cast<std::size_t>(side_of(level.cy, row)) +
+                           1);
 }
 
 int level_for(double reduction) {
@@ -76,7 +77,7 @@ std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const
     std::vector<Tile> tiles;
     for (int i = 0; i < row.count; ++i) {
         Tile tile{side_of(size.cx, row.first_column + i), side_of(size.cy, row.row), {}};
-        tile.pixels.resize(static_cast<std::size_t>(tile.width) * static_cast<std::size_t>(tile.height));
+        tile.pixels.resize(static_cast<std::size_t>(tile.width) * static_cast<std::size_t>(tile.height) + 1);
         tiles.push_back(std::move(tile));
     }
     int read_row = -1;

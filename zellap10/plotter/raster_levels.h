@@ -28,7 +28,8 @@ constexpr int kMostLevel = 13;
 /// The size of a level.
 [[nodiscard]] CSize level_size(CSize chart, int level);
 
-/// The pixels of a tile with its apron. At the right and lower edge of a level a tile is smaller.
+/// The pixels of a tile with its apron, and one more, which `resample` may read. At the right and lower edge
+/// of a level a tile is smaller.
 struct Tile {
     int width = 0;
     int height = 0;

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 
 #include <zellap10/plotter/colours.h>
 
@@ -22,20 +25,35 @@ constexpr int kFractionBits = 16;
 constexpr std::int32_t kOnePixel = std::int32_t{1} << kFractionBits;
 
 /// The weights of the raster pixels along a side of a box, by the upper eight bits of the fraction at which
-/// the box begins. They add up to 256, and are there once for each channel of a pixel.
+/// the box begins. They add up to 256, and are there eight times, for the channels of two pixels.
 class BoxWeights {
 public:
+    using Lanes = std::uint16_t[8];
+
     /// @param side  of the box, 1 to 2 pixels times 2^16
     explicit BoxWeights(std::int32_t side);
 
     [[nodiscard]] bool is_bilinear() const { return is_bilinear_; }
-    [[nodiscard]] const std::uint64_t* at(std::int32_t edge) const {
+
+    /// The weights of the three pixels from the one at which the box begins.
+    [[nodiscard]] const Lanes* at(std::int32_t edge) const {
         return lanes_[static_cast<std::uint32_t>(edge) >> 8 & 0xFF];
     }
 
 private:
     bool is_bilinear_;
-    std::uint64_t lanes_[256][3];
+    alignas(64) Lanes lanes_[256][3];
+};
+
+/// The weights of boxes whose sides are multiples of 1/256 pixel. Several threads may use it.
+class BoxTables {
+public:
+    /// @param side  in pixels, held within 1 to 2 and rounded
+    [[nodiscard]] const BoxWeights& of(double side);
+
+private:
+    std::mutex mutex_;
+    std::array<std::unique_ptr<const BoxWeights>, 257> tables_;
 };
 
 /// Boxes along a straight line of a raster, in pixels times 2^16. The edge of raster pixel i is i.
@@ -45,7 +63,8 @@ struct BoxRow {
     int count;                         ///< 1 to kMostResampled
 };
 
-/// @param raster  each box and one pixel to the right and below it, at the most 3 by 3 pixels, must be inside
+/// @param raster  the 3 by 3 pixels from that at which a box begins must be inside, and one more pixel must
+///                follow them in memory
 /// @param stride  pixels from a row of the raster to the next
 /// @param across  by the width of the boxes
 /// @param down    by their height
