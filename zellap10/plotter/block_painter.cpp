@@ -73,7 +73,34 @@ struct BlockPainter::Source {
         return *tiles[static_cast<std::size_t>((row - first_row) * (end_column - first_column) + column -
                                                first_column)];
     }
+    [[nodiscard]] double across_of(double chart_x) const { return (chart_x + 0.5) * scale - 0.5 * width; }
+    [[nodiscard]] double down_of(double chart_y) const { return (chart_y + 0.5) * scale - 0.5 * height; }
+    void fetch(const Box& box) const;
 };
+
+// Reads the cache lines under a box of chart pixels. They arrive together then. The rows of a turned view
+// would wait for one after the other, which took half of the time.
+void BlockPainter::Source::fetch(const Box& box) const {
+    constexpr int kLinePixels = 16;
+    const auto held = [](double place, int size) {
+        return static_cast<int>(std::clamp(place, 0.0, static_cast<double>(size)));
+    };
+    for (int row = first_row; row < end_row; ++row) {
+        for (int column = first_column; column < end_column; ++column) {
+            const Tile& part = tile(column, row);
+            const double x = static_cast<double>(column) * kTileSide - kTileApron;
+            const double y = static_cast<double>(row) * kTileSide - kTileApron;
+            const int left = held(across_of(box.min.x) - x, part.width);
+            const int right = held(across_of(box.max.x) - x + 3.0, part.width);
+            const int bottom = held(down_of(box.max.y) - y + 3.0, part.height);
+            for (int line = held(down_of(box.min.y) - y, part.height); line < bottom; ++line) {
+                const volatile Argb* const pixels = part.pixels.data() + std::ptrdiff_t{line} * part.width;
+                for (int pixel = left; pixel < right; pixel += kLinePixels)
+                    static_cast<void>(pixels[pixel]);
+            }
+        }
+    }
+}
 
 BlockPainter::BlockPainter(const Frame& frame, ChartStore& store) : frame_(frame), store_(store) {}
 
@@ -223,14 +250,13 @@ std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell
         static_cast<double>(std::min<std::int64_t>(part_.top + part_.y + part_.height - cell.top, cell.side));
     const Box box = box_around(
         {cell.at(first_x, first_y), cell.at(end_x, first_y), cell.at(first_x, end_y), cell.at(end_x, end_y)});
-    const auto tile_at = [&](double pixel, double side, int tiles) {
-        const double place = std::floor(((pixel + 0.5) * source.scale - 0.5 * side) / kTileSide);
-        return static_cast<int>(std::clamp(place, 0.0, tiles - 1.0));
+    const auto tile_at = [](double pixel, int tiles) {
+        return static_cast<int>(std::clamp(std::floor(pixel / kTileSide), 0.0, tiles - 1.0));
     };
-    source.first_column = tile_at(box.min.x - 0.1, source.width, source.columns);
-    source.end_column = tile_at(box.max.x + 0.1, source.width, source.columns) + 1;
-    source.first_row = tile_at(box.min.y - 0.1, source.height, source.rows);
-    source.end_row = tile_at(box.max.y + 0.1, source.height, source.rows) + 1;
+    source.first_column = tile_at(source.across_of(box.min.x - 0.1), source.columns);
+    source.end_column = tile_at(source.across_of(box.max.x + 0.1), source.columns) + 1;
+    source.first_row = tile_at(source.down_of(box.min.y - 0.1), source.rows);
+    source.end_row = tile_at(source.down_of(box.max.y + 0.1), source.rows) + 1;
     bool is_complete = true;
     for (int row = source.first_row; row < source.end_row; ++row) {
         for (int column = source.first_column; column < source.end_column; ++column) {
@@ -243,6 +269,7 @@ std::optional<BlockPainter::Source> BlockPainter::source_at(const GridCell& cell
         }
     }
     if (!is_complete) return std::nullopt;
+    source.fetch(box);
     source.across = &frame_.boxes->of(source.width);
     source.down = &frame_.boxes->of(source.height);
     return source;
