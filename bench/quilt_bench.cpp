@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -14,8 +16,10 @@
 #include <testing/temp_folder.h>
 #include <zellap10/plotter/quilt.h>
 
-// Frames of 1920 by 1080 pixels with all chart data decoded, next to a plain bilinear loop over one sheet;
-// and the start with a folder of 10,000 charts.
+// Frames of 1920 by 1080 pixels with all chart data decoded, each next to a
+// plain bilinear loop over one sheet; and the start with a folder of 10,000
+// charts. `of_plain` is the processor time of a frame, of all threads, in those
+// of the plain loop, which runs between the frames.
 
 namespace {
 
@@ -24,6 +28,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
+constexpr int kManyCharts = 10000;
 constexpr double kDegreesPerPixel = 0.0005;  // 56 m at the equator
 
 class Screen {
@@ -34,40 +39,74 @@ private:
     std::vector<Argb> pixels_ = std::vector<Argb>(kWidth * kHeight);
 };
 
-// What everybody writes first: four pixels, three channels, one affine map over one sheet in memory.
-void plain_bilinear(benchmark::State& state) {
-    constexpr int kSheet = 4096;
-    std::vector<Argb> sheet(kSheet * kSheet);
-    for (std::size_t i = 0; i < sheet.size(); ++i)
-        sheet[i] = static_cast<Argb>(i * 2654435761U);
-    std::vector<Argb> pixels(kWidth * kHeight);
-    const double degrees = static_cast<double>(state.range(0));
-    const double along = 1.4 * std::cos(degrees / 57.2958);
-    const double aside = 1.4 * std::sin(degrees / 57.2958);
-    for (auto _ : state) {
-        for (int y = 0; y < kHeight; ++y) {
-            for (int x = 0; x < kWidth; ++x) {
-                const double u = 1400.0 + x * along - y * aside * 0.5;
-                const double v = 10.0 + x * aside + y * along;
-                const int column = static_cast<int>(u);
-                const int row = static_cast<int>(v);
-                const auto right = static_cast<Argb>((u - column) * 256.0);
-                const auto down = static_cast<Argb>((v - row) * 256.0);
-                const Argb* const at = &sheet[static_cast<std::size_t>((row * kSheet + column) & 0xFFEFFF)];
-                Argb pixel = 0xFF000000;
-                for (int shift = 0; shift < 24; shift += 8) {
-                    const auto part = [&](int i) { return at[i] >> shift & 0xFF; };
-                    const Argb upper = part(0) * (256 - right) + part(1) * right;
-                    const Argb lower = part(kSheet) * (256 - right) + part(kSheet + 1) * right;
-                    pixel |= (upper * (256 - down) + lower * down) >> 16 << shift;
-                }
-                pixels[static_cast<std::size_t>(y * kWidth + x)] = pixel;
+// What everybody writes first: four pixels of one sheet in memory, one affine
+// map, integers of 16.16 bits, two channels at once.
+class PlainLoop {
+public:
+    PlainLoop() : sheet_(kSheet * kSheet), pixels_(kWidth * kHeight) {
+        for (std::size_t i = 0; i < sheet_.size(); ++i)
+            sheet_[i] = static_cast<Argb>(i * 2654435761U);
+    }
+
+    void draw(double degrees) {
+        const auto along = static_cast<std::uint32_t>(1.4 * 65536.0 * std::cos(degrees / 57.2958));
+        const auto aside = static_cast<std::uint32_t>(1.4 * 65536.0 * std::sin(degrees / 57.2958));
+        Argb* dest = pixels_.data();
+        for (std::uint32_t y = 0; y < kHeight; ++y) {
+            std::uint32_t u = (1400U << 16) - y * aside;
+            std::uint32_t v = (10U << 16) + y * along;
+            for (int x = 0; x < kWidth; ++x, u += along, v += aside) {
+                const Argb* const at = &sheet_[(v >> 16) * kSheet + (u >> 16)];
+                const Argb upper = mixed(at[0], at[1], u >> 8 & 0xFF);
+                const Argb lower = mixed(at[kSheet], at[kSheet + 1], u >> 8 & 0xFF);
+                *dest++ = 0xFF000000 | mixed(upper, lower, v >> 8 & 0xFF);
             }
         }
+        benchmark::DoNotOptimize(pixels_.data());
         benchmark::ClobberMemory();
     }
+
+private:
+    static constexpr std::uint32_t kSheet = 4096;
+
+    static Argb mixed(Argb a, Argb b, Argb share) {
+        const Argb red_blue = ((a & 0xFF00FF) * (256 - share) + (b & 0xFF00FF) * share) >> 8 & 0xFF00FF;
+        return red_blue | (((a >> 8 & 0xFF) * (256 - share) + (b >> 8 & 0xFF) * share) & 0xFF00);
+    }
+
+    std::vector<Argb> sheet_;
+    std::vector<Argb> pixels_;
+};
+
+PlainLoop& plain_loop() {
+    static PlainLoop loop;
+    return loop;
+}
+
+void plain_bilinear(benchmark::State& state) {
+    for (auto _ : state)
+        plain_loop().draw(static_cast<double>(state.range(0)));
 }
 BENCHMARK(plain_bilinear)->Arg(0)->Arg(37)->Unit(benchmark::kMillisecond);
+
+// Runs a row, with a frame of the plain loop after each frame.
+template <class Draw>
+void beside_plain_loop(benchmark::State& state, double course, Draw draw) {
+    std::clock_t own = 0;
+    std::clock_t plain = 0;
+    for (auto _ : state) {
+        const std::clock_t start = std::clock();
+        if (!draw()) state.SkipWithError("data is missing");
+        own += std::clock() - start;
+        state.PauseTiming();
+        const std::clock_t plain_start = std::clock();
+        plain_loop().draw(course);
+        plain += std::clock() - plain_start;
+        state.ResumeTiming();
+    }
+    state.counters["of_plain"] =
+        static_cast<double>(own) / static_cast<double>(std::max<std::clock_t>(plain, 1));
+}
 
 void write_chart(const TempFolder& folder, const std::string& stem, double south, double west, int width,
                  int height) {
@@ -93,17 +132,41 @@ void write_chart(const TempFolder& folder, const std::string& stem, double south
     folder.write(stem + ".GEO", samples::geo_text(file));
 }
 
-// 1 chart of 6000 by 4000 pixels, or 8 that divide its area; the view is in its middle.
+// 100 by 100 charts of 250 by 200 pixels.
+class ManyCharts {
+public:
+    ManyCharts() {
+        for (int i = 0; i < kManyCharts; ++i)
+            write_chart(folder_, std::to_string(i), i / 100 * 0.1 + 6, i % 100 * 0.125 - 5, 251, 201);
+    }
+    std::string folder() const { return folder_.file(""); }
+    std::string saved() const { return folder_.file("catalogue"); }
+
+private:
+    TempFolder folder_;
+};
+
+const ManyCharts& many_charts() {
+    static const ManyCharts charts;
+    return charts;
+}
+
+// 1 chart of 6000 by 4000 pixels, or 8 that divide its area; the view is in its
+// middle.
 class Charts {
 public:
     explicit Charts(int count) {
+        catalogue = std::make_shared<Catalogue>();
+        if (count == kManyCharts) {
+            catalogue->add_folder(many_charts().folder());
+            return;
+        }
         const int across = count == 1 ? 1 : 4;
         const int down = count == 1 ? 1 : 2;
         for (int i = 0; i < count; ++i) {
             write_chart(folder_, std::to_string(i), 10.0 + i / across * 2.0 / down, i % across * 3.0 / across,
                         6000 / across + 2, 4000 / down + 2);
         }
-        catalogue = std::make_shared<Catalogue>();
         catalogue->add_folder(folder_.file(""));
     }
     std::shared_ptr<Catalogue> catalogue;
@@ -123,80 +186,60 @@ Quilt::Options options_of(int threads) {
     return options;
 }
 
-// Reduction in tenths, course, charts, threads.
 void frame(benchmark::State& state) {
     const Charts charts(static_cast<int>(state.range(2)));
     Quilt quilt(charts.catalogue, options_of(static_cast<int>(state.range(3))));
-    const MapView view =
-        view_of(static_cast<double>(state.range(0)) / 10.0, static_cast<double>(state.range(1)));
+    const auto course = static_cast<double>(state.range(1));
+    const MapView view = view_of(static_cast<double>(state.range(0)) / 10.0, course);
     Screen screen;
     quilt.draw_complete(view, ColourScheme::kDay, 0, screen.bitmap());
     Argb background = 0;
-    for (auto _ : state) {
-        if (!quilt.draw(view, ColourScheme::kDay, ++background, screen.bitmap()).complete)
-            state.SkipWithError("data is missing");
-    }
+    beside_plain_loop(state, course, [&] {
+        return quilt.draw(view, ColourScheme::kDay, ++background, screen.bitmap()).complete;
+    });
 }
 BENCHMARK(frame)
     ->ArgNames({"tenths", "course", "charts", "threads"})
     ->ArgsProduct({{7, 14}, {0, 37}, {1, 8}, {1, 2}})
+    ->ArgsProduct({{14}, {0, 37}, {kManyCharts}, {1, 2}})
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
-void pan_of_40_pixels(benchmark::State& state) {
-    const Charts charts(1);
-    Quilt quilt(charts.catalogue, options_of(1));
-    MapView view = view_of(1.4, static_cast<double>(state.range(0)));
+// Draws two views in turn.
+void change_of_view(benchmark::State& state, const MapView& view, const MapView& other) {
+    const Charts charts(static_cast<int>(state.range(1)));
+    Quilt quilt(charts.catalogue, options_of(static_cast<int>(state.range(2))));
     Screen screen;
-    for (const double dx : {0.0, 40.0}) {
-        quilt.draw_complete(view.moved_by(dx, 0.0), ColourScheme::kDay, 0, screen.bitmap());
-        quilt.draw(view.moved_by(dx, 0.0), ColourScheme::kDay, 0, screen.bitmap());
+    for (const MapView* const each : {&view, &other}) {
+        quilt.draw_complete(*each, ColourScheme::kDay, 0, screen.bitmap());
+        quilt.draw(*each, ColourScheme::kDay, 0, screen.bitmap());
     }
-    double dx = -40.0;
-    view = view.moved_by(40.0, 0.0);
-    for (auto _ : state) {
-        view = view.moved_by(dx, 0.0);
-        dx = -dx;
-        if (!quilt.draw(view, ColourScheme::kDay, 0, screen.bitmap()).complete)
-            state.SkipWithError("data is missing");
-    }
+    bool is_other = true;
+    beside_plain_loop(state, view.course_up(), [&] {
+        is_other = !is_other;
+        return quilt.draw(is_other ? other : view, ColourScheme::kDay, 0, screen.bitmap()).complete;
+    });
 }
-BENCHMARK(pan_of_40_pixels)->Arg(0)->Arg(37)->Unit(benchmark::kMillisecond);
+
+void pan_of_40_pixels(benchmark::State& state) {
+    const MapView view = view_of(1.4, static_cast<double>(state.range(0)));
+    change_of_view(state, view, view.moved_by(40.0, 0.0));
+}
 
 void scale_change_of_5_percent(benchmark::State& state) {
-    const Charts charts(1);
-    Quilt quilt(charts.catalogue, options_of(1));
     const MapView view = view_of(1.4, static_cast<double>(state.range(0)));
-    const MapView closer = view.zoomed(1.05, {960, 540});
-    Screen screen;
-    quilt.draw_complete(view, ColourScheme::kDay, 0, screen.bitmap());
-    bool is_closer = false;
-    for (auto _ : state) {
-        is_closer = !is_closer;
-        if (!quilt.draw(is_closer ? closer : view, ColourScheme::kDay, 0, screen.bitmap()).complete)
-            state.SkipWithError("data is missing");
-    }
+    change_of_view(state, view, view.zoomed(1.05, {960, 540}));
 }
-BENCHMARK(scale_change_of_5_percent)->Arg(0)->Arg(37)->Unit(benchmark::kMillisecond);
-
-// 100 by 100 charts of 250 by 200 pixels.
-class ManyCharts {
-public:
-    ManyCharts() {
-        for (int i = 0; i < 10000; ++i)
-            write_chart(folder_, std::to_string(i), i / 100 * 0.1 + 6, i % 100 * 0.125 - 5, 251, 201);
-    }
-    std::string folder() const { return folder_.file(""); }
-    std::string saved() const { return folder_.file("catalogue"); }
-
-private:
-    TempFolder folder_;
-};
-
-const ManyCharts& many_charts() {
-    static const ManyCharts charts;
-    return charts;
-}
+BENCHMARK(pan_of_40_pixels)
+    ->ArgNames({"course", "charts", "threads"})
+    ->ArgsProduct({{0, 37}, {1, 8}, {1, 2}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(scale_change_of_5_percent)
+    ->ArgNames({"course", "charts", "threads"})
+    ->ArgsProduct({{0, 37}, {1, 8}, {1, 2}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 
 // From nothing to the first complete frame; with 1 from a saved catalogue.
 void start_with_10000_charts(benchmark::State& state) {
@@ -221,7 +264,8 @@ BENCHMARK(start_with_10000_charts)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
-// Pans by 40 pixels while charts come into view; `worst` is the slowest frame, in milliseconds.
+// Pans by 40 pixels while charts come into view; `worst` is the slowest frame,
+// in milliseconds.
 void pan_over_10000_charts(benchmark::State& state) {
     auto catalogue = std::make_shared<Catalogue>();
     catalogue->load(many_charts().saved());
