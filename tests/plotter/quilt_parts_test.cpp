@@ -1,8 +1,8 @@
 // What a quilt is made of: levels, means, cells, clips and the choice of charts.
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>
@@ -13,6 +13,7 @@
 #include <testing/chart_under_test.h>
 #include <testing/test_chart.h>
 #include <zellap10/plotter/chart_choice.h>
+#include <zellap10/plotter/chart_store.h>
 #include <zellap10/plotter/raster_levels.h>
 #include <zellap10/plotter/resample.h>
 #include <zellap10/plotter/row_clip.h>
@@ -50,14 +51,14 @@ TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(samples::chart_bytes(random_chart(1300, 700, 4))), 1);
     const ColourTable colours = colours_of(chart);
-    const std::atomic<bool> stop{false};
     for (const int level : {0, 1, 3, 7}) {
         SCOPED_TRACE(level);
         const CSize size = level_size(chart.GetDocumentSize(), level);
         const int columns = (size.cx + kTileSide - 1) / kTileSide;
         const int rows = (size.cy + kTileSide - 1) / kTileSide;
         for (const int row : {0, rows - 1}) {
-            const std::vector<Tile> tiles = decode_tiles(chart, colours, {level, row, 0, columns}, stop);
+            const std::vector<Tile> tiles =
+                decode_tiles(chart, colours, {level, row, 0, columns}, [] { return true; });
             ASSERT_EQ(tiles.size(), static_cast<std::size_t>(columns));
             for (int i = 0; i < 60; ++i) {
                 const int column = i % columns;
@@ -72,8 +73,56 @@ TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
             }
         }
     }
-    const std::atomic<bool> stopped{true};
-    EXPECT_TRUE(decode_tiles(chart, colours, {0, 0, 0, 1}, stopped).empty());
+}
+
+// A line of 12 million pixels takes as long as several others, so it is decoded in pieces.
+TEST(RasterLevels, EndBetweenTwoPiecesOfALine) {
+    constexpr int kWidth = 12000000;
+    constexpr int kLines = 5;
+    std::vector<std::string> lines(kLines);
+    for (std::uint32_t i = 0; i < kLines; ++i) {
+        samples::append_line_number(lines[i], i);
+        samples::append_run(lines[i], 4, 1, kWidth);
+    }
+    samples::Chart wide = random_chart(1, 1, 4);
+    wide.width = kWidth;
+    wide.height = kLines;
+    ChartUnderTest chart;
+    ASSERT_EQ(chart.open(samples::chart_bytes(samples::text_part(wide), 4, lines)), 1);
+    const ColourTable colours = colours_of(chart);
+    const TileRow row{kMostLevel, 0, 0, 6};
+    int calls = 0;
+    const auto ends_at = [&](int end) {
+        calls = 0;
+        return decode_tiles(chart, colours, row, [&calls, end] { return ++calls != end; }).empty();
+    };
+    EXPECT_FALSE(ends_at(-1));
+    EXPECT_EQ(calls, kLines * 3);
+    for (const int end : {1, 2, 3, 7, kLines * 3}) {
+        EXPECT_TRUE(ends_at(end));
+        EXPECT_EQ(calls, end) << "nothing is decoded after that";
+    }
+}
+
+// Two views that are drawn without a break must not keep the workers from decoding.
+TEST(ChartStore, DecodesAfterAWhileIfPausedAndEndsIfPaused) {
+    const TempFolder folder;
+    ChartStore store(std::size_t{32} << 20, 2, {});
+    const std::string path = TestChart().write(folder, "a");
+    store.pause();
+    std::shared_ptr<const Tile> tile;
+    for (int i = 0; i < 2; ++i) {
+        store.begin();
+        ChartStore::File& file = store.file(path, 0);
+        const auto opened = store.chart(file);
+        ASSERT_EQ(opened != nullptr, i == 1);
+        if (opened != nullptr) static_cast<void>(store.tile(file, *opened, {0, 0, 0}, true));
+        store.end(false);
+        store.wait();
+        if (opened != nullptr) tile = store.tile(file, *opened, {0, 0, 0}, false);
+    }
+    EXPECT_NE(tile, nullptr);
+    store.pause();
 }
 
 class Raster {

@@ -43,13 +43,13 @@ BlockMeans::BlockMeans(CZellap& chart, const ColourTable& colours, int factor, i
     sums_.resize(lines_.size());
 }
 
-bool BlockMeans::read(int row, Argb* pixels, const std::atomic<bool>& stop) {
+bool BlockMeans::read(int row, Argb* pixels, const std::function<bool()>& goes_on) {
     std::fill(sums_.begin(), sums_.end(), Sum());
     const std::int64_t first = std::int64_t{row} * factor_;
     const std::int64_t end = std::min<std::int64_t>(first + factor_, size_.cy);
     const int flush_after = std::max(kLanePixels / factor_, 1);
     for (std::int64_t line = first; line < end; ++line) {
-        if (stop || !add_line(static_cast<int>(line))) return false;
+        if (!add_line(static_cast<int>(line), goes_on)) return false;
         if ((line - first + 1) % flush_after == 0 || line + 1 == end) flush();
     }
     for (std::size_t i = 0; i < sums_.size(); ++i)
@@ -61,13 +61,13 @@ std::int64_t BlockMeans::width_of(std::size_t block) const {
     return std::min(columns_ - static_cast<std::int64_t>(block) * factor_, std::int64_t{factor_});
 }
 
-bool BlockMeans::add_line(int line) {
+bool BlockMeans::add_line(int line, const std::function<bool()>& goes_on) {
     std::size_t block = 0;
     std::int64_t rest = lines_.empty() ? 0 : width_of(0);
     for (std::int64_t done = 0; done < columns_;) {
         const std::int64_t count = std::min(columns_ - done, kMostColumns);
-        if (chart_.getMultiLines(line, 1, static_cast<int>(left_ + done), static_cast<int>(count),
-                                 indexes_.data()) == 0) {
+        if (!goes_on() || chart_.getMultiLines(line, 1, static_cast<int>(left_ + done),
+                                               static_cast<int>(count), indexes_.data()) == 0) {
             return false;
         }
         const unsigned char* index = indexes_.data();

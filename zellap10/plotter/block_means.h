@@ -1,8 +1,8 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include <zellap10/chart/zellap.h>
@@ -23,9 +23,9 @@ public:
 
     /// @param row     of blocks, on the chart
     /// @param pixels  receives a mean per block
-    /// @param stop    ends the work after a line once it is true
-    /// @return        false if a line cannot be read, or after a stop
-    [[nodiscard]] bool read(int row, Argb* pixels, const std::atomic<bool>& stop);
+    /// @param goes_on called before each piece of a line of at most 2^22 pixels; ends the work if false
+    /// @return        false if a line cannot be read, or if the work was ended
+    [[nodiscard]] bool read(int row, Argb* pixels, const std::function<bool()>& goes_on);
 
 private:
     // Red, green and blue in lanes of 21 bits, which hold the sum of kLanePixels pixels.
@@ -33,7 +33,7 @@ private:
     using Sum = std::array<std::uint64_t, 3>;
 
     [[nodiscard]] std::int64_t width_of(std::size_t block) const;
-    [[nodiscard]] bool add_line(int line);
+    [[nodiscard]] bool add_line(int line, const std::function<bool()>& goes_on);
     void flush();
 
     CZellap& chart_;

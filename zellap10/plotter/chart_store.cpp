@@ -9,6 +9,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr auto kLongestPause = std::chrono::milliseconds(10);
 constexpr std::size_t kMostFiles = 4096;  // kept in files_; their tiles have a limit of their own
 
 std::size_t bytes_of(const OpenedChart& chart, const TileKey& key) {
@@ -33,6 +34,7 @@ ChartStore::~ChartStore() {
         stop_ = true;
     }
     has_work_.notify_all();
+    has_resumed_.notify_all();
     for (std::thread& worker : workers_)
         worker.join();
 }
@@ -169,6 +171,20 @@ void ChartStore::end(bool announces) {
 void ChartStore::wait() {
     Lock lock(mutex_);
     is_idle_.wait(lock, [this] { return queue_.empty() && running_ == 0; });
+}
+
+void ChartStore::pause() {
+    const Lock lock(mutex_);
+    pause_ends_ = Clock::now() + kLongestPause;
+    is_paused_ = true;
+}
+
+void ChartStore::resume() {
+    {
+        const Lock lock(mutex_);
+        is_paused_ = false;
+    }
+    has_resumed_.notify_all();
 }
 
 std::uint64_t ChartStore::changes() {

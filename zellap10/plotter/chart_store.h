@@ -5,6 +5,7 @@
 /// Open charts and their decoded tiles, which worker threads fetch.
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -86,6 +87,10 @@ public:
     /// Waits until all requests are done.
     void wait();
 
+    /// Lets the workers wait until `resume`, for at most 10 ms: to draw is more urgent.
+    void pause();
+    void resume();
+
     /// Grows when a chart was forgotten.
     [[nodiscard]] std::uint64_t changes();
 
@@ -106,6 +111,7 @@ private:
     [[nodiscard]] const OpenedChart* requested_chart(File& file);
     [[nodiscard]] const std::shared_ptr<const Tile>& requested_tile(File& file, const TileKey& key);
     void work();
+    [[nodiscard]] bool goes_on();
     [[nodiscard]] std::optional<Job> take_job();
     [[nodiscard]] bool run(const Job& job, Lock& lock);
     [[nodiscard]] bool check(File& file, Lock& lock);
@@ -124,6 +130,9 @@ private:
     std::mutex mutex_;
     std::condition_variable has_work_;
     std::condition_variable is_idle_;
+    std::condition_variable has_resumed_;
+    std::atomic<bool> is_paused_{false};
+    std::chrono::steady_clock::time_point pause_ends_;
     std::unordered_map<std::string, std::unique_ptr<File>> files_;
     // Least recently used last.
     std::list<File*> recent_files_;

@@ -136,6 +136,15 @@ bool ChartStore::open(File& file, Lock& lock) {
     return true;
 }
 
+// Waits while the workers pause. False at the end of the store.
+bool ChartStore::goes_on() {
+    if (is_paused_) {
+        Lock lock(mutex_);
+        has_resumed_.wait_until(lock, pause_ends_, [this] { return stop_ || !is_paused_; });
+    }
+    return !stop_;
+}
+
 bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
     CZellap& object = *file.object;
     const std::shared_ptr<const OpenedChart> opened = file.opened;
@@ -145,7 +154,7 @@ bool ChartStore::decode(File& file, const TileRow& row, Lock& lock) {
                            row.row * kTileSide < size.cy && object.GetDocumentSize().cx == opened->size.cx &&
                            object.GetDocumentSize().cy == opened->size.cy;
     std::vector<Tile> tiles;
-    if (is_inside) tiles = decode_tiles(object, opened->colours, row, stop_);
+    if (is_inside) tiles = decode_tiles(object, opened->colours, row, [this] { return goes_on(); });
     const bool is_same = file_stamp(file.path) == file.stamp;
     lock.lock();
     if (stop_) return false;

@@ -3,6 +3,7 @@
 #include <new>
 #include <numeric>
 #include <set>
+#include <thread>
 #include <utility>
 
 #include <zellap10/plotter/block_painter.h>
@@ -87,7 +88,10 @@ public:
         : catalogue(std::move(charts)),
           store(std::max(options.memory_bytes, kLeastMemory), std::clamp(options.workers, 1, kMostThreads),
                 std::move(options.on_more)),
-          team_(std::clamp(options.threads, 1, kMostThreads)) {}
+          team_(std::clamp(options.threads, 1, kMostThreads)),
+          shares_cores_(std::clamp(options.threads, 1, kMostThreads) +
+                            std::clamp(options.workers, 1, kMostThreads) >
+                        static_cast<int>(std::thread::hardware_concurrency())) {}
 
     Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
         for (;;) {
@@ -277,7 +281,7 @@ private:
                                   const Bitmap& bitmap) {
         std::vector<char> is_complete(parts.size(), 0);
         std::vector<std::vector<ChartStore::Missing>> missing(parts.size());
-        team_.run(static_cast<int>(parts.size()), [&](int i) {
+        const std::function<void(int)> paint_part = [&](int i) {
             const auto index = static_cast<std::size_t>(i);
             const BlockPart& part = parts[index];
             const int x = static_cast<int>(part.left + part.x - frame.plane.left());
@@ -293,7 +297,10 @@ private:
             }
             for (int row = 0; row < part.height; ++row)
                 copy_row(bitmap, x, y + row, part.width);
-        });
+        };
+        if (shares_cores_) store.pause();
+        team_.run(static_cast<int>(parts.size()), paint_part);
+        store.resume();
         std::vector<Incomplete> rest;
         for (std::size_t i = 0; i < parts.size(); ++i) {
             if (is_complete[i] == 0) rest.push_back({parts[i], std::move(missing[i])});
@@ -324,6 +331,7 @@ private:
     }
 
     Team team_;
+    const bool shares_cores_;  // the threads that draw with those that decode
     BoxTables boxes_;
     // The last frame. If it is known, a view of the same plane needs only what is new.
     std::vector<Argb> pixels_;

@@ -40,7 +40,9 @@ public:
         /// georeferences of charts. Those of the charts in view are always kept.
         std::size_t memory_bytes = std::size_t{256} << 20;
         int threads = 1;  ///< that draw, including the calling thread, 1 to 64
-        int workers = 1;  ///< that decode, 1 to 64
+        /// Threads that decode, 1 to 64. If there are more threads and workers than cores, the workers pause
+        /// while the quilt draws, for at most 10 ms per frame.
+        int workers = 1;
         /// A worker thread calls it once after an incomplete `draw`, when more can be drawn. It must not call
         /// the quilt; it may post an event to the application's thread.
         std::function<void()> on_more;

@@ -22,11 +22,11 @@ public:
             indexes_.resize(static_cast<std::size_t>(end - first));
     }
 
-    // False if a line cannot be read, or after a stop.
-    bool read(int row, std::vector<Argb>& pixels, const std::atomic<bool>& stop) {
-        if (means_) return means_->read(row, pixels.data(), stop);
+    // False if a line cannot be read, or if the work was ended.
+    bool read(int row, std::vector<Argb>& pixels, const std::function<bool()>& goes_on) {
+        if (means_) return means_->read(row, pixels.data(), goes_on);
         const int columns = static_cast<int>(indexes_.size());
-        if (stop || chart_.getMultiLines(row, 1, first_, columns, indexes_.data()) == 0) return false;
+        if (!goes_on() || chart_.getMultiLines(row, 1, first_, columns, indexes_.data()) == 0) return false;
         std::transform(indexes_.begin(), indexes_.end(), pixels.begin(),
                        [this](unsigned char index) { return colours_[index]; });
         return true;
@@ -66,7 +66,7 @@ CSize level_size(CSize chart, int level) {
 }
 
 std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const TileRow& row,
-                               const std::atomic<bool>& stop) {
+                               const std::function<bool()>& goes_on) {
     const CSize size = level_size(chart.GetDocumentSize(), row.level);
     const int left = row.first_column * kTileSide - kTileApron;
     const int top = row.row * kTileSide - kTileApron;
@@ -83,7 +83,7 @@ std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const
     int read_row = -1;
     for (int y = 0; y < side_of(size.cy, row.row); ++y) {
         const int wanted = std::clamp(top + y, 0, size.cy - 1);
-        if (wanted != read_row && !reader.read(wanted, pixels, stop)) return {};
+        if (wanted != read_row && !reader.read(wanted, pixels, goes_on)) return {};
         read_row = wanted;
         int column = left;
         for (Tile& tile : tiles) {

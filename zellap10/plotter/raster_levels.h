@@ -4,8 +4,8 @@
 ///
 /// The raster of a chart in true colour, reduced by powers of two and cut into tiles.
 
-#include <atomic>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include <zellap10/chart/zellap.h>
@@ -54,9 +54,9 @@ struct TileRow {
 ///
 /// @param chart    open
 /// @param colours  of the chart
-/// @param stop     ends the work after a line once it is true
-/// @return         the tiles; none if it was stopped or if the chart cannot be read
+/// @param goes_on  called before each line or piece of a line; ends the work if false
+/// @return         the tiles; none if the work was ended or if the chart cannot be read
 [[nodiscard]] std::vector<Tile> decode_tiles(CZellap& chart, const ColourTable& colours, const TileRow& row,
-                                             const std::atomic<bool>& stop);
+                                             const std::function<bool()>& goes_on);
 
 }  // namespace zellap10::plotter
