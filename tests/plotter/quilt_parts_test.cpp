@@ -51,7 +51,7 @@ TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
     ChartUnderTest chart;
     ASSERT_EQ(chart.open(samples::chart_bytes(random_chart(1300, 700, 4))), 1);
     const ColourTable colours = colours_of(chart);
-    for (const int level : {0, 1, 3, 7}) {
+    for (const int level : {0, 1, 2, 3, 7}) {
         SCOPED_TRACE(level);
         const CSize size = level_size(chart.GetDocumentSize(), level);
         const int columns = (size.cx + kTileSide - 1) / kTileSide;

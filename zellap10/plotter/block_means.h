@@ -34,6 +34,8 @@ private:
 
     [[nodiscard]] std::int64_t width_of(std::size_t block) const;
     [[nodiscard]] bool add_line(int line, const std::function<bool()>& goes_on);
+    [[nodiscard]] Lanes sum_of(const unsigned char* indexes, std::int64_t count) const;
+    void add_blocks(const unsigned char* indexes, std::size_t block, std::int64_t count);
     void flush();
 
     CZellap& chart_;
