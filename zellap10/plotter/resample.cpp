@@ -218,7 +218,7 @@ void resample_level(const Raster& raster, const BoxRow& boxes, const BoxWeights&
 
 }  // namespace
 
-BoxWeights::BoxWeights(std::int32_t side) : is_bilinear_(side == kOnePixel), lanes_() {
+BoxWeights::BoxWeights(std::int32_t side) : lanes_(), is_bilinear_(side == kOnePixel) {
     for (std::int32_t i = 0; i < 256; ++i) {
         const std::int32_t in_first = kOnePixel - i * 256;
         const std::int32_t in_third = std::max(side - in_first - kOnePixel, 0);

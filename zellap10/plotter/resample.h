@@ -41,8 +41,8 @@ public:
     }
 
 private:
+    Lanes lanes_[256][3];
     bool is_bilinear_;
-    alignas(64) Lanes lanes_[256][3];
 };
 
 /// The weights of boxes whose sides are multiples of 1/256 pixel. Several threads may use it.
