@@ -292,20 +292,38 @@ TEST(ScreenGrid, IsTheSameForViewsOnePixelApartAndForWebTiles) {
 }
 
 // A pixel belongs to an area if its centre does, by the plain test of each.
-// A star of many corners, with more small triangles in it than a cell meets.
-ChartArea large_area() {
+PixelOutline star(double points, double depth) {
     std::vector<ChartPixel> corners;
     for (int i = 0; i < 3000; ++i) {
         const double angle = i * 2.0 * 3.14159265 / 3000.0;
-        const double radius = 900.0 + 860.0 * std::sin(40.0 * angle);
+        const double radius = 900.0 + depth * std::sin(points * angle);
         corners.push_back({radius * std::cos(angle) + 60.0, radius * std::sin(angle) + 60.0});
     }
+    return PixelOutline(corners);
+}
+
+// Many corners, and more small triangles than a cell meets.
+ChartArea large_area() {
     std::vector<PixelOutline> holes;
     for (int i = 0; i < 900; ++i) {
         const ChartPixel at{i % 30 * 17.0 - 200.0, i / 30 * 19.0 - 200.0};
         holes.push_back(PixelOutline({at, {at.x + 9.0, at.y + 3.0}, {at.x + i % 7, at.y + 30.0}}));
     }
-    return {PixelOutline(corners), Holes(holes), 123, 200};
+    return {star(40.0, 860.0), Holes(holes), 123, 200};
+}
+
+TEST(PixelOutlineAroundABox, IsTheSameInTheBoxWithFewerCorners) {
+    const PixelOutline outline = star(5.0, 300.0);
+    for (int i = 0; i < 400; ++i) {
+        const ChartPixel from{i % 20 * 180.0 - 1700.0, i / 20 * 180.0 - 1700.0};
+        const ChartPixel to{from.x + 180.0, from.y + 90.0};
+        const PixelOutline around(outline.corners_around(from, to));
+        EXPECT_LT(around.corners().size(), 700U);
+        for (int k = 0; k < 100; ++k) {
+            const ChartPixel pixel{from.x + k % 10 * 20.0, from.y + k / 10 * 10.0};
+            ASSERT_EQ(around.contains(pixel), outline.contains(pixel)) << i << ' ' << k;
+        }
+    }
 }
 
 TEST(RowClip, GivesThePixelsInsideAnArea) {

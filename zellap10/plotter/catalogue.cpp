@@ -71,10 +71,8 @@ const std::vector<Outline>& CatalogueEntry::hidden() const {
 }
 
 bool CatalogueEntry::shows(Position position) const {
-    if (!extent.contains(position) || !outline.covers(position)) return false;
-    const std::vector<Outline>& parts = hidden();
-    return std::none_of(parts.begin(), parts.end(),
-                        [position](const Outline& part) { return part.covers(position); });
+    return extent.contains(position) && outline.covers(position) &&
+           (hidden_areas == nullptr || !hidden_areas->contain(position));
 }
 
 Catalogue::Catalogue() : state_(std::make_unique<State>()) {}

@@ -24,7 +24,7 @@ constexpr double kHysteresis = 1.1;
 constexpr double kLeastSide = 12.0;
 
 /// The charts that a view shows are no more than this.
-constexpr std::size_t kMostCharts = 1000;
+constexpr std::size_t kMostCharts = 2000;
 
 /// A chart of a view.
 struct ChosenChart {

@@ -74,6 +74,14 @@ double outside(const Box& box, Vector point) {
         {box.min.x - point.x, point.x - box.max.x, box.min.y - point.y, point.y - box.max.y, 0.0});
 }
 
+// An outline in the chart's own datum moved to WGS 84.
+Outline shifted(Outline outline, const CGEORec& record) {
+    outline.datum = Datum::kWgs84;
+    for (Position& corner : outline.corners)
+        corner = {corner.latitude + record.LatitudeOffset, corner.longitude + record.LongitudeOffset};
+    return outline;
+}
+
 Vector vector_of(Position position) {
     return {position.longitude, position.latitude};
 }
@@ -115,9 +123,9 @@ std::optional<Georeference> Georeference::from(const CGEORec& record, CSize size
     state->middle = middle_longitude(record);
     state->raster =
         size.cx > 0 && size.cy > 0 ? Box{{0.0, 0.0}, {size.cx - 1.0, size.cy - 1.0}} : box_around(pixels);
-    state->outline = outline_of(record, Datum::kWgs84);
-    state->extent = state->outline.extent();
     state->chart_datum_outline = outline_of(record, Datum::kChart);
+    state->outline = shifted(state->chart_datum_outline, record);
+    state->extent = state->outline.extent();
     std::vector<Vector> corners;
     for (const Position corner : state->chart_datum_outline.corners)
         corners.push_back(vector_of(corner));

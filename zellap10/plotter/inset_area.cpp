@@ -69,8 +69,23 @@ PixelOutline inset_area(const CGEORec& inset) {
 
 const std::vector<Outline>& HiddenAreas::areas() const {
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (!areas_) areas_ = areas_of(path_, stamp_);
+    if (!areas_) set(areas_of(path_, stamp_));
     return *areas_;
+}
+
+void HiddenAreas::set(std::vector<Outline> areas) const {
+    extents_.clear();
+    for (const Outline& area : areas)
+        extents_.push_back(area.extent());
+    areas_ = std::move(areas);
+}
+
+bool HiddenAreas::contain(Position position) const {
+    const std::vector<Outline>& outlines = areas();
+    for (std::size_t i = 0; i < outlines.size(); ++i) {
+        if (extents_[i] && extents_[i]->contains(position) && outlines[i].covers(position)) return true;
+    }
+    return false;
 }
 
 std::optional<std::vector<Outline>> HiddenAreas::known() const {

@@ -21,21 +21,27 @@ namespace zellap10::plotter {
 /// that takes a fit. Several threads may ask at the same time.
 class HiddenAreas {
 public:
-    explicit HiddenAreas(std::vector<Outline> known) : areas_(std::move(known)) {}
+    explicit HiddenAreas(std::vector<Outline> known) { set(std::move(known)); }
 
     /// @param stamp  of the chart; if its files change before the areas are computed, there are none
     HiddenAreas(std::string path, const FileStamp& stamp) : path_(std::move(path)), stamp_(stamp) {}
 
     [[nodiscard]] const std::vector<Outline>& areas() const;
 
+    /// Whether one of them contains a position.
+    [[nodiscard]] bool contain(Position position) const;
+
     /// Empty if they are not computed yet.
     [[nodiscard]] std::optional<std::vector<Outline>> known() const;
 
 private:
+    void set(std::vector<Outline> areas) const;
+
     const std::string path_;
     const FileStamp stamp_;
     mutable std::mutex mutex_;
     mutable std::optional<std::vector<Outline>> areas_;
+    mutable std::vector<std::optional<Extent>> extents_;  // of the areas
 };
 
 }  // namespace zellap10::plotter

@@ -4,6 +4,7 @@
 #include <numeric>
 #include <set>
 #include <thread>
+#include <unordered_set>
 #include <utility>
 
 #include <zellap10/plotter/block_painter.h>
@@ -109,7 +110,7 @@ public:
         const ScreenPlane plane(view);
         std::vector<BlockPart> parts;
         add_parts(plane, {0, 0, width_, height_}, parts);
-        std::set<const CatalogueEntry*> shown;
+        std::unordered_set<const CatalogueEntry*> shown;
         // Each chart of a pile may have to be opened and decoded in turn before the next is known to show.
         const std::size_t patience = 3 * choice.charts.size() + 10;
         for (std::size_t failures = 0; !parts.empty() && failures < patience; ++failures) {
@@ -308,14 +309,14 @@ private:
         return rest;
     }
 
-    static void add_shown(const Frame& frame, std::set<const CatalogueEntry*>& shown) {
+    static void add_shown(const Frame& frame, std::unordered_set<const CatalogueEntry*>& shown) {
         for (const auto& chart : frame.charts) {
             if (chart->is_shown) shown.insert(chart->chosen.entry);
         }
     }
 
-    static std::vector<const CatalogueEntry*> in_order(const ChartChoice& choice,
-                                                       const std::set<const CatalogueEntry*>& shown) {
+    static std::vector<const CatalogueEntry*> in_order(
+        const ChartChoice& choice, const std::unordered_set<const CatalogueEntry*>& shown) {
         std::vector<const CatalogueEntry*> charts;
         for (const ChosenChart& chart : choice.charts) {
             if (shown.count(chart.entry) > 0) charts.push_back(chart.entry);
@@ -343,7 +344,7 @@ private:
     ColourScheme scheme_ = ColourScheme::kDay;
     Argb background_ = 0;
     std::uint64_t changes_ = 0;
-    std::set<const CatalogueEntry*> shown_;
+    std::unordered_set<const CatalogueEntry*> shown_;
     std::set<const CatalogueEntry*> readable_;
     int coarser_ = 0;
 };
