@@ -89,6 +89,9 @@ class ChartMap {
   show(scheme) {
     this.scheme = scheme;
     document.body.classList.toggle("dark", scheme !== "day");
+    for (const button of document.querySelectorAll(".schemes button")) {
+      button.setAttribute("aria-pressed", button.className === scheme);
+    }
     const own = this.config.schemes.includes(scheme);
     document.body.classList.toggle("dimmed", !own);
     if (own && this.tiles.options.scheme !== scheme) {
@@ -120,6 +123,7 @@ class ChartMap {
       this.show(["dusk", "night"].includes(view.scheme) ? view.scheme : "day");
     } else {
       this.showCharts();
+      this.show(this.scheme);
     }
   }
 }
