@@ -88,13 +88,34 @@ Args:
 Raises:
     ValueError: a datum out of range, shapes that do not fit.
 )");
-    module.def(
-        "cartesian_to_geodetic", &from_cartesian, py::arg("x"), py::arg("y"), py::arg("z"), py::kw_only(),
-        py::arg("datum") = 117,
-        R"(Returns latitude and longitude in degrees and the height in metres of earth-centred x, y, z.)");
+    module.def("cartesian_to_geodetic", &from_cartesian, py::arg("x"), py::arg("y"), py::arg("z"),
+               py::kw_only(), py::arg("datum") = 117,
+               R"(Returns positions on the ellipsoid of a datum from earth-centred coordinates.
+
+Args:
+    x, y, z: metres; scalars or arrays that broadcast.
+    datum: row of the datum table, 0 to 119; 117 is WGS 84.
+
+Returns:
+    (latitude, longitude, height) in degrees and metres: floats for scalars, else arrays of the common shape.
+
+Raises:
+    ValueError: a datum out of range, shapes that do not fit.
+)");
     module.def("shift_cartesian", &shift_cartesian, py::arg("x"), py::arg("y"), py::arg("z"), py::kw_only(),
                py::arg("from_datum"), py::arg("to_datum"),
-               R"(Moves earth-centred x, y, z, in metres, from one datum to another.)");
+               R"(Moves earth-centred coordinates from one datum to another.
+
+Args:
+    x, y, z: metres; scalars or arrays that broadcast.
+    from_datum, to_datum: rows of the datum table, 0 to 119.
+
+Returns:
+    (x, y, z) in metres: floats for scalars, else arrays of the common shape.
+
+Raises:
+    ValueError: a datum out of range, shapes that do not fit.
+)");
 }
 
 }  // namespace zellap10::python

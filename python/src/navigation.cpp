@@ -48,6 +48,9 @@ Args:
 Returns:
     (course, distance): degrees clockwise from north, 0 to 360, and nautical miles. NaN in, NaN out.
 
+Raises:
+    ValueError: shapes that do not fit.
+
 >>> course, distance = course_and_distance(50.0, -1.0, 51.0, -1.0)
 >>> round(course, 3), round(distance, 3)
 (0.0, 60.0)
@@ -62,7 +65,10 @@ Args:
     course: degrees clockwise from north, from 0 to below 360.
 
 Returns:
-    (latitude, longitude) in degrees; the longitude may pass 180.
+    (latitude, longitude) in degrees; the longitude may pass 180. NaN in, NaN out.
+
+Raises:
+    ValueError: shapes that do not fit.
 )");
     module.def("meridional_parts", &meridional_parts, py::arg("latitude"),
                R"(Returns the meridional parts of latitudes in degrees, in minutes of arc on the equator.)");

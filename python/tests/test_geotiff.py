@@ -8,6 +8,7 @@ import pytest
 from conftest import need
 
 import zellap10
+from zellap10 import geotiff
 from zellap10.geotiff import Grid, grid_of, write_geotiff
 
 RESOLUTION = 600.0
@@ -72,6 +73,23 @@ def test_the_grid_of_charts_around_the_180th_meridian(samples):
     for resolution in (0.0, -1.0, float("nan"), float("inf"), 1e-9, 1.0):
         with pytest.raises(ValueError):
             grid_of(catalogue, resolution)
+
+
+def test_only_tiles_that_touch_a_chart_are_drawn(two_charts, tmp_path, monkeypatch):
+    """Charts may be far apart."""
+    tifffile = pytest.importorskip("tifffile")
+    drawn = []
+
+    class Counting(zellap10.Quilt):
+        def draw(self, *arguments):
+            drawn.append(arguments)
+            return super().draw(*arguments)
+
+    monkeypatch.setattr(geotiff, "Quilt", Counting)
+    write_geotiff([str(two_charts)], tmp_path / "out.tif", 2000.0)
+    assert len(drawn) < 20
+    alpha = tifffile.imread(tmp_path / "out.tif")[..., 3]
+    assert (alpha[-200:, :200] == 255).mean() > 0.9 and (alpha[:200, -200:] == 255).mean() > 0.9
 
 
 def test_tiles_of_large_pixels_lie_on_the_map():

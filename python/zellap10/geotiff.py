@@ -161,11 +161,15 @@ def _drawer(
 ) -> Callable[[Grid, int, int], bytes]:
     """A function that draws and compresses a tile; each thread has a quilt of its own."""
     of_thread = threading.local()
+    empty = zlib.compress(bytes(TILE * TILE * 4), 6)
 
     def draw(grid: Grid, column: int, row: int) -> bytes:
+        view = grid.view(column, row)
+        if not catalogue.overlapping(*view.extent):
+            return empty
         if not hasattr(of_thread, "quilt"):
             of_thread.quilt = Quilt(catalogue, memory)
-        image = of_thread.quilt.draw(grid.view(column, row), scheme)
+        image = of_thread.quilt.draw(view, scheme)
         problems.update(of_thread.quilt.problems())
         tile = np.zeros((TILE, TILE, 4), np.uint8)
         tile[: image.shape[0], : image.shape[1]] = image
