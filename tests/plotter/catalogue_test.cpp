@@ -13,6 +13,7 @@
 #include <testing/test_chart.h>
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/catalogue.h>
+#include <zellap10/plotter/diagnosis.h>
 
 namespace {
 
@@ -213,6 +214,34 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
                      [&](const auto* entry) { return entry->shows(position); });
         EXPECT_EQ(catalogue_.covering(position), expected) << i;
     }
+}
+
+// In UTF-8 their letters have other bytes than in the code page of Windows. Both folders and files have them.
+TEST_F(CatalogueOf, AFolderFindsNamesThatAreNotAscii) {
+#if defined(_WIN32)
+    if (GetACP() != 1252 && GetACP() != CP_UTF8) GTEST_SKIP() << "the code page may lack the letters";
+#endif
+    namespace fs = std::filesystem;
+    const fs::path harbour = fs::u8path(folder_.file("K\xC3\xB8ge"));
+    fs::create_directories(harbour);
+    for (const char* const ending : {".chart", ".GEO"})
+        fs::rename(folder_.file("coast") + ending,
+                   harbour / fs::u8path("\xC3\xA9t\xC3\xA9" + std::string(ending)));
+
+    EXPECT_EQ(catalogue_.add_folder(folder_.file("")).added, 4);
+    const auto entries = catalogue_.covering({51, -4.3});
+    ASSERT_FALSE(entries.empty());
+    const std::string path = entries.front()->path;
+    CZellap chart;
+    EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
+    EXPECT_FALSE(zellap10::plotter::diagnose_georeference(path));
+    const std::string saved = path.substr(0, path.rfind('.')) + ".catalogue";
+    ASSERT_TRUE(catalogue_.save(saved));
+    Catalogue again;
+    ASSERT_TRUE(again.load(saved));
+    const auto report = again.add_folder(path.substr(0, path.find_last_of("/\\")));
+    EXPECT_EQ(report.added, 1);
+    EXPECT_EQ(report.opened, 1) << "only the saved file";
 }
 
 #if !defined(_WIN32)

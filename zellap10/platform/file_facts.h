@@ -8,6 +8,8 @@
 
 #if defined(__linux__)
 #include <sys/stat.h>
+#else
+#include <zellap10/platform/path_text.h>
 #endif
 
 namespace zellap10::platform {
@@ -26,17 +28,13 @@ inline std::optional<FileFacts> file_facts(const std::string& path) {
     return FileFacts{static_cast<std::uint64_t>(status.st_size),
                      std::int64_t{status.st_mtim.tv_sec} * 1000000000 + status.st_mtim.tv_nsec};
 #else
-    namespace fs = std::filesystem;
-    try {
-        std::error_code error;
-        const std::uintmax_t size = fs::file_size(path, error);
-        if (error) return std::nullopt;
-        const fs::file_time_type written = fs::last_write_time(path, error);
-        if (error) return std::nullopt;
-        return FileFacts{size, static_cast<std::int64_t>(written.time_since_epoch().count())};
-    } catch (const std::system_error&) {
-        return std::nullopt;  // the path cannot be converted
-    }
+    const std::filesystem::path native = path_of(path);
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(native, error);
+    if (error) return std::nullopt;
+    const std::filesystem::file_time_type written = std::filesystem::last_write_time(native, error);
+    if (error) return std::nullopt;
+    return FileFacts{size, static_cast<std::int64_t>(written.time_since_epoch().count())};
 #endif
 }
 

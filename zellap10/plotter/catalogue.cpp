@@ -7,6 +7,7 @@
 
 #include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/zellap.h>
+#include <zellap10/platform/path_text.h>
 #include <zellap10/plotter/catalogue.h>
 #include <zellap10/plotter/catalogue_state.h>
 #include <zellap10/plotter/inset_area.h>
@@ -24,7 +25,7 @@ bool has_georeference_file(const std::vector<std::string>& paths, std::size_t in
     if (index > 0 && paths[index - 1] == georeference) return true;
     if (index + 1 < paths.size() && paths[index + 1] == georeference) return true;
     std::error_code ignored;
-    return std::filesystem::exists(georeference, ignored);
+    return std::filesystem::exists(platform::path_of(georeference), ignored);
 }
 
 std::vector<CatalogueEntry> entries_of(const std::string& path, const FileStamp& stamp) {

@@ -16,6 +16,7 @@
 #include <limits>
 #include <system_error>
 
+#include <zellap10/platform/path_text.h>
 #include <zellap10/plotter/catalogue_state.h>
 #include <zellap10/plotter/inset_area.h>
 
@@ -195,9 +196,9 @@ bool Catalogue::save(const std::string& path) const {
     stream.write(writer.bytes.data(), static_cast<std::streamsize>(writer.bytes.size()));
     stream.close();
     std::error_code error;
-    if (stream) std::filesystem::rename(part, path, error);
+    if (stream) std::filesystem::rename(platform::path_of(part), platform::path_of(path), error);
     if (stream && !error) return true;
-    std::filesystem::remove(part, error);
+    std::filesystem::remove(platform::path_of(part), error);
     return false;
 }
 

@@ -9,6 +9,7 @@
 #include <zellap10/chart/georeference_path.h>
 #include <zellap10/chart/layout.h>
 #include <zellap10/chart/zellap.h>
+#include <zellap10/platform/path_text.h>
 #include <zellap10/platform/text_compare.h>
 
 namespace zellap10::plotter {
@@ -68,7 +69,7 @@ std::optional<Diagnosis> diagnose_layout(const std::string& path, int height) {
             return unreadable();
         case Refusal::kTooLarge: {
             std::error_code ignored;
-            const auto size = static_cast<std::int64_t>(fs::file_size(path, ignored));
+            const auto size = static_cast<std::int64_t>(fs::file_size(platform::path_of(path), ignored));
             return Diagnosis{Fault::kTooLarge, "The file has " + grouped(size) +
                                                    " bytes; a chart file has at most " +
                                                    grouped(chart::kLargestFile) + '.'};
@@ -92,12 +93,12 @@ std::optional<Diagnosis> diagnose_layout(const std::string& path, int height) {
 
 // The alphabetically first file beside the path whose name differs only in upper and lower case.
 std::string other_case(const fs::path& path) {
-    const std::string wanted = path.filename().string();
+    const std::string wanted = platform::text_of(path.filename());
     std::string found;
     std::error_code error;
     fs::directory_iterator entry(path.has_parent_path() ? path.parent_path() : fs::path("."), error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
+        const std::string name = platform::text_of(entry->path().filename());
         std::error_code ignored;
         if (name.size() != wanted.size() || !platform::begins_with_any_case(name.c_str(), wanted.c_str()) ||
             !entry->is_regular_file(ignored)) {
@@ -109,44 +110,32 @@ std::string other_case(const fs::path& path) {
 }
 
 std::optional<Diagnosis> diagnose_georeference_path(const std::string& name) {
-    Diagnosis diagnosis = diagnose_path(name);
+    Diagnosis diagnosis = diagnose_path(platform::path_of(name));
     if (diagnosis.fault != Fault::kNotAFile && std::ifstream(name).is_open()) return {};
     if (diagnosis.fault != Fault::kNoFile) {
         diagnosis.text = name + ": " + diagnosis.text;
         return diagnosis;
     }
-    const std::string other = other_case(name);
+    const std::string other = other_case(platform::path_of(name));
     const std::string missing = "There is no georeference file " + name;
     if (other.empty()) return Diagnosis{Fault::kNoGeoreference, missing + '.'};
     return Diagnosis{Fault::kOtherCase, missing + "; " + other + " differs in upper and lower case."};
 }
 
-// Paths that the system cannot convert are reported by an exception.
-template <class Look>
-std::optional<Diagnosis> guarded(Look look) {
-    try {
-        return look();
-    } catch (const std::system_error&) {
-        return Diagnosis{Fault::kUnreadable, "The path cannot be resolved."};
-    }
-}
-
 }  // namespace
 
 std::optional<Diagnosis> diagnose_chart(const std::string& path) {
-    return guarded([&path]() -> std::optional<Diagnosis> {
-        CZellap chart;
-        if (chart.OpenZellap(path.c_str(), 1) == 0) return diagnose_path(path);
-        const CSize size = chart.GetDocumentSize();
-        std::optional<Diagnosis> diagnosis = diagnose_layout(path, size.cy);
-        if (diagnosis && size.cx == 0 && size.cy == 0)
-            diagnosis->text += " It gives no size and may not be a chart.";
-        return diagnosis;
-    });
+    CZellap chart;
+    if (chart.OpenZellap(path.c_str(), 1) == 0) return diagnose_path(platform::path_of(path));
+    const CSize size = chart.GetDocumentSize();
+    std::optional<Diagnosis> diagnosis = diagnose_layout(path, size.cy);
+    if (diagnosis && size.cx == 0 && size.cy == 0)
+        diagnosis->text += " It gives no size and may not be a chart.";
+    return diagnosis;
 }
 
 std::optional<Diagnosis> diagnose_georeference(const std::string& path) {
-    return guarded([&path] { return diagnose_georeference_path(chart::georeference_path(path)); });
+    return diagnose_georeference_path(chart::georeference_path(path));
 }
 
 }  // namespace zellap10::plotter

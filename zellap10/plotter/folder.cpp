@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
+#include <zellap10/platform/path_text.h>
 #include <zellap10/plotter/catalogue.h>
 
 namespace zellap10::plotter {
@@ -21,11 +23,8 @@ bool search(const fs::path& folder, std::vector<std::string>& files, std::vector
             continue;
         }
         if (!entry->is_regular_file(ignored)) continue;
-        try {
-            files.push_back(entry->path().string());
-        } catch (const std::system_error&) {
-            continue;  // its name cannot be converted to text, so that it could not be opened
-        }
+        std::string path = platform::text_of(entry->path());
+        if (!path.empty()) files.push_back(std::move(path));  // otherwise the file could not be opened
     }
     return !error;
 }
@@ -34,12 +33,7 @@ bool search(const fs::path& folder, std::vector<std::string>& files, std::vector
 
 FolderFiles files_below(const std::string& folder) {
     FolderFiles found;
-    std::vector<fs::path> folders;
-    try {
-        folders.emplace_back(folder);
-    } catch (const std::system_error&) {
-        found.skipped_folders = 1;  // the path cannot be converted
-    }
+    std::vector<fs::path> folders{platform::path_of(folder)};
     while (!folders.empty()) {
         const fs::path next = folders.back();
         folders.pop_back();
