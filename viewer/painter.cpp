@@ -87,12 +87,20 @@ void Painter::stroke(const Pen& pen) {
     set_colour(pen.colour);
     cairo_set_line_width(cairo_.get(), pen.width * scale_);
     cairo_set_dash(cairo_.get(), &dash, dash > 0 ? 1 : 0, 0);
+    cairo_set_antialias(cairo_.get(), pen.soft ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
     cairo_stroke(cairo_.get());
+    cairo_set_antialias(cairo_.get(), CAIRO_ANTIALIAS_DEFAULT);
 }
 
+// In pieces, since the time of cairo grows faster than the number of edges.
 void Painter::line(const std::vector<ScreenPixel>& pixels, const Pen& pen) {
-    path(pixels);
-    stroke(pen);
+    constexpr std::size_t kPiece = 64;
+    for (std::size_t first = 0; first + 1 < pixels.size(); first += kPiece) {
+        const auto begin = pixels.begin() + static_cast<std::ptrdiff_t>(first);
+        const std::size_t count = std::min(kPiece + 1, pixels.size() - first);
+        path({begin, begin + static_cast<std::ptrdiff_t>(count)});
+        stroke(pen);
+    }
 }
 
 void Painter::polygon(const std::vector<ScreenPixel>& corners, Argb colour, const Pen& edge) {

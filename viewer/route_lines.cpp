@@ -12,9 +12,10 @@ namespace viewer {
 
 namespace {
 
-constexpr int kPieces = 32;            // of a leg, and of a piece of it that is divided
+constexpr int kPieces = 32;            // of a leg at most, and of a piece of it that is divided
 constexpr int kDeepest = 3;            // divisions of divisions
 constexpr double kLongestPiece = 100;  // pixels; a rhumb line bends less than a pixel on it
+constexpr std::size_t kMostSoftLegs = 300;
 constexpr double kNear = 200;          // pixels around the scene
 constexpr double kRadius = 6;          // of a waypoint
 constexpr double kCrowded = 4;         // pixels to the waypoint drawn last
@@ -53,23 +54,25 @@ public:
         if (a && b && is_straight(*a, *b)) {
             const double length = apart(*a, *b);
             if (!part_inside(scene_.box.grown(length), *a, *b)) return {};
-            if (length < kLongestPiece) return {from, to};
+            line_ = {from};
+            divide(from, to, static_cast<int>(std::min(1 + length / kLongestPiece, 1.0 * kPieces)), 0);
+        } else {
+            line_ = {from};
+            divide(from, to, kPieces, 0);
         }
-        line_ = {from};
-        divide(from, to, 0);
         return std::move(line_);
     }
 
 private:
     bool is_straight(ScreenPixel a, ScreenPixel b) const { return apart(a, b) < scene_.turn_pixels / 2; }
-    void divide(Position from, Position to, int depth) {
+    void divide(Position from, Position to, int pieces, int depth) {
         Position before = from;
-        for (const Position position : rhumb_line(from, to, kPieces)) {
+        for (const Position position : rhumb_line(from, to, pieces)) {
             const auto a = scene_.to_screen(before);
             const auto b = scene_.to_screen(position);
             const bool is_long = a && b && apart(*a, *b) > kLongestPiece && is_straight(*a, *b);
             if (is_long && depth < kDeepest && part_inside(near_, *a, *b))
-                divide(before, position, depth + 1);
+                divide(before, position, kPieces, depth + 1);
             else
                 line_.push_back(position);
             before = position;
@@ -91,18 +94,18 @@ Parts parts_of_leg(const Scene& scene, Position from, Position to) {
     return shown;
 }
 
-void draw_leg(Painter& painter, const Scene& scene, Position from, Position to) {
+void draw_leg(Painter& painter, const Scene& scene, Position from, Position to, const Pen& pen) {
     const Parts shown = parts_of_leg(scene, from, to);
     std::vector<ScreenPixel> line;
     for (const auto& [a, b] : shown) {
         if (!line.empty() && apart(line.back(), a) > 0) {
-            painter.line(line, scene.theme.route);
+            painter.line(line, pen);
             line.clear();
         }
         if (line.empty()) line.push_back(a);
         line.push_back(b);
     }
-    painter.line(line, scene.theme.route);
+    painter.line(line, pen);
     const auto middle = middle_of(shown, kLeastLabelled * painter.scale());
     if (!middle) return;
     const auto leg = leg_between(from, to);
@@ -123,18 +126,20 @@ double distance_to(const std::pair<ScreenPixel, ScreenPixel>& part, ScreenPixel 
 
 void draw_route(Painter& painter, const Scene& scene, const std::vector<Waypoint>& waypoints,
                 std::optional<std::size_t> target) {
+    Pen pen = scene.theme.route;
+    pen.soft = waypoints.size() < kMostSoftLegs;
     for (std::size_t i = 1; i < waypoints.size(); ++i)
-        draw_leg(painter, scene, waypoints[i - 1].position, waypoints[i].position);
+        draw_leg(painter, scene, waypoints[i - 1].position, waypoints[i].position, pen);
     const double radius = kRadius * painter.scale();
     const Box visible = scene.box.grown(2 * radius);
     std::optional<ScreenPixel> last;
     for (std::size_t i = 0; i < waypoints.size(); ++i) {
         const auto pixel = scene.to_screen(waypoints[i].position);
         if (!pixel || !visible.contains(*pixel)) continue;
-        if (target == i) painter.circle(*pixel, kRadius + 4, scene.theme.route);
+        if (target == i) painter.circle(*pixel, kRadius + 4, pen);
         if (last && apart(*last, *pixel) < kCrowded) continue;
         last = pixel;
-        painter.circle(*pixel, kRadius, scene.theme.route);
+        painter.circle(*pixel, kRadius, pen);
         const std::string& name = waypoints[i].name;
         painter.label({pixel->x + radius, pixel->y - radius},
                       std::to_string(i + 1) + (name.empty() ? "" : " " + name),

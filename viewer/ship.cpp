@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kPredictedMinutes = 6;
 constexpr double kTrackStep = 2;  // pixels between points of the track that are drawn
+constexpr std::size_t kMostSoftLines = 1000;
 
 std::string knots(std::optional<double> speed) {
     if (!speed) return "---";
@@ -72,26 +73,26 @@ std::vector<std::string> ship_lines(const Track& track, const std::vector<Waypoi
 
 void draw_track(Painter& painter, const Scene& scene, const std::vector<Track::Point>& points) {
     const Box visible = scene.box.grown(10);
-    std::vector<ScreenPixel> line;
+    std::vector<std::vector<ScreenPixel>> lines;
+    std::size_t count = 0;
+    bool goes_on = false;
     std::optional<ScreenPixel> last;
-    const auto end_line = [&] {
-        if (line.size() > 1) painter.line(line, scene.theme.track);
-        line.clear();
-    };
     for (const Track::Point& point : points) {
         const auto pixel = scene.to_screen(point.position);
         const bool joins = pixel && last && !point.starts_line;
         const double step = joins ? apart(*last, *pixel) : 0;
         if (joins && step < kTrackStep && &point != &points.back()) continue;
-        if (joins && step < scene.turn_pixels / 2 && part_inside(visible, *last, *pixel)) {
-            if (line.empty()) line.push_back(*last);
-            line.push_back(*pixel);
-        } else {
-            end_line();
-        }
+        const bool shows = joins && step < scene.turn_pixels / 2 && part_inside(visible, *last, *pixel);
+        if (shows && !goes_on) lines.push_back({*last});
+        if (shows) lines.back().push_back(*pixel);
+        count += shows;
+        goes_on = shows;
         last = pixel;
     }
-    end_line();
+    Pen pen = scene.theme.track;
+    pen.soft = count < kMostSoftLines;
+    for (const auto& line : lines)
+        painter.line(line, pen);
 }
 
 void draw_ship(Painter& painter, const Scene& scene, const Fix& fix, bool lost) {
