@@ -1,11 +1,11 @@
-#include "viewer/gpsd.h"
-
 #include <cerrno>
 #include <cmath>
 #include <csignal>
 #include <optional>
 
 #include <libgpsmm.h>
+
+#include <viewer/receivers.h>
 
 namespace viewer {
 

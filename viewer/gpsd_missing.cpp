@@ -1,4 +1,4 @@
-#include "viewer/gpsd.h"
+#include <viewer/receivers.h>
 
 namespace viewer {
 

@@ -14,7 +14,7 @@
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 
-#include <viewer/save_file.h>
+#include <viewer/files.h>
 #include <zellap10/plotter/parse_position.h>
 
 namespace viewer {
@@ -28,15 +28,7 @@ constexpr char kNewFile[] =
     "<gpx xmlns=\"http://www.topografix.com/GPX/1/1\" version=\"1.1\" creator=\"zellap10\"/>";
 constexpr std::uintmax_t kMostBytes = 64 << 20;
 
-template <auto Free>
-struct Freed {
-    template <typename T>
-    void operator()(T* what) const {
-        Free(what);
-    }
-};
-using Context = std::unique_ptr<xmlParserCtxt, Freed<xmlFreeParserCtxt>>;
-using Document = std::unique_ptr<xmlDoc, Freed<xmlFreeDoc>>;
+using Document = std::unique_ptr<xmlDoc, void (*)(xmlDoc*)>;
 
 // A reason to refuse a file.
 struct Refusal {
@@ -101,12 +93,14 @@ std::string bytes_of(const std::string& path) {
 }
 
 Document parse(const std::string& bytes) {
-    const Context context(xmlNewParserCtxt());
+    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt*)> context(xmlNewParserCtxt(),
+                                                                           xmlFreeParserCtxt);
     if (context == nullptr) throw std::bad_alloc();
     constexpr int kOptions =
         XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES | XML_PARSE_NOBLANKS;
     Document document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                                        nullptr, kOptions));
+                                        nullptr, kOptions),
+                      xmlFreeDoc);
     const auto* error = xmlCtxtGetLastError(context.get());
     if (document == nullptr || !context->nsWellFormed) {
         std::string text = error != nullptr && error->message != nullptr ? error->message : "no XML";

@@ -14,10 +14,9 @@
 
 #include <SDL.h>
 
-#include <viewer/gpsd.h>
-#include <viewer/nmea_source.h>
+#include <viewer/files.h>
+#include <viewer/receivers.h>
 #include <viewer/script.h>
-#include <viewer/user_folder.h>
 #include <viewer/view.h>
 #include <viewer/window.h>
 #include <zellap10/plotter/parse_position.h>

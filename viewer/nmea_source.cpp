@@ -1,5 +1,3 @@
-#include "viewer/nmea_source.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
@@ -18,6 +16,7 @@ constexpr int kOpenFlags = O_NOCTTY | O_CLOEXEC;
 #endif
 
 #include <viewer/nmea.h>
+#include <viewer/receivers.h>
 
 namespace viewer {
 

@@ -1,5 +1,6 @@
 // Draws charts as a PNG picture, without a window.
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
@@ -7,7 +8,6 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include <viewer/view.h>
@@ -20,36 +20,6 @@ constexpr char kUsage[] =
     "Draws charts as one map, or one as printed, with a grid and a route over the positions.\n";
 constexpr viewer::ScreenSize kSize{1600, 1200};
 
-struct Arguments {
-    bool printed = false;
-    std::string picture;
-    std::vector<std::string> charts;
-    std::vector<viewer::Waypoint> route;
-};
-
-Arguments arguments_of(int argc, char** argv) {
-    Arguments arguments;
-    bool is_route = false;
-    for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (is_route) {
-            const auto parsed = viewer::parse_position(argument);
-            if (!parsed.position) throw std::runtime_error(argument + ": " + parsed.reason);
-            arguments.route.push_back({*parsed.position, ""});
-        } else if (argument == "--") {
-            is_route = true;
-        } else if (argument == "--printed") {
-            arguments.printed = true;
-        } else if (arguments.picture.empty()) {
-            arguments.picture = argument;
-        } else {
-            arguments.charts.push_back(argument);
-        }
-    }
-    if (arguments.charts.empty()) throw std::runtime_error(kUsage);
-    return arguments;
-}
-
 void draw(viewer::View& view) {
     std::vector<viewer::Argb> pixels(static_cast<std::size_t>(kSize.width) * kSize.height);
     do {
@@ -58,20 +28,35 @@ void draw(viewer::View& view) {
     } while (!view.is_complete());
 }
 
-void save_picture(Arguments arguments) {
+std::vector<viewer::Waypoint> route_of(const std::vector<std::string>& texts) {
+    std::vector<viewer::Waypoint> route;
+    for (const std::string& text : texts) {
+        const auto parsed = viewer::parse_position(text);
+        if (!parsed.position) throw std::runtime_error(text + ": " + parsed.reason);
+        route.push_back({*parsed.position, ""});
+    }
+    return route;
+}
+
+void save_picture(std::vector<std::string> arguments) {
+    const bool printed = !arguments.empty() && arguments.front() == "--printed";
+    if (printed) arguments.erase(arguments.begin());
+    const auto dashes = std::find(arguments.begin(), arguments.end(), "--");
+    if (dashes - arguments.begin() < 2) throw std::runtime_error(kUsage);
+    const std::vector<std::string> charts(arguments.begin() + 1, dashes);
+    const std::vector<std::string> positions(dashes == arguments.end() ? dashes : dashes + 1,
+                                             arguments.end());
     viewer::View::Options options;
     options.workers = 2;
-    viewer::View view(arguments.charts, options);
+    viewer::View view(charts, options);
     view.resize(kSize);
     draw(view);
-    if (arguments.printed) {
-        view.press_key("V");
-        view.press_key("T");
-    }
+    if (printed) view.press_key("V");
+    if (printed) view.press_key("T");
     view.press_key("Home");
     view.press_key("G");
-    view.set_route(std::move(arguments.route));
-    view.save(arguments.picture);
+    view.set_route(route_of(positions));
+    view.save(arguments.front());
     draw(view);
     for (const std::string& problem : view.problems())
         std::fprintf(stderr, "%s\n", problem.c_str());
@@ -83,7 +68,7 @@ void save_picture(Arguments arguments) {
 
 int main(int argc, char** argv) {
     try {
-        save_picture(arguments_of(argc, argv));
+        save_picture({argv + 1, argv + argc});
     } catch (const std::exception& error) {
         std::fprintf(stderr, "chart_picture: %s\n", error.what());
         return 1;

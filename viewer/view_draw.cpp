@@ -4,9 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include <viewer/files.h>
 #include <viewer/grid.h>
 #include <viewer/route_lines.h>
-#include <viewer/save_file.h>
 #include <viewer/scale_bar.h>
 #include <viewer/ship.h>
 #include <viewer/view.h>

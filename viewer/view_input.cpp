@@ -6,10 +6,10 @@
 #include <system_error>
 #include <utility>
 
+#include <viewer/files.h>
 #include <viewer/gpx.h>
 #include <viewer/progress.h>
 #include <viewer/route_lines.h>
-#include <viewer/user_folder.h>
 #include <viewer/view.h>
 #include <zellap10/platform/angle.h>
 #include <zellap10/plotter/file_stamp.h>

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include <viewer/user_folder.h>
+#include <viewer/files.h>
 #include <viewer/view.h>
 
 namespace viewer {

@@ -10,8 +10,8 @@
 
 #include <testing/comma_locale.h>
 #include <testing/temp_folder.h>
+#include <viewer/files.h>
 #include <viewer/gpx.h>
-#include <viewer/save_file.h>
 
 namespace {
 

@@ -14,8 +14,7 @@
 #include <unistd.h>
 
 #include <testing/temp_folder.h>
-#include <viewer/gpsd.h>
-#include <viewer/nmea_source.h>
+#include <viewer/receivers.h>
 
 namespace {
 

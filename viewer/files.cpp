@@ -1,6 +1,7 @@
-#include "viewer/save_file.h"
+#include "viewer/files.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -16,6 +17,11 @@ namespace viewer {
 namespace fs = std::filesystem;
 
 namespace {
+
+std::string environment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
 
 // Where the system has no such call, nothing is done.
 bool flush_to_disk([[maybe_unused]] const std::string& path) {
@@ -38,6 +44,34 @@ std::error_code write_file(const std::string& path, std::string_view bytes) {
 }
 
 }  // namespace
+
+std::string user_folder(const std::string& key, const std::string& name) {
+    const std::string home = environment("HOME");
+    if (home.empty()) return ".";
+    std::string config = environment("XDG_CONFIG_HOME");
+    if (config.empty()) config = home + "/.config";
+
+    std::string folder = home + "/" + name;
+    const std::string start = "XDG_" + key + "_DIR=\"";
+    std::ifstream file(config + "/user-dirs.dirs");
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t end = line.rfind('"');
+        if (line.compare(0, start.size(), start) != 0 || end < start.size()) continue;
+        folder = line.substr(start.size(), end - start.size());
+        const std::string variable = "$HOME";
+        if (folder.compare(0, variable.size(), variable) == 0) folder.replace(0, variable.size(), home);
+    }
+    std::error_code ignored;
+    return fs::is_directory(folder, ignored) ? folder : home;
+}
+
+std::string free_path(const std::string& folder, const std::string& stem, const std::string& extension) {
+    for (int i = 1;; ++i) {
+        const auto path = fs::path(folder) / (stem + "-" + std::to_string(i) + extension);
+        std::error_code ignored;
+        if (!fs::exists(fs::symlink_status(path, ignored))) return path.string();
+    }
+}
 
 std::string save_file(const std::string& path, std::string_view bytes) {
     std::error_code error;
