@@ -7,9 +7,11 @@
 #include <vector>
 
 #include <viewer/background_task.h>
-#include <viewer/fix.h>
+#include <zellap10/plotter/nmea.h>
 
 namespace viewer {
+
+using namespace zellap10::plotter;
 
 /// What a receiver sent.
 struct FixNews {

@@ -15,7 +15,6 @@ constexpr int kOpenFlags = O_BINARY;
 constexpr int kOpenFlags = O_NOCTTY | O_CLOEXEC;
 #endif
 
-#include <viewer/nmea.h>
 #include <viewer/receivers.h>
 
 namespace viewer {

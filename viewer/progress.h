@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include <viewer/fix.h>
 #include <viewer/waypoint.h>
+#include <zellap10/plotter/nmea.h>
 
 namespace viewer {
 

@@ -5,7 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include <viewer/fix.h>
+#include <viewer/box.h>
+#include <zellap10/plotter/nmea.h>
 
 namespace viewer {
 

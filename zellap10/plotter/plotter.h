@@ -9,6 +9,7 @@
 #include <zellap10/plotter/diagnosis.h>
 #include <zellap10/plotter/georeference.h>
 #include <zellap10/plotter/map_view.h>
+#include <zellap10/plotter/nmea.h>
 #include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/pixel_outline.h>

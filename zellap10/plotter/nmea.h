@@ -6,19 +6,33 @@
 #include <string_view>
 #include <vector>
 
-#include <viewer/fix.h>
+#include <zellap10/plotter/position.h>
 
-namespace viewer {
+/// @file
+///
+/// The sentences of receivers: NMEA 0183.
+
+namespace zellap10::plotter {
+
+/// What a receiver measures at one time.
+struct Fix {
+    std::optional<double> time;     ///< seconds since midnight, UTC
+    Position position;              ///< WGS 84
+    std::optional<double> speed;    ///< over the ground, knots
+    std::optional<double> course;   ///< over the ground, DEGREES clockwise from true north
+    std::optional<double> heading;  ///< DEGREES clockwise from true north
+};
 
 /// Reads NMEA 0183 sentences from bytes that come in pieces: RMC, GGA, VTG and HDT of any talker.
 ///
 /// Each RMC and GGA with a position gives a fix. Speed, course and heading of other sentences are added to it
-/// for three seconds. Sentences of other types and proprietary ones are ignored.
+/// for three seconds. Sentences of other types and proprietary ones are ignored. The bytes may be any.
 class NmeaReader {
 public:
     /// Reads the next bytes.
     ///
-    /// @return  the fixes of the lines that end in these bytes, the oldest first
+    /// @param bytes  any part of the stream; a line may continue in the next call
+    /// @return       the fixes of the lines that end in these bytes, the oldest first
     std::vector<Fix> read(std::string_view bytes);
 
     /// Lines without a correct checksum, longer than 512 bytes, or with fields that are no valid numbers.
@@ -47,4 +61,4 @@ private:
     Held speed_, course_, heading_;
 };
 
-}  // namespace viewer
+}  // namespace zellap10::plotter

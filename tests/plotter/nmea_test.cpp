@@ -6,11 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <testing/comma_locale.h>
-#include <viewer/nmea.h>
+#include <zellap10/plotter/nmea.h>
 
 namespace {
 
-using namespace viewer;
+using namespace zellap10::plotter;
 
 // A sentence with its checksum.
 std::string line(const std::string& body) {

@@ -1,12 +1,11 @@
-#include "viewer/nmea.h"
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
+#include <zellap10/plotter/nmea.h>
 #include <zellap10/plotter/parse_position.h>
 
-namespace viewer {
+namespace zellap10::plotter {
 
 namespace {
 
@@ -134,4 +133,4 @@ bool NmeaReader::add_fix(const Fields& fields, std::size_t first, std::vector<Fi
     return true;
 }
 
-}  // namespace viewer
+}  // namespace zellap10::plotter
