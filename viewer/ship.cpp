@@ -109,6 +109,7 @@ void draw_ship(Painter& painter, const Scene& scene, const Fix& fix, bool lost) 
     }
     if (!scene.box.grown(30 * painter.scale()).contains(*ship)) return;
     const double size = painter.scale();
+    painter.keep_free(Box{*ship, *ship}.grown(16 * size));
     const auto ahead = direction(scene, fix.position, fix.heading ? fix.heading : fix.course);
     if (ahead) {
         const auto at = [&](double forward, double right) {
