@@ -192,7 +192,7 @@ TEST(View, EditsARouteInRouteModeOnly) {
     screen.click({200, 250}, Button::kRight);
     EXPECT_EQ(count(), 2u);
     screen.click({50, 50}, Button::kRight);
-    for (const std::size_t expected : {3, 3, 2}) {  // a drag is one change, also one that inserts
+    for (const std::size_t expected : {3u, 3u, 2u}) {  // a drag is one change, also one that inserts
         screen->press_key("Backspace");
         EXPECT_EQ(count(), expected);
     }

@@ -328,7 +328,8 @@ private:
 
     void copy_row(const Bitmap& bitmap, int x, int y, int width) {
         auto* const row = static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride;
-        std::memcpy(row + x * sizeof(Argb), row_of(y) + x, static_cast<std::size_t>(width) * sizeof(Argb));
+        const auto bytes = [](int count) { return static_cast<std::size_t>(count) * sizeof(Argb); };
+        std::memcpy(row + bytes(x), row_of(y) + x, bytes(width));
     }
 
     Team team_;
