@@ -186,6 +186,35 @@ TEST_F(QuiltTest, PansToTheSamePixels) {
     }
 }
 
+TEST_F(QuiltTest, DrawsADraftOfATurnedViewAndThenTheView) {
+    Quilt quilt(catalogue_);
+    drawn_in_time(quilt, view_of(200, 0));
+    const MapView view = view_of(200, 20);
+    const Picture fine = drawn(quilt, view);
+    drawn_in_time(quilt, view_of(200, 0));
+    Picture picture(fine.width, fine.height);
+    const auto draft = [&](const MapView& shown) {
+        return quilt.draw_draft(shown, ColourScheme::kDay, kBackground, picture.bitmap());
+    };
+    const Quilt::Result first = draft(view);
+    EXPECT_TRUE(first.draft);
+    EXPECT_FALSE(first.complete);
+    int repeated = 0;
+    for (int y = 0; y < fine.height; ++y) {
+        const auto row_of = [y](const Picture& of) {
+            return of.pixels.begin() + std::ptrdiff_t{y} * of.width;
+        };
+        if (std::equal(row_of(fine), row_of(fine) + fine.width, row_of(picture))) continue;
+        EXPECT_TRUE(std::equal(row_of(picture), row_of(picture) + fine.width, row_of(picture) - fine.width));
+        ++repeated;
+    }
+    EXPECT_GT(repeated, fine.height / 3);
+    EXPECT_TRUE(draft(view).complete);
+    EXPECT_TRUE(picture == fine);
+    EXPECT_FALSE(draft(view.moved_by(3, 5)).draft);
+    EXPECT_TRUE(picture == drawn(quilt, view.moved_by(3, 5)));
+}
+
 TEST_F(QuiltTest, PansToTheSamePixelsWhileChartsArrive) {
     Quilt::Options options;
     options.threads = 3;

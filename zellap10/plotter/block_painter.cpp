@@ -110,8 +110,13 @@ bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t str
     stride_ = stride;
     is_complete_ = true;
     missing_.clear();
-    free_ = part.width * part.height;
-    free_of_row_.fill(part.width);
+    free_ = 0;
+    free_of_row_.fill(0);
+    for (int y = part.y; y < part.y + part.height; ++y) {
+        if (!is_drawn(y)) continue;
+        free_of_row_[static_cast<std::size_t>(y)] = part.width;
+        free_ += part.width;
+    }
     for (auto& row : taken_)
         row.fill(0);
     const std::optional<Extent> extent = extent_of(frame_.plane, part.left, part.top, kBlockSide);
@@ -125,7 +130,15 @@ bool BlockPainter::paint(const BlockPart& part, Argb* pixels, std::ptrdiff_t str
             std::fill(row + span.first, row + span.end, frame_.background);
         });
     }
+    if (frame_.is_draft) repeat_rows();
     return is_complete_;
+}
+
+void BlockPainter::repeat_rows() {
+    for (int y = part_.y; y < part_.y + part_.height; ++y) {
+        Argb* const row = pixels_ + (y - part_.y) * stride_;
+        if (!is_drawn(y)) std::copy_n(row - stride_, part_.width, row);
+    }
 }
 
 // Calls `use` with the free spans within one, and takes them.

@@ -45,6 +45,7 @@ struct Frame {
     Argb background;
     BoxTables* boxes;
     int coarser;                                      ///< levels above the right one, to save memory
+    bool is_draft;                                    ///< odd rows of a block repeat those above them
     std::vector<std::unique_ptr<FrameChart>> charts;  ///< uppermost first
 };
 
@@ -79,6 +80,8 @@ private:
                    Argb* dest) const;
     [[nodiscard]] std::optional<Source> source_of(const GridCell& cell);
     [[nodiscard]] std::optional<Source> source_at(const GridCell& cell, int level, bool wanted);
+    [[nodiscard]] bool is_drawn(int y) const { return !frame_.is_draft || y % 2 == 0 || y == part_.y; }
+    void repeat_rows();
     [[nodiscard]] bool has_free(int y, RowSpan span) const;
     template <class Use>
     void for_free(int y, RowSpan span, Use use);

@@ -94,9 +94,10 @@ public:
                             std::clamp(options.workers, 1, kMostThreads) >
                         static_cast<int>(std::thread::hardware_concurrency())) {}
 
-    Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+    Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap,
+                bool is_draft) {
         for (;;) {
-            Result result = draw_at(view, scheme, background, bitmap);
+            Result result = draw_at(view, scheme, background, bitmap, is_draft);
             if (!store.is_too_small() || coarser_ >= kMostCoarser) return result;
             ++coarser_;
             is_frame_known_ = false;
@@ -115,7 +116,7 @@ public:
         const std::size_t patience = 3 * choice.charts.size() + 10;
         for (std::size_t failures = 0; !parts.empty() && failures < patience; ++failures) {
             store.begin();
-            const Frame frame = frame_of(choice, plane, scheme, background, 0);
+            const Frame frame = frame_of(choice, plane, scheme, background, 0, false);
             const std::size_t before = parts.size();
             const std::vector<Incomplete> rest = paint(frame, parts, bitmap);
             parts.clear();
@@ -126,7 +127,7 @@ public:
             if (parts.size() < before) failures = 0;
             if (!parts.empty()) store.wait();
         }
-        return {parts.empty(), in_order(choice, shown)};
+        return {parts.empty(), false, in_order(choice, shown)};
     }
 
     std::optional<Hit> at(const MapView& view, ScreenPixel pixel) {
@@ -155,7 +156,8 @@ public:
     ChartStore store;
 
 private:
-    Result draw_at(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+    Result draw_at(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap,
+                   bool is_draft) {
         set_size(view, bitmap);
         ChartChoice choice = choose_charts(*catalogue, view, readable_);
         readable_ = std::move(choice.readable);
@@ -167,12 +169,13 @@ private:
             coarser_ = plane_ && plane_->is_same(plane) ? coarser_ : 0;
             shown_.clear();
         }
+        is_draft = is_draft && !(plane_ && plane_->is_same(plane));
         std::vector<BlockPart> parts =
             is_known ? parts_after_pan(plane, bitmap) : parts_of(plane, {0, 0, width_, height_});
         std::vector<Incomplete> incomplete = is_known ? std::move(incomplete_) : std::vector<Incomplete>();
         is_frame_known_ = false;
         store.begin();
-        const Frame frame = frame_of(choice, plane, scheme, background, coarser_);
+        const Frame frame = frame_of(choice, plane, scheme, background, coarser_, is_draft);
         add_more(plane, incomplete, parts);
         // Has those compared with their files that the new parts do not need.
         for (const auto& chart : frame.charts) {
@@ -187,8 +190,8 @@ private:
         background_ = background;
         changes_ = changes;
         incomplete_ = std::move(incomplete);
-        is_frame_known_ = store.changes() == changes;
-        return {is_frame_known_ && incomplete_.empty(), in_order(choice, shown_)};
+        is_frame_known_ = !is_draft && store.changes() == changes;
+        return {is_frame_known_ && incomplete_.empty(), is_draft, in_order(choice, shown_)};
     }
 
     void set_size(const MapView& view, const Bitmap& bitmap) {
@@ -203,8 +206,8 @@ private:
     }
 
     Frame frame_of(const ChartChoice& choice, const ScreenPlane& plane, ColourScheme scheme, Argb background,
-                   int coarser) {
-        Frame frame{plane, SchemeTable(scheme), background, &boxes_, coarser, {}};
+                   int coarser, bool is_draft) {
+        Frame frame{plane, SchemeTable(scheme), background, &boxes_, coarser, is_draft, {}};
         for (const ChosenChart& chart : choice.charts)
             frame.charts.push_back(std::make_unique<FrameChart>(chart, file_of(chart, coarser)));
         return frame;
@@ -277,26 +280,32 @@ private:
         incomplete = std::move(waiting);
     }
 
-    // Returns the parts that are not complete. A part is copied to the bitmap while it is in the cache.
+    // Returns the parts that are not complete. A part is copied to the bitmap while it is in the cache. A
+    // draft is not kept, and is drawn into the bitmap if its rows are aligned.
     std::vector<Incomplete> paint(const Frame& frame, const std::vector<BlockPart>& parts,
                                   const Bitmap& bitmap) {
         std::vector<char> is_complete(parts.size(), 0);
         std::vector<std::vector<ChartStore::Missing>> missing(parts.size());
+        auto* const upper_left = static_cast<unsigned char*>(bitmap.pixels);
+        const bool is_direct = frame.is_draft && bitmap.stride % std::ptrdiff_t{sizeof(Argb)} == 0 &&
+                               reinterpret_cast<std::uintptr_t>(upper_left) % alignof(Argb) == 0;
+        Argb* const origin = is_direct ? reinterpret_cast<Argb*>(upper_left) : pixels_.data();
+        const std::ptrdiff_t stride = is_direct ? bitmap.stride / std::ptrdiff_t{sizeof(Argb)} : width_;
         const std::function<void(int)> paint_part = [&](int i) {
             const auto index = static_cast<std::size_t>(i);
             const BlockPart& part = parts[index];
             const int x = static_cast<int>(part.left + part.x - frame.plane.left());
             const int y = static_cast<int>(part.top + part.y - frame.plane.top());
-            Argb* const pixels = row_of(y) + x;
+            Argb* const pixels = origin + y * stride + x;
             try {
                 BlockPainter painter(frame, store);
-                is_complete[index] = painter.paint(part, pixels, width_) ? 1 : 0;
+                is_complete[index] = painter.paint(part, pixels, stride) ? 1 : 0;
                 missing[index] = std::move(painter.missing());
             } catch (const std::bad_alloc&) {
                 for (int row = 0; row < part.height; ++row)
-                    std::fill_n(pixels + std::ptrdiff_t{row} * width_, part.width, frame.background);
+                    std::fill_n(pixels + row * stride, part.width, frame.background);
             }
-            for (int row = 0; row < part.height; ++row)
+            for (int row = 0; !is_direct && row < part.height; ++row)
                 copy_row(bitmap, x, y + row, part.width);
         };
         if (shares_cores_) store.pause();
@@ -362,7 +371,12 @@ void Quilt::set_catalogue(std::shared_ptr<const Catalogue> catalogue) {
 }
 
 Quilt::Result Quilt::draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap) {
-    return impl_->draw(view, scheme, background, bitmap);
+    return impl_->draw(view, scheme, background, bitmap, false);
+}
+
+Quilt::Result Quilt::draw_draft(const MapView& view, ColourScheme scheme, Argb background,
+                                const Bitmap& bitmap) {
+    return impl_->draw(view, scheme, background, bitmap, true);
 }
 
 Quilt::Result Quilt::draw_complete(const MapView& view, ColourScheme scheme, Argb background,

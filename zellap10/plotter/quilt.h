@@ -53,6 +53,8 @@ public:
         /// False if some chart data is not decoded yet. Its place shows coarser data, other charts or the
         /// background.
         bool complete = false;
+        /// Whether rows of pixels repeat, see draw_draft.
+        bool draft = false;
         /// The charts that the view shows, uppermost first.
         std::vector<const CatalogueEntry*> charts;
     };
@@ -95,6 +97,12 @@ public:
     /// @param background  drawn unchanged where there is no chart
     /// @param bitmap      receives every pixel of the view
     Result draw(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap);
+
+    /// The same in about half of the time, for a view that turns or changes its scale: each second row of
+    /// pixels repeats the one above it. Such a draft counts as incomplete. If the view is the last one, or
+    /// moved_by has moved that by whole screen pixels, the pixels are those of `draw`: when the view comes to
+    /// rest, draw it once more.
+    Result draw_draft(const MapView& view, ColourScheme scheme, Argb background, const Bitmap& bitmap);
 
     /// Waits until all is decoded, and draws it. The pixels depend on nothing but the view and the files: a
     /// web tile has the pixels of the same area of a larger view at the same zoom.
