@@ -57,14 +57,15 @@ std::string presentable(const std::string& text) {
     return out;
 }
 
-Painter::Painter(const Bitmap& bitmap, double scale)
+Painter::Painter(const Bitmap& bitmap, double scale, bool soft)
     : surface_(
           cairo_image_surface_create_for_data(static_cast<unsigned char*>(bitmap.pixels), CAIRO_FORMAT_RGB24,
                                               bitmap.width, bitmap.height, static_cast<int>(bitmap.stride)),
           cairo_surface_destroy),
       cairo_(cairo_create(surface_.get()), cairo_destroy),
       size_{bitmap.width, bitmap.height},
-      scale_(scale) {
+      scale_(scale),
+      soft_(soft) {
     cairo_set_line_join(cairo_.get(), CAIRO_LINE_JOIN_ROUND);
     cairo_set_line_cap(cairo_.get(), CAIRO_LINE_CAP_ROUND);
     cairo_save(cairo_.get());
@@ -87,7 +88,7 @@ void Painter::stroke(const Pen& pen) {
     set_colour(pen.colour);
     cairo_set_line_width(cairo_.get(), pen.width * scale_);
     cairo_set_dash(cairo_.get(), &dash, dash > 0 ? 1 : 0, 0);
-    cairo_set_antialias(cairo_.get(), pen.soft ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+    cairo_set_antialias(cairo_.get(), pen.soft && soft_ ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
     cairo_stroke(cairo_.get());
     cairo_set_antialias(cairo_.get(), CAIRO_ANTIALIAS_DEFAULT);
 }

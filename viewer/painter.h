@@ -48,9 +48,11 @@ class Painter {
 public:
     /// @param bitmap  must outlive the painter; its address and stride are multiples of 4
     /// @param scale   of a screen with small pixels, 1 or more
-    explicit Painter(const Bitmap& bitmap, double scale = 1);
+    /// @param soft    false for hard edges of lines whatever their pen
+    explicit Painter(const Bitmap& bitmap, double scale = 1, bool soft = true);
 
     double scale() const { return scale_; }
+    bool is_soft() const { return soft_; }
 
     void line(const std::vector<ScreenPixel>& pixels, const Pen& pen);
     void polygon(const std::vector<ScreenPixel>& corners, Argb colour, const Pen& edge);
@@ -95,6 +97,7 @@ private:
     std::unique_ptr<cairo_t, void (*)(cairo_t*)> cairo_;
     ScreenSize size_;
     double scale_;
+    bool soft_;
     std::vector<Label> labels_;
     std::vector<Box> taken_;
 };

@@ -73,6 +73,7 @@ std::vector<std::string> ship_lines(const Track& track, const std::vector<Waypoi
 
 void draw_track(Painter& painter, const Scene& scene, const std::vector<Track::Point>& points) {
     const Box visible = scene.box.grown(10);
+    const double least = kTrackStep * (painter.is_soft() ? 1 : 3);
     std::vector<std::vector<ScreenPixel>> lines;
     std::size_t count = 0;
     bool goes_on = false;
@@ -81,7 +82,7 @@ void draw_track(Painter& painter, const Scene& scene, const std::vector<Track::P
         const auto pixel = scene.to_screen(point.position);
         const bool joins = pixel && last && !point.starts_line;
         const double step = joins ? apart(*last, *pixel) : 0;
-        if (joins && step < kTrackStep && &point != &points.back()) continue;
+        if (joins && step < least && &point != &points.back()) continue;
         const bool shows = joins && step < scene.turn_pixels / 2 && part_inside(visible, *last, *pixel);
         if (shows && !goes_on) lines.push_back({*last});
         if (shows) lines.back().push_back(*pixel);

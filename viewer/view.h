@@ -78,8 +78,9 @@ public:
     /// Whether the last picture drawn was complete.
     bool is_complete() const { return complete_; }
 
-    /// Whether the view changes with time alone: the age of a fix.
-    bool shows_time() const { return receiver_ != nullptr; }
+    /// The milliseconds after which to draw again if nothing happens: for the age of a fix, or to draw a
+    /// chart in full that has turned or changed its scale. Empty if the picture stays the same.
+    std::optional<int> redraw_ms() const;
 
     /// Ends. A route that is not saved is saved under a new name.
     void quit();
@@ -189,6 +190,7 @@ private:
     std::string save_path_;  // of a picture that is due
     std::string save_failure_;
     bool complete_ = false;
+    bool draft_ = false;
     bool over_ = false;
 
     ChartLister lister_;

@@ -57,16 +57,18 @@ void View::draw(const Bitmap& bitmap) {
     look_for_charts();
     look_for_fixes();
     const Theme& theme = theme_for(scheme_);
+    draft_ = false;
     Bitmap chart_part = bitmap;
     chart_part.height = map_.size().height;
     if (sheet_) {
         complete_ = sheet_->draw(scheme_, theme.background, chart_part);
     } else {
-        auto result = quilt_.draw(map_, scheme_, theme.background, chart_part);
+        auto result = quilt_.draw_draft(map_, scheme_, theme.background, chart_part);
         complete_ = result.complete && list_.complete;
+        draft_ = result.draft;
         shown_ = std::move(result.charts);
     }
-    Painter painter(bitmap, scale_);
+    Painter painter(bitmap, scale_, !draft_);
     painter.clip_to(map_scene(map_, theme).box);
     if (sheet_) {
         draw_sheet_lines(painter);
@@ -78,6 +80,13 @@ void View::draw(const Bitmap& bitmap) {
     painter.end_clips();
     draw_texts(painter);
     if (complete_ && !save_path_.empty()) save_picture(painter);
+}
+
+std::optional<int> View::redraw_ms() const {
+    constexpr int kRest = 60;
+    constexpr int kSecond = 1000;
+    if (draft_) return kRest;
+    return receiver_ ? std::optional(kSecond) : std::nullopt;
 }
 
 // The picture is saved as it is, without the message about that.

@@ -110,14 +110,14 @@ void Window::wait_for_next_frame() {
 }
 
 void Window::run(View& view, Script& script) {
-    constexpr int kSecond = 1000;
     fit(view);
     while (!view.is_over()) {
         show(view);
         script.go_on(view);
         SDL_Event event{};
-        const int came = view.shows_time() ? SDL_WaitEventTimeout(&event, kSecond) : SDL_WaitEvent(&event);
-        if (came == 0 && !view.shows_time()) throw std::runtime_error(SDL_GetError());
+        const auto timeout = view.redraw_ms();
+        const int came = timeout ? SDL_WaitEventTimeout(&event, *timeout) : SDL_WaitEvent(&event);
+        if (came == 0 && !timeout) throw std::runtime_error(SDL_GetError());
         if (came == 0) continue;
         wait_for_next_frame();
         do
