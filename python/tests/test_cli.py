@@ -90,8 +90,3 @@ def test_names_may_have_any_bytes(samples, tmp_path):
     out = folder + b"/out.mbtiles"
     tiles = subprocess.run([*command, "tiles", folder, out, "--zoom", "5"], capture_output=True)
     assert tiles.returncode == 0 and b"not shown" not in tiles.stderr, tiles.stderr
-
-
-def test_the_module_is_the_command():
-    run = subprocess.run([sys.executable, "-m", "zellap10", "--version"], capture_output=True, text=True)
-    assert run.returncode == 0 and run.stdout[0].isdigit()

@@ -14,19 +14,6 @@ namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
 
-TEST(RefPoint, IsZeroAtFirst) {
-    const CRefPoint point;
-    EXPECT_STREQ(point.Name, "");
-    EXPECT_EQ(std::abs(point.X) + std::abs(point.Y) + point.Longitude + point.Latitude, 0.0);
-}
-
-TEST(GeoRecord, HasNoAreaAtFirst) {
-    const CGEORec record;
-    for (const double degrees :
-         {record.MinLat, record.MeanLat, record.MaxLat, record.MinLon, record.MeanLon, record.MaxLon})
-        EXPECT_EQ(degrees, 0.0);
-}
-
 struct WrapRow {
     const char* name;
     std::vector<PointRow> points;

@@ -29,8 +29,8 @@ TEST(Program, PassesMouseAndKeysToTheView) {
     const std::string chart = TestChart{}.write(screen.folder, "chart");
     const std::string script = screen.folder.write("script",
                                                    "key Keypad +\nkey R\n"
-                                                   "left down 300 200\nleft up 300 200\n"
-                                                   "left down 400 300\nmove 350 280\nleft up 350 280\n"
+                                                   "left down 300 200\nleft up 300 200\nleft down 400 300\n"
+                                                   "move 350 280\nleft up 350 280\n"
                                                    "left down 200 150\nleft up 200 150\n"
                                                    "right down 200 150\nright up 200 150\n"
                                                    "key J\ntype 49 36N 1 12W\nkey Return\n"

@@ -401,18 +401,6 @@ TEST(View, ClosesAtOnceWhateverIsAtWork) {
     }
 }
 
-TEST(BackgroundTask, EndsTogetherWithOthers) {
-    const auto sleep = [](FixFeed&) { std::this_thread::sleep_for(std::chrono::seconds(1)); };
-    std::vector<std::unique_ptr<FixSource>> sources;
-    for (int i = 0; i < 4; ++i)
-        sources.push_back(std::make_unique<FixSource>(sleep, nullptr));
-    const auto start = std::chrono::steady_clock::now();
-    for (const auto& source : sources)
-        source->stop();
-    sources.clear();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
-}
-
 TEST(View, ListsAFolderWhileItIsShown) {
     Screen screen;
     constexpr int kFiles = 4000;  // a list at quadratic cost took 7 s
