@@ -46,7 +46,8 @@ std::error_code write_file(const std::string& path, std::string_view bytes) {
 }  // namespace
 
 std::string user_folder(const std::string& key, const std::string& name) {
-    const std::string home = environment("HOME");
+    std::string home = environment("HOME");
+    if (home.empty()) home = environment("USERPROFILE");  // of Windows
     if (home.empty()) return ".";
     std::string config = environment("XDG_CONFIG_HOME");
     if (config.empty()) config = home + "/.config";

@@ -63,8 +63,10 @@ def _in_words(georeference: Facts | None) -> str:
     if georeference is None or not georeference["outline"]:
         return "no georeference"
     latitudes, longitudes = zip(*georeference["outline"])
+    west = (min(longitudes) + 180) % 360 - 180  # more than the east across the 180th meridian
+    east = 180 - (180 - max(longitudes)) % 360
     metres = georeference["metres_per_pixel"]
     return (
-        f"latitude {min(latitudes):.4f} to {max(latitudes):.4f}, longitude {min(longitudes):.4f} to "
-        f"{max(longitudes):.4f}" + (f", {metres:.1f} metres per pixel" if metres else "")
+        f"latitude {min(latitudes):.4f} to {max(latitudes):.4f}, longitude {west:.4f} to {east:.4f}"
+        + (f", {metres:.1f} metres per pixel" if metres else "")
     )
