@@ -65,19 +65,19 @@ void View::press_key(const std::string& name) {
 
 std::vector<std::string> help_lines() {
     return {
-        "drag, arrow keys      move                  R            start and end route mode, in which",
-        "wheel, + and -        zoom                    click        adds a waypoint",
-        "Shift and drag, , .   turn                    drag         moves it; on a leg, inserts one",
-        "U, C                  north up, course up     right click  deletes it",
-        "F                     follow the ship       Backspace    undo a change of the route",
-        "Home                  show everything       Delete       clear the route",
-        "N, P                  chart of this place   L, S         load and save the route (GPX)",
+        "drag, arrow keys      move                   R            start and end route mode, in which",
+        "wheel, + and -        zoom                     click        adds a waypoint",
+        "Shift and drag, , .   turn                     drag         moves it; on a leg, inserts one",
+        "U, C                  north up, course up      right click  deletes it",
+        "F                     follow the ship        Backspace    undo a change of the route",
+        "Home                  show everything        Delete       clear the route",
+        "N, P                  chart of this place    L, S         load and save the route (GPX)",
         "                      with more, less detail W            sail to the next waypoint",
-        "V                     chart as printed      G            grid",
-        "O                     hidden charts         T            reference points (as printed)",
-        "J                     go to a position      D            day, dusk, night",
-        "H, F1                 this help             I            save a picture (PNG)",
-        "Escape                close messages        Q            quit",
+        "V                     chart as printed       G            grid",
+        "O                     hidden charts          T            reference points (as printed)",
+        "J                     go to a position       D            day, dusk, night",
+        "H, F1                 this help              I            save a picture (PNG)",
+        "Escape                close messages         Q            quit",
     };
 }
 
