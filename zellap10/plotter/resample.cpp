@@ -177,6 +177,7 @@ void resample_turned(const Raster& raster, const BoxRow& boxes, const BoxWeights
         for (std::ptrdiff_t i = start; i < start + kLoop; ++i)
             means[i] = static_cast<unsigned char>(sums[i] >> 8);
     }
+    // cppcheck-suppress uninitvar ; count is at least 1
     std::memcpy(dest, means, static_cast<std::size_t>(count) * kChannels);
 }
 
@@ -256,6 +257,7 @@ void resample(const Argb* raster, std::ptrdiff_t stride, const BoxRow& boxes, co
     }
     alignas(32) unsigned char means[kMostChannels];
     (bilinear ? resample_level<2> : resample_level<3>)(bytes, boxes, across, down, means);
+    // cppcheck-suppress uninitvar ; count is at least 1
     std::memcpy(pixels, means, static_cast<std::size_t>(boxes.count) * kChannels);
 }
 
