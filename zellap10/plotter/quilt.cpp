@@ -163,13 +163,14 @@ private:
         readable_ = std::move(choice.readable);
         const ScreenPlane plane(view);
         const std::uint64_t changes = store.changes();
-        const bool is_known = is_frame_known_ && plane_->is_same(plane) && scheme == scheme_ &&
+        const bool is_same_plane = plane_ && plane_->is_same(plane);
+        const bool is_known = is_frame_known_ && is_same_plane && scheme == scheme_ &&
                               background == background_ && changes == changes_;
         if (!is_known) {
-            coarser_ = plane_ && plane_->is_same(plane) ? coarser_ : 0;
+            coarser_ = is_same_plane ? coarser_ : 0;
             shown_.clear();
         }
-        is_draft = is_draft && !(plane_ && plane_->is_same(plane));
+        is_draft = is_draft && !is_same_plane;
         std::vector<BlockPart> parts =
             is_known ? parts_after_pan(plane, bitmap) : parts_of(plane, {0, 0, width_, height_});
         std::vector<Incomplete> incomplete = is_known ? std::move(incomplete_) : std::vector<Incomplete>();
