@@ -84,6 +84,21 @@ struct Raster {
     std::ptrdiff_t stride;  // bytes
 };
 
+// Calls with the number of each box, its upper left corner, and the raster pixel in which that lies.
+template <class Use>
+void for_each_box(const Raster& raster, const BoxRow& boxes, Use use) {
+    std::int32_t left = boxes.left;
+    std::int32_t top = boxes.top;
+    const std::int32_t left_step = boxes.left_step;
+    const std::int32_t top_step = boxes.top_step;
+    const std::ptrdiff_t count = boxes.count;
+    for (std::ptrdiff_t i = 0; i < count; ++i, left += left_step, top += top_step) {
+        use(i, left, top,
+            raster.bytes + (top >> kFractionBits) * raster.stride +
+                std::ptrdiff_t{left >> kFractionBits} * kChannels);
+    }
+}
+
 // The mean of each byte of two words, by their weights in 256.
 std::uint16_t mean_of(std::uint16_t a, std::uint16_t b, std::uint16_t weight_of_b) {
     const int weight = weight_of_b;
@@ -100,24 +115,20 @@ void resample_bilinear(const Raster& raster, const BoxRow& boxes, unsigned char*
     constexpr int kLoopWords = kLoop / 2;
     using Words = std::uint16_t[kMostResampled * kWords];
     alignas(32) Words upper_left, upper_right, lower_left, lower_right, across, down, means;
-    std::int32_t left = boxes.left;
-    std::int32_t top = boxes.top;
-    const std::int32_t left_step = boxes.left_step;
-    const std::int32_t top_step = boxes.top_step;
     const std::ptrdiff_t count = boxes.count;
-    for (std::ptrdiff_t i = 0; i < count; ++i, left += left_step, top += top_step) {
-        const unsigned char* const upper = raster.bytes + (top >> kFractionBits) * raster.stride +
-                                           std::ptrdiff_t{left >> kFractionBits} * kChannels;
-        const unsigned char* const lower = upper + raster.stride;
-        std::memcpy(upper_left + i * kWords, upper, kChannels);
-        std::memcpy(upper_right + i * kWords, upper + kChannels, kChannels);
-        std::memcpy(lower_left + i * kWords, lower, kChannels);
-        std::memcpy(lower_right + i * kWords, lower + kChannels, kChannels);
-        const std::uint32_t right_share = (static_cast<std::uint32_t>(left) >> 8 & 0xFF) * 0x10001;
-        const std::uint32_t lower_share = (static_cast<std::uint32_t>(top) >> 8 & 0xFF) * 0x10001;
-        std::memcpy(across + i * kWords, &right_share, sizeof right_share);
-        std::memcpy(down + i * kWords, &lower_share, sizeof lower_share);
-    }
+    for_each_box(
+        raster, boxes,
+        [&](std::ptrdiff_t i, std::int32_t left, std::int32_t top, const unsigned char* upper) {
+            const unsigned char* const lower = upper + raster.stride;
+            std::memcpy(upper_left + i * kWords, upper, kChannels);
+            std::memcpy(upper_right + i * kWords, upper + kChannels, kChannels);
+            std::memcpy(lower_left + i * kWords, lower, kChannels);
+            std::memcpy(lower_right + i * kWords, lower + kChannels, kChannels);
+            const std::uint32_t right_share = (static_cast<std::uint32_t>(left) >> 8 & 0xFF) * 0x10001;
+            const std::uint32_t lower_share = (static_cast<std::uint32_t>(top) >> 8 & 0xFF) * 0x10001;
+            std::memcpy(across + i * kWords, &right_share, sizeof right_share);
+            std::memcpy(down + i * kWords, &lower_share, sizeof lower_share);
+        });
     const std::ptrdiff_t padded_count = padded(boxes.count * kChannels) / kChannels;
     for (std::uint16_t* const words : {upper_left, upper_right, lower_left, lower_right, across, down})
         std::fill(words + count * kWords, words + padded_count * kWords, std::uint16_t{0});
@@ -146,32 +157,28 @@ void resample_turned(const Raster& raster, const BoxRow& boxes, const BoxWeights
     constexpr int kColumns = 4;
     alignas(32) std::uint16_t sums[kMostChannels];
     alignas(32) unsigned char means[kMostChannels];
-    std::int32_t left = boxes.left;
-    std::int32_t top = boxes.top;
-    const std::int32_t left_step = boxes.left_step;
-    const std::int32_t top_step = boxes.top_step;
     const std::ptrdiff_t count = boxes.count;
-    for (std::ptrdiff_t i = 0; i < count; ++i, left += left_step, top += top_step) {
-        const unsigned char* const upper = raster.bytes + (top >> kFractionBits) * raster.stride +
-                                           std::ptrdiff_t{left >> kFractionBits} * kChannels;
-        const unsigned char* const middle = upper + raster.stride;
-        const unsigned char* const lower = middle + raster.stride;
-        const BoxWeights::Lanes* const rows = down.at(top);
-        const BoxWeights::Lanes* const columns = across.at(left);
-        alignas(16) std::uint16_t blended[kColumns * kChannels];
-        for (int start = 0; start < kColumns * kChannels; start += kLanes) {
-            for (int k = 0; k < kLanes; ++k) {
-                const auto sum = static_cast<std::uint16_t>(upper[start + k] * rows[0][k] +
-                                                            middle[start + k] * rows[1][k] +
-                                                            lower[start + k] * rows[2][k] + 128);
-                blended[start + k] = static_cast<std::uint16_t>(sum >> 8);
-            }
-        }
-        const std::uint64_t sum = four_lanes(blended) * columns[0][0] +
-                                  four_lanes(blended + kChannels) * columns[1][0] +
-                                  four_lanes(blended + kChannels + kChannels) * columns[2][0] + kHalves;
-        std::memcpy(sums + i * kChannels, &sum, sizeof sum);
-    }
+    for_each_box(raster, boxes,
+                 [&](std::ptrdiff_t i, std::int32_t left, std::int32_t top, const unsigned char* upper) {
+                     const unsigned char* const middle = upper + raster.stride;
+                     const unsigned char* const lower = middle + raster.stride;
+                     const BoxWeights::Lanes* const rows = down.at(top);
+                     const BoxWeights::Lanes* const columns = across.at(left);
+                     alignas(16) std::uint16_t blended[kColumns * kChannels];
+                     for (int start = 0; start < kColumns * kChannels; start += kLanes) {
+                         for (int k = 0; k < kLanes; ++k) {
+                             const auto sum = static_cast<std::uint16_t>(upper[start + k] * rows[0][k] +
+                                                                         middle[start + k] * rows[1][k] +
+                                                                         lower[start + k] * rows[2][k] + 128);
+                             blended[start + k] = static_cast<std::uint16_t>(sum >> 8);
+                         }
+                     }
+                     const std::uint64_t sum = four_lanes(blended) * columns[0][0] +
+                                               four_lanes(blended + kChannels) * columns[1][0] +
+                                               four_lanes(blended + kChannels + kChannels) * columns[2][0] +
+                                               kHalves;
+                     std::memcpy(sums + i * kChannels, &sum, sizeof sum);
+                 });
     std::fill(sums + count * kChannels, sums + padded(boxes.count * kChannels), std::uint16_t{0});
     for (std::ptrdiff_t start = 0; start < count * kChannels; start += kLoop) {
         for (std::ptrdiff_t i = start; i < start + kLoop; ++i)
