@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
-#include <viewer/waypoint.h>
+#include <zellap10/plotter/route.h>
 
 namespace viewer {
+
+using namespace zellap10::plotter;
 
 struct LoadedGpx {
     std::vector<Waypoint> waypoints;  ///< of the first route

@@ -5,9 +5,11 @@
 #include <optional>
 #include <vector>
 
-#include <viewer/waypoint.h>
+#include <zellap10/plotter/route.h>
 
 namespace viewer {
+
+using namespace zellap10::plotter;
 
 /// A route that is edited, with undo. An index or leg outside the route changes nothing.
 class RouteEdit {

@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {

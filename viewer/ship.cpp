@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include <viewer/progress.h>
+#include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {

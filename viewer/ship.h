@@ -5,8 +5,8 @@
 
 #include <viewer/painter.h>
 #include <viewer/scene.h>
-#include <viewer/track.h>
-#include <viewer/waypoint.h>
+#include <zellap10/plotter/route.h>
+#include <zellap10/plotter/track.h>
 
 namespace viewer {
 

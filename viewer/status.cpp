@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include <zellap10/plotter/route.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {

@@ -6,7 +6,7 @@
 
 #include <viewer/painter.h>
 #include <viewer/scene.h>
-#include <viewer/waypoint.h>
+#include <zellap10/plotter/route.h>
 
 namespace viewer {
 

@@ -13,10 +13,10 @@
 #include <viewer/route_edit.h>
 #include <viewer/scene.h>
 #include <viewer/status.h>
-#include <viewer/track.h>
 #include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/map_view.h>
 #include <zellap10/plotter/quilt.h>
+#include <zellap10/plotter/track.h>
 
 namespace viewer {
 

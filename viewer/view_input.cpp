@@ -8,12 +8,12 @@
 
 #include <viewer/files.h>
 #include <viewer/gpx.h>
-#include <viewer/progress.h>
 #include <viewer/route_lines.h>
 #include <viewer/view.h>
 #include <zellap10/platform/angle.h>
 #include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/parse_position.h>
+#include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/text.h>
 
 namespace viewer {

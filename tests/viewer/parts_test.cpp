@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,7 +9,7 @@
 
 #include <viewer/grid.h>
 #include <viewer/painter.h>
-#include <viewer/progress.h>
+#include <viewer/route_edit.h>
 #include <viewer/scale_bar.h>
 #include <viewer/ship.h>
 #include <viewer/status.h>
@@ -87,14 +88,47 @@ TEST(ShipLines, NameTheWayToTheWaypointAndALostFix) {
     EXPECT_EQ(ship_lines(Track(), route, 1, start), Lines{"NO FIX YET"});
 }
 
-TEST(Progress, PassesAWaypointNearItOrAbeam) {
-    const std::vector<Waypoint> route{{{50, -2}, ""}, {{50, -1}, ""}, {{51, -1}, ""}};
-    EXPECT_EQ(advance_waypoint({50, -1.01}, route, 1), 1u);
-    EXPECT_EQ(advance_waypoint({50, -1.001}, route, 1), 2u);
-    EXPECT_EQ(advance_waypoint({50.01, -0.995}, route, 1), 2u) << "abeam";
-    EXPECT_EQ(advance_waypoint({50.1, -0.995}, route, 1), 1u) << "abeam, far off";
-    EXPECT_EQ(advance_waypoint({51, -1}, route, 2), 2u) << "the last one";
-    EXPECT_FALSE(progress_to({{}, {50, -1.2}, 6.0, 270.0, {}}, route, 1).time) << "sailing away";
+std::string names_of(const RouteEdit& route) {
+    std::string names;
+    for (const Waypoint& waypoint : route.waypoints())
+        names += waypoint.name + std::to_string(std::lround(waypoint.position.latitude));
+    return names;
+}
+
+TEST(RouteEdit, TakesEachChangeBack) {
+    RouteEdit route;
+    std::vector<std::string> states;
+    const auto did = [&](const char* expected) {
+        EXPECT_EQ(names_of(route), expected);
+        states.push_back(names_of(route));
+    };
+    did("");
+    route.add({{1, 0}, "a"}), did("a1");
+    route.add({{2, 0}, "b"}), did("a1b2");
+    route.insert(0, {{3, 0}, "c"}), did("a1c3b2");
+    route.begin_drag(1), route.drag_to({4, 0}), route.drag_to({5, 0}), route.end_drag(), did("a1c5b2");
+    route.insert(1, {{6, 0}, "d"}), route.drag_to({7, 0}), route.end_drag(), did("a1c5d7b2");
+    route.remove(2), did("a1c5b2");
+    route.remove(0), did("c5b2");
+    route.clear(), did("");
+    route.replace({{{6, 0}, "d"}}), did("d6");
+    // None of these is a change.
+    route.insert(0, {}), route.remove(1), route.begin_drag(1), route.drag_to({});
+    for (states.pop_back(); !states.empty(); states.pop_back()) {
+        EXPECT_TRUE(route.undo());
+        EXPECT_EQ(names_of(route), states.back());
+    }
+    EXPECT_FALSE(route.undo());
+
+    // Another change ends a drag.
+    route.add({{1, 0}, "a"});
+    route.begin_drag(0);
+    route.drag_to({2, 0});
+    route.clear();
+    route.drag_to({3, 0});
+    EXPECT_TRUE(route.waypoints().empty());
+    EXPECT_TRUE(route.undo());
+    EXPECT_EQ(names_of(route), "a2");
 }
 
 TEST(Steps, AreRoundNumbers) {

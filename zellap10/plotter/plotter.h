@@ -14,8 +14,10 @@
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/pixel_outline.h>
 #include <zellap10/plotter/position.h>
+#include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/quilt.h>
 #include <zellap10/plotter/route.h>
 #include <zellap10/plotter/sheet.h>
 #include <zellap10/plotter/text.h>
+#include <zellap10/plotter/track.h>
 #include <zellap10/plotter/viewport.h>

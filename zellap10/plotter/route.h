@@ -10,11 +10,18 @@
 /// parts, which are 102765.6 at the north pole and minus infinity at the south pole.
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include <zellap10/plotter/position.h>
 
 namespace zellap10::plotter {
+
+/// A named position of a route.
+struct Waypoint {
+    Position position;
+    std::string name;  ///< UTF-8; may be empty
+};
 
 /// From a waypoint to the next.
 struct Leg {

@@ -1,10 +1,10 @@
-#include "viewer/track.h"
+#include "zellap10/plotter/track.h"
 
 #include <cmath>
 
 #include <zellap10/navigation/dead_reckoning.h>
 
-namespace viewer {
+namespace zellap10::plotter {
 
 void Track::add(const Fix& fix, Clock::time_point now) {
     const bool starts_line = is_lost(now);
@@ -19,8 +19,8 @@ void Track::add(const Fix& fix, Clock::time_point now) {
     points_.push_back({fix.position, starts_line});
 }
 
-bool Track::is_lost(Clock::time_point now) const {
-    return !last_fix_ || now - received_ > kLostAfter;
+Track::Clock::duration Track::age(Clock::time_point now) const {
+    return last_fix_ ? now - received_ : Clock::duration::max();
 }
 
 // The start of a line is passed on from a point that is discarded to the next one.
@@ -39,11 +39,12 @@ void Track::thin() {
 std::optional<Position> predict(const Fix& fix, double minutes) {
     if (!fix.course || !fix.speed) return std::nullopt;
     Position end = fix.position;
-    const double course = *fix.course < 360.0 ? *fix.course : 0.0;
-    m_advance_d(&end.latitude, &end.longitude, *fix.speed * minutes / 60.0, course);
+    const double turned = std::fmod(*fix.course, 360.0);
+    m_advance_d(&end.latitude, &end.longitude, *fix.speed * minutes / 60.0,
+                turned < 0.0 ? turned + 360.0 : turned);
     if (!(std::fabs(end.latitude) < 90.0) || !std::isfinite(end.longitude)) return std::nullopt;
     end.longitude = std::remainder(end.longitude, 360.0);
     return end;
 }
 
-}  // namespace viewer
+}  // namespace zellap10::plotter

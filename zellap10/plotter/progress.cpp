@@ -1,11 +1,10 @@
-#include "viewer/progress.h"
+#include "zellap10/plotter/progress.h"
 
 #include <cmath>
 
 #include <zellap10/platform/angle.h>
-#include <zellap10/plotter/route.h>
 
-namespace viewer {
+namespace zellap10::plotter {
 
 namespace {
 
@@ -13,7 +12,7 @@ constexpr double kArrivalMiles = 0.05;
 constexpr double kAbeamMiles = 1.0;
 
 double cosine_of(double degrees) {
-    return std::cos(degrees * zellap10::platform::DEG_TO_RAD);
+    return std::cos(degrees * platform::DEG_TO_RAD);
 }
 
 bool has_passed(Position at, const std::vector<Waypoint>& route, std::size_t waypoint) {
@@ -45,4 +44,4 @@ std::size_t advance_waypoint(Position at, const std::vector<Waypoint>& route, st
     return next;
 }
 
-}  // namespace viewer
+}  // namespace zellap10::plotter
