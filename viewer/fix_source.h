@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include <viewer/background_task.h>
+#include <zellap10/plotter/background_task.h>
 #include <zellap10/plotter/nmea.h>
 
 namespace viewer {

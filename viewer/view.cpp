@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
 #include <zellap10/platform/angle.h>
+#include <zellap10/plotter/diagnosis.h>
 #include <zellap10/plotter/text.h>
 #include <zellap10/plotter/web_mercator.h>
 
@@ -208,11 +208,10 @@ void View::step_detail(int step) {
 }
 
 bool View::open_sheet(const std::string& path) {
-    try {
-        sheet_ = std::make_unique<PrintedSheet>(path, options_.on_change);
-    } catch (const std::runtime_error& error) {
-        message_ = short_path(path) + ": " + error.what();
-        sheet_ = nullptr;
+    sheet_ = PrintedSheet::open(path, options_.on_change);
+    if (!sheet_) {
+        const auto diagnosis = diagnose_chart(path);
+        message_ = short_path(path) + ": " + (diagnosis ? diagnosis->text : "It has no pixels.");
         return false;
     }
     sheet_->resize(map_.size());

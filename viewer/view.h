@@ -9,12 +9,12 @@
 #include <viewer/chart_list.h>
 #include <viewer/fix_source.h>
 #include <viewer/painter.h>
-#include <viewer/printed_sheet.h>
 #include <viewer/route_edit.h>
 #include <viewer/scene.h>
 #include <viewer/status.h>
 #include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/map_view.h>
+#include <zellap10/plotter/printed_sheet.h>
 #include <zellap10/plotter/quilt.h>
 #include <zellap10/plotter/track.h>
 

@@ -125,15 +125,15 @@ void View::draw_sheet_lines(Painter& painter) {
         painter.end_clips();
     };
     std::vector<Area> insets;
-    auto record = sheet_->record().Insets.begin();
+    int index = -1;
     for (const auto& inset : sheet_->georeferences().insets()) {
-        const CGEORec* const inset_record = *record++;
+        ++index;
         if (!inset) continue;
         const Box around{viewport.to_screen(inset->pixel_outline().upper_left()),
                          viewport.to_screen(inset->pixel_outline().lower_right())};
         const bool is_large = around.lower_right.x - around.upper_left.x >= kLeastInset * scale_;
         if (is_large && !shared_part(window, around).is_empty())
-            insets.push_back({&*inset, inset_record, on_screen(*inset, viewport)});
+            insets.push_back({&*inset, &sheet_->record(index), on_screen(*inset, viewport)});
     }
     if (const auto& chart = sheet_->georeferences().chart()) {
         const Area area{&*chart, &sheet_->record(), on_screen(*chart, viewport)};
@@ -197,9 +197,7 @@ std::vector<std::string> View::pointer_lines() {
     const auto georeference = sheet_->georeferences().georeference_at(pixel);
     const auto own = georeference ? georeference->chart_datum_position_of(pixel) : std::nullopt;
     std::string below = sheet_->name();
-    auto record = sheet_->record().Insets.begin();
-    std::advance(record, inset.value_or(0));
-    const CGEORec& owner = inset ? **record : sheet_->record();
+    const CGEORec& owner = sheet_->record(inset);
     if (inset) below += ", inset " + std::string(owner.Name);
     const bool differs = owner.LatitudeOffset != 0 || owner.LongitudeOffset != 0;
     if (own && differs)

@@ -14,6 +14,7 @@
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/pixel_outline.h>
 #include <zellap10/plotter/position.h>
+#include <zellap10/plotter/printed_sheet.h>
 #include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/quilt.h>
 #include <zellap10/plotter/route.h>

@@ -1,17 +1,18 @@
-#include "viewer/printed_sheet.h"
+#include "zellap10/plotter/printed_sheet.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <iterator>
-#include <stdexcept>
 #include <utility>
 
-#include <zellap10/plotter/diagnosis.h>
+#include <zellap10/platform/path_text.h>
+#include <zellap10/plotter/background_task.h>
 
-namespace viewer {
+namespace zellap10::plotter {
 
 namespace {
 
@@ -20,25 +21,15 @@ constexpr int kSteps = sizeof kReductions / sizeof kReductions[0];
 constexpr std::chrono::milliseconds kBetweenPictures{16};
 constexpr unsigned char kNoPixel = 255;  // beyond the colour indexes, which have 7 bits
 
-std::shared_ptr<CZellap> open(const std::string& path) {
-    auto chart = std::make_shared<CZellap>();
-    if (chart->OpenZellap(path.c_str(), 0) == 0) {
-        const auto diagnosis = diagnose_chart(path);
-        throw std::runtime_error(diagnosis ? diagnosis->text : "There is not enough memory for it.");
-    }
-    const CSize size = chart->GetDocumentSize();
-    if (size.cx < 1 || size.cy < 1) throw std::runtime_error("It has no pixels.");
-    return chart;
-}
-
 int blocks(int pixels, int reduction) {
     return pixels / reduction + (pixels % reduction > 0);
 }
 
-// The first block of a window that has its middle on the chart.
-int held(double first, int window, int count) {
-    const double half = std::floor(window / 2.0);
-    return static_cast<int>(std::clamp(std::round(first), -half, std::max(count - 1, 0) - half));
+// The first block of a view that has its middle on the chart, also if the wanted one is not finite.
+int held(double wanted, int length, int count) {
+    const double half = std::floor(length / 2.0);
+    const double rounded = std::round(wanted);
+    return static_cast<int>(rounded > -half ? std::min(rounded, count - 1 - half) : -half);
 }
 
 std::size_t area(int width, int height) {
@@ -139,23 +130,43 @@ bool PrintedSheet::Job::draw(const Viewport& viewport, ColourScheme scheme, Argb
     if (!same(viewport, kept_)) follow(viewport);
     auto colours = colours_of(*chart_, scheme);
     colours[kNoPixel] = background;
+    const unsigned char* from = indexes_.data();
     for (int y = 0; y < bitmap.height; ++y) {
-        auto* const to =
-            reinterpret_cast<Argb*>(static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride);
-        const unsigned char* const from = indexes_.data() + area(kept_.width, y);
-        std::transform(from, from + bitmap.width, to, [&](unsigned char index) { return colours[index]; });
+        auto* to = static_cast<unsigned char*>(bitmap.pixels) + y * bitmap.stride;
+        for (int x = 0; x < bitmap.width; ++x, to += sizeof(Argb))
+            std::memcpy(to, &colours[*from++], sizeof(Argb));  // the address may be odd
     }
     return missing_rows_ == 0;
 }
 
-PrintedSheet::PrintedSheet(const std::string& path, std::function<void()> on_change)
+std::unique_ptr<PrintedSheet> PrintedSheet::open(const std::string& path, std::function<void()> on_change) {
+    auto chart = std::make_shared<CZellap>();
+    if (chart->OpenZellap(path.c_str(), 0) == 0) return nullptr;
+    const CSize size = chart->GetDocumentSize();
+    if (size.cx < 1 || size.cy < 1) return nullptr;
+    return std::unique_ptr<PrintedSheet>(new PrintedSheet(path, std::move(chart), std::move(on_change)));
+}
+
+PrintedSheet::PrintedSheet(const std::string& path, std::shared_ptr<CZellap> chart,
+                           std::function<void()> on_change)
     : path_(path),
-      name_(std::filesystem::path(path).filename().string()),
-      chart_(open(path)),
-      georeferences_(*chart_->GetBaseGeoRec(), chart_->GetDocumentSize()),
+      name_(chart->ChartName),
+      chart_(std::move(chart)),
+      insets_(record().Insets.begin(), record().Insets.end()),
+      georeferences_(record(), chart_->GetDocumentSize()),
       job_(std::make_shared<Job>(chart_, std::move(on_change))),
-      task_(job_) {
-    if (chart_->ChartName[0] != '\0') name_ = chart_->ChartName;
+      task_(std::make_unique<BackgroundTask>(job_)) {
+    if (name_.empty()) name_ = platform::text_of(platform::path_of(path).filename());
+}
+
+PrintedSheet::~PrintedSheet() = default;
+
+void PrintedSheet::stop() {
+    task_->stop();
+}
+
+const CGEORec& PrintedSheet::record(std::optional<int> inset) const {
+    return inset ? *insets_[static_cast<std::size_t>(*inset)] : *chart_->GetBaseGeoRec();
 }
 
 bool PrintedSheet::is_damaged() const {
@@ -163,6 +174,7 @@ bool PrintedSheet::is_damaged() const {
 }
 
 bool PrintedSheet::draw(ColourScheme scheme, Argb background, const Bitmap& bitmap) {
+    if (viewport_.width != bitmap.width || viewport_.height != bitmap.height) return false;
     return job_->draw(viewport_, scheme, background, bitmap);
 }
 
@@ -171,7 +183,7 @@ ScreenSize PrintedSheet::size() const {
     return {size.cx, size.cy};
 }
 
-// Shows a pixel of the chart at a place of the window, at one of the reductions.
+// Shows a pixel of the chart at a place of the view, at one of the reductions.
 void PrintedSheet::put(ChartPixel pixel, int step, ScreenPixel at) {
     step_ = std::clamp(step, 0, kSteps - 1);
     viewport_.reduction = kReductions[step_];
@@ -182,10 +194,10 @@ void PrintedSheet::put(ChartPixel pixel, int step, ScreenPixel at) {
         held(viewport_.row + now.y - at.y, viewport_.height, blocks(size().height, viewport_.reduction));
 }
 
-void PrintedSheet::resize(ScreenSize window) {
+void PrintedSheet::resize(ScreenSize view) {
     const ChartPixel centre = viewport_.to_chart(middle());
-    viewport_.width = window.width;
-    viewport_.height = window.height;
+    viewport_.width = std::max(view.width, 0);
+    viewport_.height = std::max(view.height, 0);
     put(centre, step_, middle());
 }
 
@@ -216,4 +228,4 @@ void PrintedSheet::zoom(int steps, ScreenPixel about) {
     put(viewport_.to_chart(about), step_ - std::clamp(steps, -kSteps, kSteps), about);
 }
 
-}  // namespace viewer
+}  // namespace zellap10::plotter

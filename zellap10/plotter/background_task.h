@@ -10,7 +10,7 @@
 #include <thread>
 #include <utility>
 
-namespace viewer {
+namespace zellap10::plotter {
 
 /// What a thread works on. The thread and its owner share it, since the thread may outlive the owner.
 class BackgroundJob {
@@ -89,4 +89,4 @@ private:
     std::thread thread_;
 };
 
-}  // namespace viewer
+}  // namespace zellap10::plotter
