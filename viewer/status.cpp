@@ -1,6 +1,7 @@
 #include "viewer/status.h"
 
 #include <cmath>
+#include <cstddef>
 
 #include <zellap10/plotter/text.h>
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::size_t kLongestLine = 76;  // bytes
 constexpr std::size_t kLongestPath = 48;
+constexpr std::size_t kMostLines = 8;
 
 bool starts_character(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
@@ -84,6 +86,12 @@ std::vector<std::string> wrapped(const std::string& text) {
         rest.erase(0, end + (at_blank ? 1 : 0));
     }
     lines.push_back(rest);
+    // The end of a message has the reason.
+    constexpr std::ptrdiff_t kHalf = kMostLines / 2;
+    if (lines.size() > kMostLines) {
+        lines.erase(lines.begin() + kHalf, lines.end() - kHalf);
+        lines[kHalf - 1] = "...";
+    }
     return lines;
 }
 

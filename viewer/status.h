@@ -33,7 +33,8 @@ std::string size_text(double reduction);
 /// A path shortened from the left, so that the name of the file remains.
 std::string short_path(const std::string& path);
 
-/// Breaks a text into lines at blanks, and otherwise between characters.
+/// Breaks a text into lines at blanks, and otherwise between characters. The middle of a long text is left
+/// out.
 std::vector<std::string> wrapped(const std::string& text);
 
 /// Draws texts around a place, long ones in several lines.

@@ -71,6 +71,9 @@ TEST(Texts, AreCutBetweenCharacters) {
         all.insert(all.begin(), '\x80');
         EXPECT_LE(wrapped(all).size(), 5u);
     }
+    const std::vector<std::string> lines = wrapped(std::string(4000, '/') + ": no such file");
+    EXPECT_LE(lines.size(), 8u);
+    EXPECT_NE(lines.back().find(": no such file"), std::string::npos);
 }
 
 TEST(ShipLines, NameTheWayToTheWaypointAndALostFix) {
