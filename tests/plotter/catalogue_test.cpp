@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,12 +15,12 @@
 #include <testing/test_chart.h>
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/catalogue.h>
+#include <zellap10/plotter/chart_choice.h>
 #include <zellap10/plotter/diagnosis.h>
 
 namespace {
 
-using zellap10::plotter::Catalogue;
-using zellap10::plotter::Sheet;
+using namespace zellap10::plotter;
 using Names = std::vector<std::string>;
 
 // A folder of charts: a coast with a harbour on it, an ocean, one over the 180th meridian in a folder of its
@@ -197,8 +199,8 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
     ASSERT_GT(all.size(), 1900U);
     for (int i = 0; i < 300; ++i) {
         const double west = number(i * 3, 360) - 180.0;
-        const zellap10::plotter::Extent extent{-70.0 + i % 100, -70.0 + i % 100 + i % 9, west,
-                                               i % 30 == 0 ? 355.0 : i % 13 * 1.0};
+        const Extent extent{-70.0 + i % 100, -70.0 + i % 100 + i % 9, west,
+                            i % 30 == 0 ? 355.0 : i % 13 * 1.0};
         Catalogue::Entries expected;
         std::copy_if(all.begin(), all.end(), std::back_inserter(expected), [&](const auto* entry) {
             return entry->extent.overlaps(extent) && entry->outline.overlaps(extent);
@@ -208,12 +210,45 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
         std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
                      [&](const auto* entry) { return entry->extent.overlaps(extent); });
         EXPECT_EQ(catalogue_.with_extent_in(extent), expected) << i;
-        const zellap10::plotter::Position position{-70.0 + i % 140, west};
+        const Position position{-70.0 + i % 140, west};
         expected.clear();
         std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
                      [&](const auto* entry) { return entry->shows(position); });
         EXPECT_EQ(catalogue_.covering(position), expected) << i;
     }
+}
+
+// 111 m, 1113 m and 5566 m to a pixel, 1500 by 900 pixels about the same middle.
+TEST(ChartChoice, PutsTheMostDetailedReadableChartOnTop) {
+    const TempFolder folder;
+    Catalogue catalogue;
+    for (const auto& [step, name] : {std::pair(0.01, "B"), {0.05, "C"}, {0.001, "A"}}) {
+        const TestChart chart{1500, 900, 50 + 450 * step, -2 - 750 * step, step, 0, false, name};
+        ASSERT_TRUE(catalogue.add_file(chart.write(folder, name)));
+    }
+    ChartChoice last;
+    const auto at = [&](double metres, const std::set<const CatalogueEntry*>& readable) {
+        last = choose_charts(catalogue, MapView({50, -2}, metres, {800, 600}), readable);
+        std::string names;
+        for (const ChosenChart& chart : last.charts)
+            names += chart.entry->name;
+        return names;
+    };
+    EXPECT_EQ(at(100, {}), "ABC") << "coarser charts fill the gaps, however much they are enlarged";
+    EXPECT_EQ(at(300, {}), "ABC");
+    EXPECT_EQ(at(600, {}), "BCA") << "A is reduced too much, and shows only where there is no other";
+    EXPECT_EQ(at(3000, {}), "BCA");
+    EXPECT_EQ(at(6000, {}), "CBA");
+    EXPECT_EQ(at(40000, {}), "CB") << "A is too small to be seen";
+
+    // Without flicker at the limits.
+    const double limit = 4 * catalogue.entries()[0]->metres_per_pixel.value();
+    EXPECT_EQ(at(limit * 0.99, {}), "ABC");
+    for (const double metres : {1.005, 0.995, 1.01, 1.08})
+        EXPECT_EQ(at(limit * metres, last.readable), "ABC") << metres;
+    EXPECT_EQ(at(limit * 1.2, last.readable), "BCA");
+    EXPECT_EQ(at(limit * 1.01, last.readable), "BCA");
+    EXPECT_EQ(at(limit * 0.98, last.readable), "ABC");
 }
 
 // In UTF-8 their letters have other bytes than in the code page of Windows. Both folders and files have them.
@@ -234,7 +269,7 @@ TEST_F(CatalogueOf, AFolderFindsNamesThatAreNotAscii) {
     const std::string path = entries.front()->path;
     CZellap chart;
     EXPECT_EQ(chart.OpenZellap(path.c_str(), 0), 1) << path;
-    EXPECT_FALSE(zellap10::plotter::diagnose_georeference(path));
+    EXPECT_FALSE(diagnose_georeference(path));
     const std::string saved = path.substr(0, path.rfind('.')) + ".catalogue";
     ASSERT_TRUE(catalogue_.save(saved));
     Catalogue again;

@@ -1,4 +1,4 @@
-// What a quilt is made of: levels, means, cells, clips and the choice of charts.
+// What a quilt is made of: levels, means, cells and clips.
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,6 @@
 
 #include <testing/chart_under_test.h>
 #include <testing/test_chart.h>
-#include <zellap10/plotter/chart_choice.h>
 #include <zellap10/plotter/chart_store.h>
 #include <zellap10/plotter/raster_levels.h>
 #include <zellap10/plotter/resample.h>
@@ -359,55 +358,6 @@ TEST(RowClip, GivesThePixelsInsideAnArea) {
             }
         }
     }
-}
-
-class Choice : public testing::Test {
-protected:
-    // Charts about the same middle, 1500 by 900 pixels each.
-    void add(double step, const char* name) {
-        TestChart chart;
-        chart.step = step;
-        chart.north = 50 + 450 * step;
-        chart.west = -2 - 750 * step;
-        chart.name = name;
-        ASSERT_TRUE(catalogue_.add_file(chart.write(folder_, name)));
-    }
-    std::string at(double metres, const std::set<const CatalogueEntry*>& readable = {}) {
-        last_ = choose_charts(catalogue_, MapView({50, -2}, metres, {800, 600}), readable);
-        std::string names;
-        for (const ChosenChart& chart : last_.charts)
-            names += chart.entry->name;
-        return names;
-    }
-
-    TempFolder folder_;
-    Catalogue catalogue_;
-    ChartChoice last_;
-};
-
-// 111 m, 1113 m and 5566 m to a pixel.
-TEST_F(Choice, PutsTheMostDetailedReadableChartOnTop) {
-    add(0.01, "B");
-    add(0.05, "C");
-    add(0.001, "A");
-    EXPECT_EQ(at(100), "ABC") << "coarser charts fill the gaps, however much they are enlarged";
-    EXPECT_EQ(at(300), "ABC");
-    EXPECT_EQ(at(600), "BCA") << "A is reduced too much, and shows only where there is no other";
-    EXPECT_EQ(at(3000), "BCA");
-    EXPECT_EQ(at(6000), "CBA");
-    EXPECT_EQ(at(40000), "CB") << "A is too small to be seen";
-}
-
-TEST_F(Choice, DoesNotFlickerAtTheLimits) {
-    add(0.001, "A");
-    add(0.01, "B");
-    const double limit = 4 * catalogue_.entries()[0]->metres_per_pixel.value();
-    EXPECT_EQ(at(limit * 0.99), "AB");
-    for (const double metres : {1.005, 0.995, 1.01, 1.08})
-        EXPECT_EQ(at(limit * metres, last_.readable), "AB") << metres;
-    EXPECT_EQ(at(limit * 1.2, last_.readable), "BA");
-    EXPECT_EQ(at(limit * 1.01, last_.readable), "BA");
-    EXPECT_EQ(at(limit * 0.98, last_.readable), "AB");
 }
 
 }  // namespace
