@@ -10,9 +10,12 @@
 #include <viewer/grid.h>
 #include <viewer/painter.h>
 #include <viewer/route_edit.h>
+#include <viewer/route_lines.h>
 #include <viewer/scale_bar.h>
 #include <viewer/ship.h>
 #include <viewer/status.h>
+#include <zellap10/navigation/dead_reckoning.h>
+#include <zellap10/plotter/route.h>
 
 namespace {
 
@@ -132,6 +135,49 @@ TEST(RouteEdit, TakesEachChangeBack) {
     EXPECT_TRUE(route.waypoints().empty());
     EXPECT_TRUE(route.undo());
     EXPECT_EQ(names_of(route), "a2");
+}
+
+TEST(RouteLines, FollowLongLegsToThePixel) {
+    const Position middle{50, 0};
+    const Position from{30, -40};
+    const auto leg = zellap10::plotter::leg_between(from, middle);
+    Position to = middle;
+    m_advance_d(&to.latitude, &to.longitude, 1500, *leg.course);
+    const MapView view(middle, 8, {1500, 900}, 30);
+    std::vector<Argb> pixels(1500 * 900);
+    Painter painter({pixels.data(), 1500, 900, 1500 * 4});
+    const Theme& theme = theme_for(ColourScheme::kDay);
+    draw_route(painter, map_scene(view, theme), {{from, ""}, {to, ""}}, {});
+    for (const double miles : {-1.0, -0.6, 0.6, 1.0}) {
+        Position on_leg = middle;
+        m_advance_d(&on_leg.latitude, &on_leg.longitude, miles, *leg.course);
+        const ScreenPixel pixel = *view.to_screen(on_leg);
+        const auto place = std::lround(pixel.y) * 1500 + std::lround(pixel.x);
+        EXPECT_EQ(pixels[static_cast<std::size_t>(place)] | 0xFF000000, theme.route.colour) << miles;
+    }
+}
+
+TEST(RouteLines, CostWhatIsVisible) {
+    const MapView view({50, 0}, 8, {300, 300});
+    const Theme& theme = theme_for(ColourScheme::kDay);
+    std::vector<Argb> pixels(300 * 300);
+    Painter painter({pixels.data(), 300, 300, 1200});
+    Scene scene = map_scene(view, theme);
+    int calls = 0;
+    scene.to_screen = [&](Position position) {
+        ++calls;
+        return view.to_screen(position);
+    };
+    std::vector<Waypoint> route;
+    for (int i = 0; i < 1000; ++i)
+        route.push_back({{51 + i % 2 * 0.01, i * 0.001}, ""});
+    draw_route(painter, scene, route, {});
+    EXPECT_LE(calls, 3000);
+    // Waypoints three pixels apart share a circle, and so do reference points.
+    draw_route(painter, scene, {{*view.to_position({100, 100}), ""}, {*view.to_position({103, 100}), ""}},
+               {});
+    EXPECT_NE(pixels[100 * 300 + 106], 0u);
+    EXPECT_EQ(pixels[100 * 300 + 109], 0u);
 }
 
 TEST(Steps, AreRoundNumbers) {

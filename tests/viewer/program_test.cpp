@@ -48,8 +48,7 @@ TEST(Program, PassesMouseAndKeysToTheView) {
     screen.drag({400, 300}, {350, 280});
     screen.click({200, 150});
     screen.click({200, 150}, Button::kRight);
-    screen->press_key("J");
-    screen.enter("49.6N 1.2W");
+    screen.answer("J", "49.6N 1.2W");
     screen->move({120, 130});
     screen->zoom(-2);
     screen->zoom(1);

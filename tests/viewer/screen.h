@@ -30,9 +30,13 @@ public:
 
     void look_at(const TestChart& chart) { look_at({chart.write(folder, "chart")}); }
 
-    void look_at(const std::vector<std::string>& paths) {
+    void open(const std::vector<std::string>& paths) {
         view_ = std::make_unique<viewer::View>(paths, options);
         view_->resize(kWindow);
+    }
+
+    void look_at(const std::vector<std::string>& paths) {
+        open(paths);
         draw();
         before = pixels;
     }
@@ -79,8 +83,9 @@ public:
         view_->release(viewer::Button::kLeft, to);
     }
 
-    /// Types something into an open question and enters it.
-    void enter(const std::string& text) {
+    /// Opens a question by its key, unless one is open, types something and enters it.
+    void answer(const char* key, const std::string& text) {
+        view_->press_key(key);
         view_->press_key("Delete");
         view_->type(text);
         press_keys({"Return"});
@@ -100,6 +105,14 @@ public:
             }
         }
         return found;
+    }
+
+    /// Whether the view reports a problem with some text.
+    bool reports(const std::string& text) const {
+        const std::vector<std::string> problems = view_->problems();
+        return std::any_of(problems.begin(), problems.end(), [&](const std::string& problem) {
+            return problem.find(text) != std::string::npos;
+        });
     }
 
     /// Expects that a PNG file holds the picture.
