@@ -140,10 +140,12 @@ TEST_F(CatalogueOf, AFolderIsOpenedOnceAndThenOnlyWhatHasChanged) {
     const auto report = again.add_folder(folder_.file(""));
     EXPECT_EQ(report.opened, 0);
     EXPECT_EQ(report.added, 4);
-    ASSERT_EQ(names_of(again.entries()), names_of(catalogue_.entries()));
-    for (std::size_t i = 0; i < again.entries().size(); ++i) {
-        const auto& entry = *again.entries()[i];
-        const auto& before = *catalogue_.entries()[i];
+    const auto entries = again.entries();
+    const auto expected = catalogue_.entries();
+    ASSERT_EQ(names_of(entries), names_of(expected));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const auto& entry = *entries[i];
+        const auto& before = *expected[i];
         EXPECT_EQ(entry.path, before.path);
         EXPECT_EQ(entry.inset, before.inset);
         EXPECT_EQ(entry.metres_per_pixel, before.metres_per_pixel);

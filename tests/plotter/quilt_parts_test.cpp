@@ -216,10 +216,11 @@ std::optional<Georeference> georeference(const char* projection, double west, do
         record.Points.AddTail(new CRefPoint("", x, y, longitude, latitude));
     }
     record.Projection = projection;
-    record.PP = std::to_string(west + degrees / 2).c_str();
-    record.P1 = std::to_string(south).c_str();
-    record.P5 = std::to_string(south + degrees / 4).c_str();
-    record.P6 = std::to_string(south + degrees / 2).c_str();
+    const auto text = [](double number) { return CString(std::to_string(number).c_str()); };
+    record.PP = text(west + degrees / 2);
+    record.P1 = text(south);
+    record.P5 = text(south + degrees / 4);
+    record.P6 = text(south + degrees / 2);
     record.solvepoly();
     return Georeference::from(record, {4001, 4001});
 }
