@@ -21,6 +21,7 @@ constexpr double kLeastInset = 50;    // pixels; nothing is plotted on smaller o
 constexpr double kLeastOutline = 12;  // pixels, of a hidden chart
 constexpr std::size_t kMostOutlines = 400;
 constexpr double kPointCell = 16;         // pixels; of reference points closer together one is drawn
+constexpr int kMostPoints = 300;          // drawn, about; with more the cells are larger
 constexpr double kArm = 7;                // of the cross of a reference point
 constexpr std::size_t kMostProblems = 3;  // that are shown at once
 
@@ -32,18 +33,30 @@ std::vector<ScreenPixel> on_screen(const Georeference& georeference, const Viewp
 }
 
 void draw_points(Painter& painter, const CGEORec& record, const Viewport& viewport, const Scene& scene) {
-    const double cell = kPointCell * painter.scale();
+    const ChartPixel first = viewport.to_chart(scene.box.upper_left);
+    const ChartPixel last = viewport.to_chart(scene.box.lower_right);
+    const auto is_visible = [&](const CRefPoint* point) {
+        return point->X >= first.x && point->X <= last.x && point->Y >= first.y && point->Y <= last.y;
+    };
+    double cell = kPointCell * painter.scale();
+    if (std::count_if(record.Points.begin(), record.Points.end(), is_visible) > kMostPoints)
+        cell = std::max(cell, std::sqrt(1.0 * viewport.width * viewport.height / kMostPoints));
+    cell *= viewport.reduction;
+    // Cells begin at the corner of the chart, so that a pan does not change which points are drawn.
+    const ChartPixel origin{std::floor(first.x / cell) * cell, std::floor(first.y / cell) * cell};
+    const auto place_of = [&](double from, double to) {
+        return static_cast<std::size_t>((to - from) / cell);
+    };
+    const std::size_t columns = place_of(origin.x, last.x) + 1;
+    std::vector<bool> taken(columns * (place_of(origin.y, last.y) + 1));
     const double arm = kArm * painter.scale();
-    const auto columns = static_cast<std::size_t>(viewport.width / cell) + 1;
-    std::vector<bool> taken(columns * (static_cast<std::size_t>(viewport.height / cell) + 1));
     for (const CRefPoint* point : record.Points) {
-        const ScreenPixel at =
-            viewport.to_screen({static_cast<double>(point->X), static_cast<double>(point->Y)});
-        if (!scene.box.contains(at)) continue;
-        const auto place =
-            static_cast<std::size_t>(at.y / cell) * columns + static_cast<std::size_t>(at.x / cell);
+        if (!is_visible(point)) continue;
+        const ChartPixel pixel{static_cast<double>(point->X), static_cast<double>(point->Y)};
+        const std::size_t place = place_of(origin.y, pixel.y) * columns + place_of(origin.x, pixel.x);
         if (taken[place]) continue;
         taken[place] = true;
+        const ScreenPixel at = viewport.to_screen(pixel);
         painter.line({{at.x - arm, at.y}, {at.x + arm, at.y}}, scene.theme.point);
         painter.line({{at.x, at.y - arm}, {at.x, at.y + arm}}, scene.theme.point);
         painter.label({at.x + 4, at.y - 4}, static_cast<const char*>(point->Name),
