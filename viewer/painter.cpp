@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <string_view>
+
+#include <zellap10/plotter/text.h>
 
 namespace viewer {
 
@@ -12,24 +13,8 @@ namespace {
 constexpr double kTurn = 2 * 3.14159265359;
 constexpr double kPadding = 4;         // of a paper around its text
 constexpr double kLineStep = 1.3;      // of the text's size
-constexpr std::size_t kLongest = 160;  // bytes of a line of text
+constexpr std::size_t kLongest = 160;  // bytes of a line of text, which cairo draws only if it is UTF-8
 constexpr std::size_t kMostLabels = 400;
-
-// The length of the UTF-8 character that a text begins with; 0 where it begins with none.
-std::size_t character_length(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    if (byte(0) < 0x80) return 1;
-    const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
-    if (byte(0) < 0xC0 || length > text.size()) return 0;
-    unsigned code = byte(0) & 0xFFU >> (length + 1);
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80) return 0;
-        code = code << 6 | (byte(i) & 0x3F);
-    }
-    constexpr unsigned kFewest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool is_surrogate = code >= 0xD800 && code < 0xE000;
-    return code >= kFewest[length] && code <= 0x10FFFF && !is_surrogate ? length : 0;
-}
 
 void set_face(cairo_t* cairo, const TextStyle& style, double scale) {
     cairo_select_font_face(cairo, style.face == Typeface::kFixed ? "DejaVu Sans Mono" : "DejaVu Sans",
@@ -39,23 +24,6 @@ void set_face(cairo_t* cairo, const TextStyle& style, double scale) {
 }
 
 }  // namespace
-
-// Cairo draws nothing more after a text that is not valid.
-std::string presentable(const std::string& text) {
-    std::string out;
-    std::string_view rest = text;
-    while (!rest.empty() && out.size() < kLongest) {
-        const std::size_t length = character_length(rest);
-        if (length > 0) {
-            out.append(rest.substr(0, length));
-        } else {
-            out += static_cast<char>(0xC0 | static_cast<unsigned char>(rest[0]) >> 6);
-            out += static_cast<char>(0x80 | (static_cast<unsigned char>(rest[0]) & 0x3F));
-        }
-        rest.remove_prefix(length > 0 ? length : 1);
-    }
-    return out;
-}
 
 Painter::Painter(const Bitmap& bitmap, double scale, bool soft)
     : surface_(
@@ -130,7 +98,7 @@ Box Painter::text_box(ScreenPixel at, const std::vector<std::string>& lines, con
     double width = 0;
     for (const std::string& line : lines) {
         cairo_text_extents_t extents;
-        cairo_text_extents(cairo_.get(), presentable(line).c_str(), &extents);
+        cairo_text_extents(cairo_.get(), utf8_text(line, kLongest).c_str(), &extents);
         width = std::max(width, extents.x_advance);
     }
     width = std::ceil(width + 2 * kPadding * scale_);
@@ -148,7 +116,7 @@ Box Painter::text(ScreenPixel at, const std::vector<std::string>& lines, const T
     double y = covered.upper_left.y + scale_ * (kPadding / 2 + style.size);
     for (const std::string& line : lines) {
         cairo_move_to(cairo_.get(), covered.upper_left.x + kPadding * scale_, std::round(y));
-        cairo_show_text(cairo_.get(), presentable(line).c_str());
+        cairo_show_text(cairo_.get(), utf8_text(line, kLongest).c_str());
         y += style.size * kLineStep * scale_;
     }
     cairo_new_path(cairo_.get());

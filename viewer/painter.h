@@ -39,9 +39,6 @@ struct TextStyle {
 /// Which label gives way where two would overlap: the later one of this list.
 enum class Rank { kWaypoint, kLeg, kPoint, kGrid };
 
-/// Text as cairo accepts it: bytes that are no UTF-8 are taken for Latin 1, and long lines are cut.
-std::string presentable(const std::string& text);
-
 /// Draws on a bitmap, with soft edges. Places are pixels of the bitmap; widths, radii and text sizes are
 /// multiplied by a scale.
 class Painter {

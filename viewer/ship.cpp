@@ -1,7 +1,6 @@
 #include "viewer/ship.h"
 
 #include <cmath>
-#include <cstdio>
 
 #include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/text.h>
@@ -14,27 +13,9 @@ constexpr double kPredictedMinutes = 6;
 constexpr double kTrackStep = 2;  // pixels between points of the track that are drawn
 constexpr std::size_t kMostSoftLines = 1000;
 
-std::string knots(std::optional<double> speed) {
-    if (!speed) return "---";
-    char text[32];
-    // Tenths by whole numbers, since the decimal sign of printf depends on the locale.
-    const long tenths = std::lround(*speed * 10);
-    std::snprintf(text, sizeof text, "%ld.%ld kn", tenths / 10, tenths % 10);
-    return text;
-}
-
-// A place so many pixels ahead and to the right of the ship.
-ScreenPixel beside(ScreenPixel ship, ScreenPixel ahead, double forward, double right) {
-    return {ship.x + forward * ahead.x - right * ahead.y, ship.y + forward * ahead.y + right * ahead.x};
-}
-
 // The direction of a course on the screen, of length 1.
 std::optional<ScreenPixel> direction(const Scene& scene, Position ship, std::optional<double> course) {
-    Fix near_by;
-    near_by.position = ship;
-    near_by.course = course;
-    near_by.speed = 60;  // 0.1 NM in 0.1 minutes
-    const auto ahead = predict(near_by, 0.1);
+    const auto ahead = predict({std::nullopt, ship, 60.0, course, std::nullopt}, 0.1);  // 0.1 NM
     const auto from = scene.to_screen(ship);
     const auto to = ahead ? scene.to_screen(*ahead) : std::nullopt;
     if (!from || !to || !(apart(*from, *to) > 0)) return std::nullopt;
@@ -55,7 +36,7 @@ std::vector<std::string> ship_lines(const Track& track, const std::vector<Waypoi
                                                          : format_duration(seconds)));
     }
     lines.push_back(format_position(fix->position));
-    lines.push_back("SOG " + knots(fix->speed) + "  COG " + format_course(fix->course));
+    lines.push_back("SOG " + format_speed(fix->speed) + "  COG " + format_course(fix->course));
     if (fix->heading) lines.back() += "  HDG " + format_course(fix->heading);
     if (next >= route.size()) return lines;
     const Progress progress = progress_to(*fix, route, next);
@@ -114,7 +95,8 @@ void draw_ship(Painter& painter, const Scene& scene, const Fix& fix, bool lost) 
     const auto ahead = direction(scene, fix.position, fix.heading ? fix.heading : fix.course);
     if (ahead) {
         const auto at = [&](double forward, double right) {
-            return beside(*ship, *ahead, forward * size, right * size);
+            return ScreenPixel{ship->x + size * (forward * ahead->x - right * ahead->y),
+                               ship->y + size * (forward * ahead->y + right * ahead->x)};
         };
         painter.polygon({at(16, 0), at(4, 6), at(-11, 6), at(-11, -6), at(4, -6)}, theme.paper.colour,
                         theme.ship);

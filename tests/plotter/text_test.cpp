@@ -18,6 +18,10 @@ std::string duration(double seconds) {
     return format_duration(seconds);
 }
 
+std::string speed(double knots) {
+    return format_speed(knots);
+}
+
 struct TextRow {
     std::string (*text_of)(double);
     double number;
@@ -50,6 +54,9 @@ const TextRow kRows[] = {
     {format_distance,  999999999.7,          "---"},
     {format_distance,  1e9,                  "---"},
     {format_distance,  std::nan(""),         "---"},
+    {speed,     6.04,                 "6.0 kn"},
+    {speed,     -9.96,                "-10.0 kn"},
+    {speed,     1e9,                  "---"},
     {duration,  59.6,                 "1 min 00 s"},
     {duration,  3599.6,               "1 h 00 min"},
     {duration,  86399.0,              "1 d 00 h"},
@@ -66,7 +73,9 @@ TEST(Texts, RoundOnceAndKnowNoLocale) {
     ASSERT_TRUE(comma.is_set());
     for (const TextRow& row : kRows)
         EXPECT_EQ(row.text_of(row.number), row.text) << row.number;
-    EXPECT_EQ(format_course({}) + format_duration({}), "------");
+    EXPECT_EQ(format_course({}) + format_duration({}) + format_speed({}), "---------");
+    EXPECT_EQ(utf8_text("\xCEle \xE2\x82 \xE2\x82\xAC"), u8"Île â\u0082 €");
+    EXPECT_EQ(utf8_text("\xFF\xC0\x80\xED\xA0\x80", 9), u8"ÿÀ\u0080í");
     EXPECT_EQ(format_position({}), u8"00°00.00'N 000°00.00'E");
     EXPECT_EQ(format_position({50.685166666666667, -1.2978333333333334}), u8"50°41.11'N 001°17.87'W");
 }

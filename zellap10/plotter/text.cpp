@@ -1,7 +1,6 @@
 #include "zellap10/plotter/text.h"
 
 #include <cmath>
-#include <cstddef>
 
 namespace zellap10::plotter {
 
@@ -14,6 +13,7 @@ constexpr long long kPartsOfDegree = 6000;  // hundredths of a minute
 constexpr double kLeastMiles = 0.1;         // below it distances are in metres
 constexpr double kTooFarMiles = 1e9;
 constexpr double kTooLongSeconds = 2147483647.0;
+constexpr double kTooFastTenths = 1e10;
 
 // At least `count` digits.
 std::string digits(long long number, std::size_t count) {
@@ -39,6 +39,22 @@ std::string miles_text(double miles) {
 // Two units, of which `parts` of the smaller make one of the larger.
 std::string in_units(long long count, long long parts, const char* larger, const char* smaller) {
     return digits(count / parts, 1) + larger + digits(count % parts, 2) + smaller;
+}
+
+// The length of the UTF-8 character at the start of a text; 0 if there is none.
+std::size_t character_length(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    if (byte(0) < 0x80) return 1;
+    const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
+    if (byte(0) < 0xC0 || length > text.size()) return 0;
+    unsigned code = byte(0) & 0xFFU >> (length + 1);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) return 0;
+        code = code << 6 | (byte(i) & 0x3F);
+    }
+    constexpr unsigned kFewest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool is_surrogate = code >= 0xD800 && code < 0xE000;
+    return code >= kFewest[length] && code <= 0x10FFFF && !is_surrogate ? length : 0;
 }
 
 }  // namespace
@@ -85,6 +101,29 @@ std::string format_duration(std::optional<double> seconds) {
     if (total < 3600) return sign + in_units(total, 60, " min ", " s");
     if (minutes < 1440) return sign + in_units(minutes, 60, " h ", " min");
     return sign + in_units(hours, 24, " d ", " h");
+}
+
+std::string format_speed(std::optional<double> knots) {
+    const double size = knots ? std::round(std::fabs(*knots) * 10.0) : kTooFastTenths;
+    if (!(size < kTooFastTenths)) return kNoValue;
+    const long long tenths = std::llround(size);
+    return (*knots < 0.0 ? "-" : "") + digits(tenths / 10, 1) + '.' + digits(tenths % 10, 1) + " kn";
+}
+
+std::string utf8_text(std::string_view text, std::size_t longest) {
+    std::string out;
+    while (!text.empty()) {
+        const std::size_t length = character_length(text);
+        std::string character(text.substr(0, length));
+        if (length == 0) {
+            const auto byte = static_cast<unsigned char>(text[0]);
+            character = {static_cast<char>(0xC0 | byte >> 6), static_cast<char>(0x80 | (byte & 0x3F))};
+        }
+        if (out.size() + character.size() > longest) break;
+        out += character;
+        text.remove_prefix(length > 0 ? length : 1);
+    }
+    return out;
 }
 
 }  // namespace zellap10::plotter

@@ -7,8 +7,10 @@
 /// A number is rounded to its last digit before it is split, so that no text has 60 minutes or seconds. NaN,
 /// infinity and values outside the ranges below become "---".
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <zellap10/plotter/position.h>
 
@@ -44,5 +46,17 @@ namespace zellap10::plotter {
 /// @param seconds  negative numbers have a minus sign, also if they are rounded to 0. Empty is
 ///                 "---", and so is what is rounded to 2147483647 or more, where m_ttg ends too
 [[nodiscard]] std::string format_duration(std::optional<double> seconds);
+
+/// A speed, such as 12.0 kn.
+///
+/// @param knots  negative numbers have a minus sign, also if they are rounded to 0. Empty is "---", and so is
+///               what is rounded to a billion or more
+[[nodiscard]] std::string format_speed(std::optional<double> knots);
+
+/// A text of a chart in UTF-8. Each byte that does not belong to a valid character is taken for Latin 1.
+///
+/// @param text     any bytes, such as the name of a chart
+/// @param longest  BYTES of the result; a longer text is cut between two characters
+[[nodiscard]] std::string utf8_text(std::string_view text, std::size_t longest = std::string::npos);
 
 }  // namespace zellap10::plotter
