@@ -14,6 +14,11 @@ Box Box::grown(double by) const {
     return {{upper_left.x - by, upper_left.y - by}, {lower_right.x + by, lower_right.y + by}};
 }
 
+ScreenPixel Box::at(double right, double down) const {
+    return {upper_left.x + right * (lower_right.x - upper_left.x),
+            upper_left.y + down * (lower_right.y - upper_left.y)};
+}
+
 Box shared_part(const Box& a, const Box& b) {
     return {{std::max(a.upper_left.x, b.upper_left.x), std::max(a.upper_left.y, b.upper_left.y)},
             {std::min(a.lower_right.x, b.lower_right.x), std::min(a.lower_right.y, b.lower_right.y)}};

@@ -19,6 +19,7 @@ struct Box {
     bool is_empty() const { return !(upper_left.x < lower_right.x && upper_left.y < lower_right.y); }
     bool contains(ScreenPixel pixel) const;
     Box grown(double by) const;
+    ScreenPixel at(double right, double down) const;  ///< from 0, 0 at the upper left to 1, 1
 };
 
 /// What two boxes share; may be empty.

@@ -59,8 +59,7 @@ std::string user_folder(const std::string& key, const std::string& name) {
         const std::size_t end = line.rfind('"');
         if (line.compare(0, start.size(), start) != 0 || end < start.size()) continue;
         folder = line.substr(start.size(), end - start.size());
-        const std::string variable = "$HOME";
-        if (folder.compare(0, variable.size(), variable) == 0) folder.replace(0, variable.size(), home);
+        if (folder.rfind("$HOME", 0) == 0) folder.replace(0, 5, home);
     }
     std::error_code ignored;
     return fs::is_directory(folder, ignored) ? folder : home;

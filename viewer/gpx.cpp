@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <system_error>
 #include <tuple>
 
@@ -30,10 +31,11 @@ constexpr std::uintmax_t kMostBytes = 64 << 20;
 
 using Document = std::unique_ptr<xmlDoc, void (*)(xmlDoc*)>;
 
-// A reason to refuse a file.
-struct Refusal {
-    long line;
-    std::string text;
+// Of a file; its text follows the path.
+class Refusal : public std::runtime_error {
+public:
+    Refusal(long line, const std::string& reason)
+        : std::runtime_error((line > 0 ? ", line " + std::to_string(line) : "") + ": " + reason) {}
 };
 
 const xmlChar* xml(const char* text) {
@@ -60,8 +62,8 @@ double coordinate(xmlNode* node, const char* attribute, double limit) {
     const auto value = parse_decimal(text);
     if (value && std::fabs(*value) <= limit) return *value;
     const std::string limits = std::to_string(static_cast<int>(limit));
-    throw Refusal{xmlGetLineNo(node),
-                  std::string(attribute) + " must be a number from -" + limits + " to " + limits};
+    throw Refusal(xmlGetLineNo(node),
+                  std::string(attribute) + " must be a number from -" + limits + " to " + limits);
 }
 
 std::vector<xmlNode*> elements_of(const xmlNode* parent, const char* name) {
@@ -72,23 +74,20 @@ std::vector<xmlNode*> elements_of(const xmlNode* parent, const char* name) {
     return elements;
 }
 
-std::string name_of(const xmlNode* parent) {
-    const auto names = elements_of(parent, "name");
-    return names.empty() ? std::string() : taken(xmlNodeGetContent(names.front()));
-}
-
 Waypoint waypoint_of(xmlNode* element) {
-    return {{coordinate(element, "lat", 90.0), coordinate(element, "lon", 180.0)}, name_of(element)};
+    const auto names = elements_of(element, "name");
+    return {{coordinate(element, "lat", 90.0), coordinate(element, "lon", 180.0)},
+            names.empty() ? std::string() : taken(xmlNodeGetContent(names.front()))};
 }
 
 std::string bytes_of(const std::string& path) {
     std::error_code error;
     const std::uintmax_t size = fs::file_size(path, error);
-    if (error) throw Refusal{0, error.message()};
-    if (size > kMostBytes) throw Refusal{0, "larger than 64 MiB"};
+    if (error) throw Refusal(0, error.message());
+    if (size > kMostBytes) throw Refusal(0, "larger than 64 MiB");
     std::string bytes(static_cast<std::size_t>(size), '\0');
     std::ifstream file(path, std::ios::binary);
-    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) throw Refusal{0, "cannot be read"};
+    if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) throw Refusal(0, "cannot be read");
     return bytes;
 }
 
@@ -105,13 +104,13 @@ Document parse(const std::string& bytes) {
     if (document == nullptr || !context->nsWellFormed) {
         std::string text = error != nullptr && error->message != nullptr ? error->message : "no XML";
         text.erase(text.find_last_not_of('\n') + 1);
-        throw Refusal{error != nullptr ? error->line : 0, text};
+        throw Refusal(error != nullptr ? error->line : 0, text);
     }
     // Entities of a document type can make a small file huge.
-    if (document->intSubset != nullptr) throw Refusal{1, "GPX has no document type"};
+    if (document->intSubset != nullptr) throw Refusal(1, "GPX has no document type");
     xmlNode* const root = xmlDocGetRootElement(document.get());
     if (!is_element(root, "gpx") || taken(xmlGetNoNsProp(root, xml("version"))) != "1.1")
-        throw Refusal{xmlGetLineNo(root), "not GPX 1.1"};
+        throw Refusal(xmlGetLineNo(root), "not GPX 1.1");
     return document;
 }
 
@@ -189,10 +188,6 @@ std::string text_of(const Document& document) {
     return taken(text);
 }
 
-std::string text_of(const Refusal& refusal) {
-    return (refusal.line > 0 ? ", line " + std::to_string(refusal.line) : "") + ": " + refusal.text;
-}
-
 }  // namespace
 
 LoadedGpx load_gpx(const std::string& path) {
@@ -201,7 +196,7 @@ LoadedGpx load_gpx(const std::string& path) {
         if (content.routes == 0) content.reason = path + " has no route.";
         return content;
     } catch (const Refusal& refusal) {
-        return {{}, 0, path + text_of(refusal)};
+        return {{}, 0, path + refusal.what()};
     }
 }
 
@@ -215,7 +210,7 @@ std::string save_gpx(const std::string& path, const std::vector<Waypoint>& waypo
         content_of(parse(text));  // what cannot be loaded again must not replace a file
         return save_file(path, text);
     } catch (const Refusal& refusal) {
-        return "cannot save " + path + text_of(refusal);
+        return "cannot save " + path + refusal.what();
     }
 }
 

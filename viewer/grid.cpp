@@ -32,14 +32,9 @@ struct Range {
     }
 };
 
-ScreenPixel place_in(const Box& box, double right, double down) {
-    return {box.upper_left.x + right * (box.lower_right.x - box.upper_left.x),
-            box.upper_left.y + down * (box.lower_right.y - box.upper_left.y)};
-}
-
 // Degrees of latitude and longitude per pixel, in the middle of the box.
 std::optional<Position> degrees_per_pixel(const Scene& scene) {
-    const ScreenPixel middle = place_in(scene.box, 0.5, 0.5);
+    const ScreenPixel middle = scene.box.at(0.5, 0.5);
     const auto here = scene.to_position(middle);
     const auto right = scene.to_position({middle.x + 1, middle.y});
     const auto below = scene.to_position({middle.x, middle.y + 1});
@@ -51,12 +46,15 @@ std::optional<Position> degrees_per_pixel(const Scene& scene) {
                     std::hypot(east(*right), east(*below))};
 }
 
-// Draws a line of which `at` gives the positions from 0 to 1.
-template <class At>
-void draw_line(Painter& painter, const Scene& scene, At at, const std::string& text, ScreenPixel anchor) {
+// Draws a piece of a meridian or parallel, with its label at its start.
+void draw_line(Painter& painter, const Scene& scene, Position from, Position to, const std::string& text,
+               ScreenPixel anchor) {
     std::vector<Position> positions;
-    for (int i = 0; i <= kPieces; ++i)
-        positions.push_back(at(static_cast<double>(i) / kPieces));
+    for (int i = 0; i <= kPieces; ++i) {
+        const double t = static_cast<double>(i) / kPieces;
+        positions.push_back({from.latitude + t * (to.latitude - from.latitude),
+                             from.longitude + t * (to.longitude - from.longitude)});
+    }
     for (const std::vector<ScreenPixel>& line : lines_on_screen(scene, positions)) {
         const auto parts = parts_inside(scene.box, line);
         if (parts.empty()) continue;
@@ -84,15 +82,14 @@ double grid_step(double minutes) {
 
 void draw_grid(Painter& painter, const Scene& scene) {
     const auto pixel = degrees_per_pixel(scene);
-    const auto centre = scene.to_position(place_in(scene.box, 0.5, 0.5));
+    const auto centre = scene.to_position(scene.box.at(0.5, 0.5));
     if (!pixel || !centre) return;
     Range lat;
     Range lon;
     for (int i = 0; i < (kProbes + 1) * (kProbes + 1); ++i) {
         const int column = i % (kProbes + 1);
         const int row = i / (kProbes + 1);
-        const auto position =
-            scene.to_position(place_in(scene.box, 1.0 / kProbes * column, 1.0 / kProbes * row));
+        const auto position = scene.to_position(scene.box.at(1.0 / kProbes * column, 1.0 / kProbes * row));
         if (!position) return;
         lat.include(position->latitude);
         lon.include(longitude_near(position->longitude, centre->longitude));
@@ -100,14 +97,12 @@ void draw_grid(Painter& painter, const Scene& scene) {
     const double gap = kLeastGap * 60 * painter.scale();
 
     for_each_line(lat, grid_step(pixel->latitude * gap), [&](double value) {
-        const auto at = [&](double t) { return Position{value, lon.least + t * (lon.greatest - lon.least)}; };
-        draw_line(painter, scene, at, format_latitude(value), {0, 0.5});
+        draw_line(painter, scene, {value, lon.least}, {value, lon.greatest}, format_latitude(value),
+                  {0, 0.5});
     });
     for_each_line(lon, grid_step(pixel->longitude * gap), [&](double value) {
-        const auto at = [&](double t) {
-            return Position{lat.greatest - t * (lat.greatest - lat.least), value};
-        };
-        draw_line(painter, scene, at, format_longitude(value), {0.5, 0});
+        draw_line(painter, scene, {lat.greatest, value}, {lat.least, value}, format_longitude(value),
+                  {0.5, 0});
     });
 }
 

@@ -24,11 +24,10 @@ using Parts = std::vector<std::pair<ScreenPixel, ScreenPixel>>;
 
 // The middle of some parts that follow one another; empty if they are too short for a label.
 std::optional<ScreenPixel> middle_of(const Parts& parts, double shortest) {
-    double length = 0;
+    double left = 0;  // to the middle
     for (const auto& [from, to] : parts)
-        length += apart(from, to);
-    if (length < shortest) return std::nullopt;
-    double left = length / 2;
+        left += apart(from, to) / 2;
+    if (2 * left < shortest) return std::nullopt;
     for (const auto& [from, to] : parts) {
         const double here = apart(from, to);
         if (here > 0 && here >= left) {
@@ -50,15 +49,14 @@ public:
     std::vector<Position> trace(Position from, Position to) {
         const auto a = scene_.to_screen(from);
         const auto b = scene_.to_screen(to);
+        double pieces = kPieces;
         if (a && b && is_straight(*a, *b)) {
             const double length = apart(*a, *b);
             if (!part_inside(scene_.box.grown(length), *a, *b)) return {};
-            line_ = {from};
-            divide(from, to, static_cast<int>(std::min(1 + length / kLongestPiece, 1.0 * kPieces)), 0);
-        } else {
-            line_ = {from};
-            divide(from, to, kPieces, 0);
+            pieces = std::min(pieces, 1 + length / kLongestPiece);
         }
+        line_ = {from};
+        divide(from, to, static_cast<int>(pieces), 0);
         return std::move(line_);
     }
 

@@ -23,8 +23,7 @@ double round_number(double value) {
 // In the middle of the scene; 0 if there is no position.
 double miles_per_pixel(const Scene& scene) {
     constexpr double kPixels = 10;
-    const ScreenPixel middle{(scene.box.upper_left.x + scene.box.lower_right.x) / 2,
-                             (scene.box.upper_left.y + scene.box.lower_right.y) / 2};
+    const ScreenPixel middle = scene.box.at(0.5, 0.5);
     const auto here = scene.to_position(middle);
     const auto there = scene.to_position({middle.x + kPixels, middle.y});
     return here && there ? leg_between(*here, *there).distance / kPixels : 0;

@@ -9,10 +9,6 @@ namespace {
 
 constexpr double kFarAway = 1e6;  // pixels; nothing is drawn farther outside
 
-bool is_far_away(ScreenPixel pixel) {
-    return !(std::abs(pixel.x) < kFarAway && std::abs(pixel.y) < kFarAway);
-}
-
 }  // namespace
 
 Scene map_scene(const MapView& view, const Theme& theme) {
@@ -27,10 +23,8 @@ Scene sheet_scene(const Georeference& georeference, const Viewport& viewport, co
                   const Theme& theme) {
     const auto to_screen = [georeference, viewport](Position position) -> std::optional<ScreenPixel> {
         const auto pixel = georeference.pixel_of(position);
-        if (!pixel) return std::nullopt;
-        const ScreenPixel on_screen = viewport.to_screen(*pixel);
-        if (is_far_away(on_screen)) return std::nullopt;
-        return on_screen;
+        const auto at = pixel ? std::optional(viewport.to_screen(*pixel)) : std::nullopt;
+        return at && std::abs(at->x) < kFarAway && std::abs(at->y) < kFarAway ? at : std::nullopt;
     };
     return {to_screen,
             [georeference, viewport](ScreenPixel pixel) {

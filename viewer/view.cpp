@@ -20,14 +20,6 @@ constexpr double kClosest = 0.02;          // metres per pixel
 constexpr double kWidest = 50000;          // metres per pixel
 constexpr double kTopmostReduction = 4.5;  // past which the quilt shows a coarser chart
 
-Quilt::Options quilt_options(const View::Options& options) {
-    Quilt::Options quilt;
-    quilt.threads = options.workers;
-    quilt.workers = options.workers;
-    quilt.on_more = options.on_change;
-    return quilt;
-}
-
 }  // namespace
 
 View::View(const std::vector<std::string>& charts, Options options)
@@ -35,7 +27,8 @@ View::View(const std::vector<std::string>& charts, Options options)
       map_({0, 0}, kWidest, {}),
       route_path_((std::filesystem::path(options_.route_folder) / "route.gpx").string()),
       lister_(charts, options_.on_change),
-      quilt_(list_.catalogue, quilt_options(options_)) {
+      quilt_(list_.catalogue,
+             {Quilt::Options().memory_bytes, options_.workers, options_.workers, options_.on_change}) {
     if (options_.route_path.empty()) return;
     route_path_ = options_.route_path;
     std::error_code ignored;
@@ -75,12 +68,14 @@ void View::show(Position centre, double metres_per_pixel) {
     map_ = MapView(centre, std::clamp(metres_per_pixel, kClosest, kWidest), map_.size(), map_.course_up());
 }
 
-// Shows all of some areas.
-void View::show_extents(const std::vector<Extent>& extents) {
-    if (extents.empty() || map_.size().width < 1 || map_.size().height < 1) return;
+// Shows all of some charts.
+void View::show_charts(const Catalogue::Entries& entries) {
+    if (entries.empty() || map_.size().width < 1 || map_.size().height < 1) return;
     double south = kWebMercatorLatitude, north = -south, west = 1e9, east = -west;
-    for (const Extent& extent : extents) {
-        const double left = longitude_near(extent.west, extents.front().west);
+    for (const CatalogueEntry* entry : entries) {
+        if (entry->inset) continue;
+        const Extent& extent = entry->extent;
+        const double left = longitude_near(extent.west, entries.front()->extent.west);
         south = std::min(south, extent.south);
         north = std::max(north, extent.north);
         west = std::min(west, left);
@@ -101,26 +96,15 @@ void View::show_extents(const std::vector<Extent>& extents) {
 void View::show_all() {
     follows_ = false;
     if (sheet_) return sheet_->show_all();
-    std::vector<Extent> extents;
-    for (const CatalogueEntry* entry : list_.catalogue->entries()) {
-        if (!entry->inset) extents.push_back(entry->extent);
-    }
-    show_extents(extents);
+    show_charts(list_.catalogue->entries());
 }
 
 // Shows the first chart and those that overlap it: charts of distant seas would be too small to be seen.
 void View::show_first() {
-    const auto entries = list_.catalogue->entries();
-    const auto is_first = [this](const CatalogueEntry* entry) {
-        return entry->path == list_.first && !entry->inset;
-    };
-    const auto first = std::find_if(entries.begin(), entries.end(), is_first);
-    if (first == entries.end()) return;
-    std::vector<Extent> extents{(*first)->extent};
-    for (const CatalogueEntry* entry : list_.catalogue->overlapping((*first)->extent)) {
-        if (!entry->inset) extents.push_back(entry->extent);
+    for (const CatalogueEntry* entry : list_.catalogue->entries()) {
+        if (entry->path == list_.first && !entry->inset)
+            return show_charts(list_.catalogue->overlapping(entry->extent));
     }
-    show_extents(extents);
 }
 
 void View::pan(double right, double down) {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include <viewer/chart_list.h>
-#include <viewer/fix_source.h>
 #include <viewer/painter.h>
+#include <viewer/receivers.h>
 #include <viewer/route_edit.h>
 #include <viewer/scene.h>
 #include <viewer/status.h>
@@ -114,7 +114,7 @@ private:
     bool is_on_chart(ScreenPixel at) const { return at.y < map_.size().height; }
     Scene scene_at(ScreenPixel at) const;
     void show(Position centre, double metres_per_pixel);
-    void show_extents(const std::vector<Extent>& extents);
+    void show_charts(const Catalogue::Entries& entries);
     void show_all();
     void show_first();
     void pan(double right, double down);
@@ -147,12 +147,12 @@ private:
     void toggle_course_up();
 
     void draw_lines(Painter& painter, const Scene& scene);
-    void draw_sheet_lines(Painter& painter);
+    void draw_sheet_lines(Painter& painter, const Box& window);
     void draw_hidden(Painter& painter, const Scene& scene);
     void draw_texts(Painter& painter);
     void draw_notices(Painter& painter);
     Status status();
-    std::vector<std::string> pointer_lines();
+    std::vector<std::string> pointer_lines(std::optional<Position> place);
     void save_picture(Painter& painter);
 
     const Options options_;

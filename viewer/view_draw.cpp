@@ -82,24 +82,21 @@ void View::draw(const Bitmap& bitmap) {
         shown_ = std::move(result.charts);
     }
     Painter painter(bitmap, scale_, !draft_);
-    painter.clip_to(map_scene(map_, theme).box);
-    if (sheet_) {
-        draw_sheet_lines(painter);
-    } else {
-        const Scene scene = map_scene(map_, theme);
-        if (shows_outlines_) draw_hidden(painter, scene);
+    const Scene scene = map_scene(map_, theme);
+    painter.clip_to(scene.box);
+    if (shows_outlines_ && !sheet_) draw_hidden(painter, scene);
+    if (sheet_)
+        draw_sheet_lines(painter, scene.box);
+    else
         draw_lines(painter, scene);
-    }
     painter.end_clips();
     draw_texts(painter);
     if (complete_ && !save_path_.empty()) save_picture(painter);
 }
 
 std::optional<int> View::redraw_ms() const {
-    constexpr int kRest = 60;
-    constexpr int kSecond = 1000;
-    if (draft_) return kRest;
-    return receiver_ ? std::optional(kSecond) : std::nullopt;
+    if (draft_) return 60;
+    return receiver_ ? std::optional(1000) : std::nullopt;
 }
 
 // The picture is saved as it is, without the message about that.
@@ -119,7 +116,7 @@ void View::draw_lines(Painter& painter, const Scene& scene) {
 }
 
 // By the georeference of the sheet up to its neat line, and by those of its insets on them.
-void View::draw_sheet_lines(Painter& painter) {
+void View::draw_sheet_lines(Painter& painter, const Box& window) {
     struct Area {
         const Georeference* georeference;
         const CGEORec* record;
@@ -127,7 +124,6 @@ void View::draw_sheet_lines(Painter& painter) {
     };
     const Viewport& viewport = sheet_->viewport();
     const Theme& theme = theme_for(scheme_);
-    const Box window = map_scene(map_, theme).box;
     const auto draw = [&](const Area& area) {
         const Box box = shared_part(window, box_around(area.outline));
         if (!box.is_empty()) {
@@ -193,9 +189,8 @@ std::vector<std::string> View::problems() const {
 }
 
 // The position under the pointer, and below it the chart there.
-std::vector<std::string> View::pointer_lines() {
+std::vector<std::string> View::pointer_lines(std::optional<Position> place) {
     if (!pointer_ || !is_on_chart(*pointer_)) return {"", sheet_ ? sheet_->name() : ""};
-    const auto place = scene_at(*pointer_).to_position(*pointer_);
     const std::string above = place ? format_position(*place) : "no position here";
     if (!sheet_) {
         const auto hit = quilt_.at(map_, *pointer_);
@@ -234,7 +229,8 @@ Status View::status() {
     if (sheet_) above = size_text(sheet_->viewport().reduction);
     const auto place =
         pointer_ && is_on_chart(*pointer_) ? scene_at(*pointer_).to_position(*pointer_) : std::nullopt;
-    return {pointer_lines(), route_lines(waypoints(), place), {above, modes.empty() ? "F1: help" : modes}};
+    return {
+        pointer_lines(place), route_lines(waypoints(), place), {above, modes.empty() ? "F1: help" : modes}};
 }
 
 void View::draw_texts(Painter& painter) {

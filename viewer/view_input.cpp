@@ -1,6 +1,5 @@
 // What a view does with mouse, keys and fixes.
 
-#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <system_error>
@@ -102,9 +101,8 @@ void View::click(const Drag& drag) {
 }
 
 void View::remove_waypoint(ScreenPixel at) {
-    if (!route_mode_) return;
     const auto waypoint = waypoint_at(scene_at(at), waypoints(), at, kReach * scale_);
-    if (!waypoint) return;
+    if (!route_mode_ || !waypoint) return;
     route_.remove(*waypoint);
     route_changed_ = true;
 }
@@ -147,10 +145,8 @@ std::string View::go_to(const std::string& text) {
     user_moved_ = true;
     follows_ = false;
     message_ = format_position(*parsed.position);
-    const auto& base = sheet_ ? sheet_->georeferences().chart() : std::nullopt;
-    const auto pixel =
-        base && base->covers(*parsed.position) ? base->pixel_of(*parsed.position) : std::nullopt;
-    if (pixel) {
+    if (sheet_ && sheet_->georeferences().covers(*parsed.position)) {
+        const auto pixel = sheet_->georeferences().chart()->pixel_of(*parsed.position);
         sheet_->show(*pixel, sheet_->viewport().reduction);
     } else {
         sheet_ = nullptr;

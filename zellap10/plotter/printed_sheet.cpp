@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 #include <zellap10/platform/path_text.h>
 #include <zellap10/plotter/background_task.h>
@@ -152,7 +153,6 @@ PrintedSheet::PrintedSheet(const std::string& path, std::shared_ptr<CZellap> cha
     : path_(path),
       name_(chart->ChartName),
       chart_(std::move(chart)),
-      insets_(record().Insets.begin(), record().Insets.end()),
       georeferences_(record(), chart_->GetDocumentSize()),
       job_(std::make_shared<Job>(chart_, std::move(on_change))),
       task_(std::make_unique<BackgroundTask>(job_)) {
@@ -166,7 +166,8 @@ void PrintedSheet::stop() {
 }
 
 const CGEORec& PrintedSheet::record(std::optional<int> inset) const {
-    return inset ? *insets_[static_cast<std::size_t>(*inset)] : *chart_->GetBaseGeoRec();
+    const CGEORec& base = *chart_->GetBaseGeoRec();
+    return inset ? **(base.Insets.begin() + *inset) : base;
 }
 
 bool PrintedSheet::is_damaged() const {

@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include <zellap10/chart/zellap.h>
 #include <zellap10/plotter/colours.h>
@@ -102,7 +101,6 @@ private:
     std::string path_;
     std::string name_;
     std::shared_ptr<CZellap> chart_;
-    std::vector<const CGEORec*> insets_;
     Sheet georeferences_;
     int step_ = 0;
     Viewport viewport_;

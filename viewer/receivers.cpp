@@ -1,4 +1,4 @@
-#include "viewer/fix_source.h"
+#include "viewer/receivers.h"
 
 #include <exception>
 
