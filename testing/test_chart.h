@@ -1,12 +1,28 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include <samples/chart_writer.h>
 #include <samples/geo_writer.h>
 #include <testing/temp_folder.h>
 #include <zellap10/plotter/position.h>
+
+/// The bytes of a chart whose lines are a single run each.
+inline std::string wide_chart_bytes(int width, int height) {
+    samples::Chart chart;
+    chart.width = width;
+    chart.height = height;
+    chart.colours = {{255, 0, 0}, {0, 0, 255}};
+    std::vector<std::string> lines(static_cast<std::size_t>(height));
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        samples::append_line_number(lines[i], static_cast<std::uint32_t>(i));
+        samples::append_run(lines[i], chart.bits_per_pixel, 1, width);
+    }
+    return samples::chart_bytes(samples::text_part(chart), chart.bits_per_pixel, lines);
+}
 
 /// A chart with 1000 pixels per degree. All its tiles are different, and so are charts of different widths.
 struct TestChart {

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -173,20 +172,6 @@ TEST_F(QuiltTest, HasTheSamePixelsInAnyOrderBySeveralThreadsAndInTiles) {
     }
 }
 
-TEST_F(QuiltTest, PansToTheSamePixels) {
-    Quilt quilt(catalogue_);
-    for (const double course : {0.0, 130.0}) {
-        MapView view = view_of(200, course);
-        drawn_in_time(quilt, view);
-        for (const auto& [dx, dy] : {std::pair(40, 0), {-7, 33}, {300, -200}, {-699, 0}, {0, 499}, {5, 5}}) {
-            view = view.moved_by(dx, dy);
-            const Picture panned = drawn_in_time(quilt, view);
-            Quilt fresh(catalogue_);
-            EXPECT_TRUE(panned == drawn(fresh, view)) << dx << ' ' << dy;
-        }
-    }
-}
-
 TEST_F(QuiltTest, DrawsADraftOfATurnedViewAndThenTheView) {
     Quilt quilt(catalogue_);
     drawn_in_time(quilt, view_of(200, 0));
@@ -214,7 +199,7 @@ TEST_F(QuiltTest, DrawsADraftOfATurnedViewAndThenTheView) {
     EXPECT_TRUE(picture == drawn(quilt, view.moved_by(3, 5)));
 }
 
-TEST_F(QuiltTest, PansToTheSamePixelsWhileChartsArrive) {
+TEST_F(QuiltTest, PansToTheSamePixelsAlsoWhileChartsArrive) {
     Quilt::Options options;
     options.threads = 3;
     options.memory_bytes = 1;
@@ -227,8 +212,13 @@ TEST_F(QuiltTest, PansToTheSamePixelsWhileChartsArrive) {
             std::this_thread::sleep_for(std::chrono::milliseconds(i % 4));
             view = view.moved_by(i % 7 * 5 - 3, 9 - i % 3 * 30);
         }
-        Quilt fresh(catalogue_);
-        EXPECT_TRUE(drawn_in_time(quilt, view) == drawn(fresh, view)) << course;
+        for (const auto& [dx, dy] :
+             {std::pair(40, 0), {-7, 33}, {300, -200}, {-699, 0}, {0, 499}, {5, 5}, {0, 0}}) {
+            const Picture panned = drawn_in_time(quilt, view);
+            Quilt fresh(catalogue_);
+            EXPECT_TRUE(panned == drawn(fresh, view)) << "before " << dx << ' ' << dy;
+            view = view.moved_by(dx, dy);
+        }
     }
 }
 
@@ -304,36 +294,22 @@ TEST_F(QuiltTest, ShowsAChangedFileWithItsNewGeoreference) {
     EXPECT_TRUE(is_seen);
 }
 
-// Lines of 16 million pixels, and lines so wide that the chart is refused.
 TEST_F(QuiltTest, EndsSoonWhateverItDecodes) {
-    for (const int width : {16000000, 2147483647}) {
-        samples::Chart wide;
-        wide.width = width;
-        wide.height = 20000;
-        wide.colours = {{255, 0, 0}, {0, 0, 255}};
-        std::vector<std::string> lines(20000);
-        for (std::uint32_t i = 0; i < lines.size(); ++i) {
-            samples::append_line_number(lines[i], i);
-            samples::append_run(lines[i], wide.bits_per_pixel, 1, width == 16000000 ? width : 1);
-        }
-        const TestChart positions{wide.width, wide.height, 50, -2, 16.0 / width};
-        folder_.write("wide.GEO", positions.georeference_text());
-        auto catalogue = std::make_shared<Catalogue>();
-        ASSERT_TRUE(catalogue->add_file(folder_.write(
-            "wide.chart", samples::chart_bytes(samples::text_part(wide), wide.bits_per_pixel, lines))));
-        auto quilt = std::make_unique<Quilt>(catalogue);
-        const MapView view(positions.position(width / 2.0, 10000), 1000 * 111000 * positions.step,
-                           {700, 500});
-        Picture picture(700, 500);
-        for (int i = 0; i < 3; ++i) {
-            quilt->draw(view, ColourScheme::kDay, kBackground, picture.bitmap());
-            std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        }
-        // Processor time, because other programs disturb the clock.
-        const std::clock_t start = std::clock();
-        quilt.reset();
-        EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 5) << width;
+    const TestChart wide{16000000, 20000, 50, -2, 1e-6};
+    folder_.write("wide.GEO", wide.georeference_text());
+    auto catalogue = std::make_shared<Catalogue>();
+    ASSERT_TRUE(catalogue->add_file(folder_.write("wide.chart", wide_chart_bytes(wide.width, wide.height))));
+    auto quilt = std::make_unique<Quilt>(catalogue);
+    const MapView view(wide.position(8000000, 10000), 111, {700, 500});
+    Picture picture(700, 500);
+    for (int i = 0; i < 3; ++i) {
+        quilt->draw(view, ColourScheme::kDay, kBackground, picture.bitmap());
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
     }
+    // Processor time, because other programs disturb the clock.
+    const std::clock_t start = std::clock();
+    quilt.reset();
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC / 5);
 }
 
 }  // namespace

@@ -129,10 +129,11 @@ TEST(View, ListsAFolderOnceWhileItIsShown) {
         screen.folder.write(std::to_string(i) + ".txt", "");
     const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     ASSERT_NE(inotify_add_watch(watch, screen.folder.file("").c_str(), IN_OPEN), -1);
-    screen.open({screen.folder.file("")});
+    screen.open({screen.folder.file(""), screen.folder.file("none.chart")});
     screen.draw_once();
-    EXPECT_FALSE(screen->is_complete()) << "the window opens at once";
+    EXPECT_FALSE(screen.reports("none.chart")) << "the window opens at once";
     screen.draw();
+    EXPECT_TRUE(screen.reports("none.chart: There is no such file."));
     std::vector<char> events(1 << 20);
     const ssize_t size = read(watch, events.data(), events.size());
     close(watch);
