@@ -21,7 +21,7 @@ namespace py = pybind11;
 /// An argument: a scalar or anything that numpy turns into an array of doubles.
 using Doubles = py::array_t<double, py::array::forcecast>;
 
-constexpr std::size_t kMaxAxes = 32;  // numpy's own limit
+constexpr std::size_t kMaxAxes = 64;  // the limit of numpy 2; numpy 1 has 32
 
 /// A number for each axis, the last axis first, as broadcasting aligns them.
 using PerAxis = std::array<py::ssize_t, kMaxAxes>;

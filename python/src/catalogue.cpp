@@ -16,31 +16,30 @@ namespace zellap10::python {
 
 namespace {
 
+using plotter::Catalogue;
 using plotter::CatalogueEntry;
 
 int add(SharedCatalogue& self, const std::filesystem::path& path) {
-    if (self.in_use) throw std::invalid_argument("a quilt draws this catalogue: nothing may be added to it");
-    const py::gil_scoped_release free;
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) return self.charts->add_folder(path.string()).added;
-    return self.charts->add_file(path.string()) ? 1 : 0;
+    return self.add(path.string(), std::filesystem::is_directory(path, ignored));
 }
 
 /// Copies, which outlive the catalogue.
-std::vector<CatalogueEntry> copies(const plotter::Catalogue::Entries& entries) {
+std::vector<CatalogueEntry> copies(const Catalogue::Entries& entries) {
     std::vector<CatalogueEntry> result;
     for (const CatalogueEntry* entry : entries)
         result.push_back(*entry);
     return result;
 }
 
-std::vector<CatalogueEntry> overlapping(const SharedCatalogue& self, double south, double west, double north,
+std::vector<CatalogueEntry> overlapping(SharedCatalogue& self, double south, double west, double north,
                                         double east) {
     if (!(south <= north && west <= east && std::isfinite(east - west))) {
         throw std::invalid_argument("south must not be above north, nor west above east");
     }
     const double width = std::min(east - west, 360.0);
-    return copies(self.charts->overlapping({south, north, plotter::normalize_longitude(west), width}));
+    const plotter::Extent extent{south, north, plotter::normalize_longitude(west), width};
+    return self.call([&](const Catalogue& charts) { return copies(charts.overlapping(extent)); });
 }
 
 void add_entry(py::module_& module) {
@@ -66,7 +65,7 @@ void add_catalogue(py::module_& module) {
     add_entry(module);
     py::class_<SharedCatalogue>(module, "Catalogue", R"(Charts and insets with what they cover.
 
-Entries are returned in order of metres per pixel, most detailed first.
+Entries are returned in order of metres per pixel, most detailed first. Several threads may use one catalogue.
 
 >>> catalogue = Catalogue()
 >>> catalogue.add(".")
@@ -85,12 +84,17 @@ Raises:
     ValueError: a quilt already draws the catalogue.
 )")
         .def(
-            "entries", [](const SharedCatalogue& self) { return copies(self.charts->entries()); },
+            "entries",
+            [](SharedCatalogue& self) {
+                return self.call([](const Catalogue& charts) { return copies(charts.entries()); });
+            },
             "All entries, a list of CatalogueEntry.")
         .def(
             "covering",
-            [](const SharedCatalogue& self, double latitude, double longitude) {
-                return copies(self.charts->covering({latitude, longitude}));
+            [](SharedCatalogue& self, double latitude, double longitude) {
+                return self.call([&](const Catalogue& charts) {
+                    return copies(charts.covering({latitude, longitude}));
+                });
             },
             py::arg("latitude"), py::arg("longitude"),
             "The entries that cover a position in WGS 84, in degrees.")
@@ -104,7 +108,9 @@ Args:
 Raises:
     ValueError: south above north, or west above east.
 )")
-        .def("__len__", [](const SharedCatalogue& self) { return self.charts->entries().size(); });
+        .def("__len__", [](SharedCatalogue& self) {
+            return self.call([](const Catalogue& charts) { return charts.entries().size(); });
+        });
 }
 
 }  // namespace zellap10::python

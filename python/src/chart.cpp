@@ -13,7 +13,6 @@
 #include <pybind11/stl/filesystem.h>
 
 #include "bindings.h"
-#include "errors.h"
 #include "plain.h"
 #include <zellap10/plotter/plotter.h>
 #include <zellap10/zellap10.h>
@@ -24,8 +23,36 @@ namespace {
 
 using Bytes = py::array_t<unsigned char>;
 
+/// A chart that cannot be opened or read, with the reason in words.
+struct ChartError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 std::string reason(const std::string& path) {
-    return path + ": " + chart_fault(path).value_or("Memory ran out.");
+    const auto diagnosis = plotter::diagnose_chart(path);
+    return path + ": " + (diagnosis ? diagnosis->text : "Memory ran out.");
+}
+
+using Diagnose = std::optional<plotter::Diagnosis> (*)(const std::string&);
+
+/// The text of a diagnosis, or None.
+template <Diagnose diagnose>
+py::object words(const std::filesystem::path& path) {
+    const auto diagnosis = diagnose(path.string());
+    return diagnosis ? path_text(diagnosis->text) : py::none();
+}
+
+/// Registers ChartError. Its text may contain a path that is not UTF-8.
+void add_error(py::module_& module) {
+    static const py::handle type = py::exception<ChartError>(module, "ChartError").release();
+    type.attr("__doc__") = "A chart that cannot be opened or read, with the reason in words.";
+    py::register_exception_translator([](std::exception_ptr thrown) {
+        try {
+            if (thrown) std::rethrow_exception(thrown);
+        } catch (const ChartError& error) {
+            PyErr_SetObject(type.ptr(), path_text(error.what()).ptr());
+        }
+    });
 }
 
 /// An inset of a chart.
@@ -37,9 +64,9 @@ struct Inset {
 /// An open chart. An object of the library is for one thread at a time, so a lock is held while it decodes.
 class Chart {
 public:
-    explicit Chart(const std::filesystem::path& path) : path_(path.string()) {
+    explicit Chart(const std::filesystem::path& path)
+        : path_(path.string()), chart_(std::make_unique<CZellap>()) {
         const py::gil_scoped_release free;
-        chart_ = std::make_unique<CZellap>();
         if (chart_->OpenZellap(path_.c_str(), 0) == 0) throw ChartError(reason(path_));
         sheet_.emplace(*chart_->GetBaseGeoRec(), chart_->GetDocumentSize());
         for (const CGEORec* inset : chart_->GetBaseGeoRec()->Insets) {
@@ -225,21 +252,17 @@ Raises:
 )";
 
 void add_diagnosis(py::module_& module) {
-    using Path = std::filesystem::path;
-    module.def(
-        "diagnose_chart", [](const Path& path) { return chart_fault(path.string()); }, py::arg("path"),
-        "Why a chart file does not open, in words; None if it does.");
-    module.def(
-        "diagnose_georeference", [](const Path& path) { return georeference_fault(path.string()); },
-        py::arg("path"), "Why a chart file has no georeference, in words; None if it has one.");
+    module.def("diagnose_chart", &words<plotter::diagnose_chart>, py::arg("path"),
+               "Why a chart file does not open, in words; None if it does.");
+    module.def("diagnose_georeference", &words<plotter::diagnose_georeference>, py::arg("path"),
+               "Why a chart file has no georeference, in words; None if it has one.");
 }
 
 }  // namespace
 
 void add_chart(py::module_& module) {
     add_diagnosis(module);
-    py::register_exception<ChartError>(module, "ChartError").attr("__doc__") =
-        "A chart that cannot be opened or read, with the reason in words.";
+    add_error(module);
     py::class_<Inset>(module, "Inset", "An inset of a chart.")
         .def_property_readonly(
             "name", [](const Inset& self) { return text(self.name.c_str()); }, "Its name.")

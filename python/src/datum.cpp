@@ -1,14 +1,11 @@
 #include "bindings.h"
 #include "broadcast.h"
+#include "plain.h"
 #include <zellap10/datum/shift.h>
 
 namespace zellap10::python {
 
 namespace {
-
-void check_datum(int datum) {
-    if (datum < 0 || datum > 119) throw std::invalid_argument("a datum is a number from 0 to 119");
-}
 
 using Shift = void (*)(double*, double*, double*, int);
 

@@ -15,17 +15,19 @@ using plotter::MapView;
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
+double finite(double number) {
+    if (std::isfinite(number)) return number;
+    throw std::invalid_argument("a view has no NaN or infinity");
+}
+
 MapView view_at(double latitude, double longitude, double metres_per_pixel, int width, int height,
                 double course_up) {
-    if (!(std::fabs(latitude) <= 90.0) || !std::isfinite(longitude)) {
-        throw std::invalid_argument("the centre is not a position");
-    }
-    if (!(metres_per_pixel > 0.0)) throw std::invalid_argument("metres per pixel must be above 0");
+    if (!(std::fabs(latitude) <= 90.0)) throw std::invalid_argument("a latitude is from -90 to 90");
+    if (!(finite(metres_per_pixel) > 0.0)) throw std::invalid_argument("metres per pixel must be above 0");
     if (width < 1 || height < 1 || width > 32767 || height > 32767) {
         throw std::invalid_argument("width and height are from 1 to 32767");
     }
-    if (!std::isfinite(course_up)) throw std::invalid_argument("the course up is not a number");
-    return MapView({latitude, longitude}, metres_per_pixel, {width, height}, course_up);
+    return MapView({latitude, finite(longitude)}, metres_per_pixel, {width, height}, finite(course_up));
 }
 
 MapView view_of_tile(int zoom, int x, int y, int tile_size) {
@@ -59,12 +61,12 @@ void add_map_view(py::module_& module) {
 
 Args:
     latitude, longitude: the centre, degrees in WGS 84; latitudes are held at 85.0511 north and south.
-    metres_per_pixel: on the ground at the centre.
+    metres_per_pixel: on the ground at the centre, held at 0.0001 and 1e7.
     width, height: pixels, 1 to 32767.
     course_up: the true course that points up, degrees.
 
 Raises:
-    ValueError: a number out of range.
+    ValueError: a number out of range; for NaN and infinity also from the methods that return a view.
 
 >>> view = MapView(50.0, -1.0, 100.0, 800, 600)
 >>> view.to_screen(50.0, -1.0)
@@ -84,18 +86,23 @@ Raises:
              "Returns (x, y) of positions in degrees, which broadcast. NaN beyond 89 degrees of latitude.")
         .def("to_position", &to_position, py::arg("x"), py::arg("y"),
              "Returns (latitude, longitude) in degrees of screen pixels, which broadcast.")
-        .def("moved_by", &MapView::moved_by, py::arg("dx"), py::arg("dy"),
-             "The view whose centre is so many pixels to the right of and below this centre.")
+        .def(
+            "moved_by",
+            [](const MapView& self, double dx, double dy) { return self.moved_by(finite(dx), finite(dy)); },
+            py::arg("dx"), py::arg("dy"),
+            "The view whose centre is so many pixels to the right of and below this centre.")
         .def(
             "zoomed",
             [](const MapView& self, double factor, double x, double y) {
-                if (!(factor > 0.0)) throw std::invalid_argument("the factor must be above 0");
-                return self.zoomed(factor, {x, y});
+                if (!(finite(factor) > 0.0)) throw std::invalid_argument("the factor must be above 0");
+                return self.zoomed(factor, {finite(x), finite(y)});
             },
             py::arg("factor"), py::arg("x"), py::arg("y"),
             "The view enlarged by a factor, with the same position at the screen pixel x, y.")
-        .def("turned_to", &MapView::turned_to, py::arg("course_up"),
-             "The view with another course up, degrees.")
+        .def(
+            "turned_to",
+            [](const MapView& self, double course_up) { return self.turned_to(finite(course_up)); },
+            py::arg("course_up"), "The view with another course up, degrees.")
         .def_property_readonly(
             "centre",
             [](const MapView& self) {

@@ -65,7 +65,7 @@ Args:
     course: degrees clockwise from north, from 0 to below 360.
 
 Returns:
-    (latitude, longitude) in degrees; the longitude may pass 180. NaN in, NaN out.
+    (latitude, longitude) in degrees; the latitude may pass 90 and the longitude 180. NaN in, NaN out.
 
 Raises:
     ValueError: shapes that do not fit.

@@ -12,6 +12,7 @@
 #include <zellap10/plotter/colours.h>
 #include <zellap10/plotter/outline.h>
 #include <zellap10/plotter/pixel_outline.h>
+#include <zellap10/plotter/quilt.h>
 
 /// @file
 ///
@@ -29,7 +30,7 @@ inline py::str text(const char* bytes) {
     return py::reinterpret_steal<py::str>(decoded);
 }
 
-/// A path as Python spells it: bytes that are not UTF-8 survive the way back.
+/// A path, or a text with one, as Python spells it: bytes that are not UTF-8 survive the way back.
 inline py::object path_text(const std::string& path) {
     PyObject* const decoded =
         PyUnicode_DecodeFSDefaultAndSize(path.data(), static_cast<Py_ssize_t>(path.size()));
@@ -42,6 +43,10 @@ inline plotter::ColourScheme scheme_of(const std::string& name) {
     if (name == "dusk") return plotter::ColourScheme::kDusk;
     if (name == "night") return plotter::ColourScheme::kNight;
     throw std::invalid_argument("'" + name + "' is none of day, dusk and night");
+}
+
+inline void check_datum(int datum) {
+    if (datum < 0 || datum > 119) throw std::invalid_argument("a datum is a number from 0 to 119");
 }
 
 /// Whether a datum is the chart's own.
@@ -71,6 +76,14 @@ inline py::array_t<double> array_of(const plotter::PixelOutline& outline) {
         *to++ = corner.y;
     }
     return array;
+}
+
+/// (path, reason) of each.
+inline py::list list_of(const std::vector<plotter::Quilt::Problem>& problems) {
+    py::list list;
+    for (const plotter::Quilt::Problem& problem : problems)
+        list.append(py::make_tuple(path_text(problem.path), path_text(problem.text)));
+    return list;
 }
 
 /// South, west, north, east; the last is above 180 if the extent crosses the 180th meridian.

@@ -65,15 +65,11 @@ unsigned char part(Argb colour, int shift) {
 PngEncoder::PngEncoder(int width, int height, int level)
     : width_(static_cast<std::size_t>(width)),
       height_(static_cast<std::size_t>(height)),
-      compressor_(libdeflate_alloc_compressor(level)),
+      compressor_(libdeflate_alloc_compressor(level), libdeflate_free_compressor),
       indexes_(width_ * height_),
       rows_((width_ * 4 + 1) * height_) {
     if (compressor_ == nullptr) throw std::bad_alloc();
-    compressed_.resize(libdeflate_zlib_compress_bound(compressor_, rows_.size()));
-}
-
-PngEncoder::~PngEncoder() {
-    libdeflate_free_compressor(compressor_);
+    compressed_.resize(libdeflate_zlib_compress_bound(compressor_.get(), rows_.size()));
 }
 
 std::string PngEncoder::encode(const Argb* pixels, std::size_t stride) {
@@ -151,7 +147,7 @@ void PngEncoder::pack_colours(const Argb* pixels, std::size_t stride, bool alpha
 }
 
 std::string PngEncoder::file(int bits, int colour_type) {
-    const std::size_t size = libdeflate_zlib_compress(compressor_, rows_.data(), rows_.size(),
+    const std::size_t size = libdeflate_zlib_compress(compressor_.get(), rows_.data(), rows_.size(),
                                                       compressed_.data(), compressed_.size());
     std::string bytes("\x89PNG\r\n\x1a\n", 8);
     std::string header;

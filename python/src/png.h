@@ -23,9 +23,6 @@ class PngEncoder {
 public:
     /// @param level  of libdeflate, 0 to 12; a larger one is slower and makes smaller files
     PngEncoder(int width, int height, int level);
-    ~PngEncoder();
-    PngEncoder(const PngEncoder&) = delete;
-    PngEncoder& operator=(const PngEncoder&) = delete;
 
     /// @param pixels  the upper left pixel
     /// @param stride  pixels from a row to the next
@@ -40,7 +37,7 @@ private:
 
     std::size_t width_;
     std::size_t height_;
-    libdeflate_compressor* compressor_;
+    std::unique_ptr<libdeflate_compressor, void (*)(libdeflate_compressor*)> compressor_;
     std::vector<plotter::Argb> palette_;
     std::vector<unsigned char> indexes_;     // a byte per pixel, where there is a palette
     std::vector<unsigned char> rows_;        // as they are compressed: a filter byte before each

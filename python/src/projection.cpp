@@ -7,13 +7,12 @@
 
 #include "bindings.h"
 #include "broadcast.h"
+#include "plain.h"
 #include <zellap10/projection/projection.h>
 
 namespace zellap10::python {
 
 namespace {
-
-constexpr int kDatums = 120;
 
 int code_of(const std::string& kind) {
     const char* const kinds[] = {"mercator", "polyconic", "transverse_mercator", "lambert"};
@@ -30,9 +29,14 @@ public:
     Projection(const std::string& kind, double latitude, double longitude, std::optional<double> parallel1,
                std::optional<double> parallel2, int datum)
         : code_(code_of(kind)) {
-        if (datum < 0 || datum >= kDatums) throw std::invalid_argument("a datum is a number from 0 to 119");
+        check_datum(datum);
         const double lat1 = parallel1.value_or(latitude);
-        project_init2(code_, latitude, longitude, lat1, parallel2.value_or(lat1), datum, &parms_);
+        const double lat2 = parallel2.value_or(lat1);
+        for (const double degrees : {latitude, longitude, lat1, lat2}) {
+            if (!std::isfinite(degrees))
+                throw std::invalid_argument("the origin or a parallel is not a number");
+        }
+        project_init2(code_, latitude, longitude, lat1, lat2, datum, &parms_);
         if (code_ == 4 && !std::isfinite(parms_.lam_F)) {
             throw std::invalid_argument(
                 "the two parallels are symmetric about the equator: there is no cone");
@@ -67,13 +71,14 @@ void add_projection(py::module_& module) {
 
 Args:
     kind: "mercator", "polyconic", "transverse_mercator" or "lambert".
-    latitude: latitude of origin, degrees, north positive. Polyconic ignores it.
+    latitude: latitude of origin, degrees, north positive. Mercator and polyconic ignore it.
     longitude: central meridian, degrees, east positive.
-    parallel1, parallel2: standard parallels of "lambert", degrees; by default the latitude of origin.
+    parallel1: a standard parallel of "lambert", degrees; by default the latitude of origin.
+    parallel2: the other one; by default the same.
     datum: row of the datum table, 0 to 119; 117 is WGS 84.
 
 Raises:
-    ValueError: an unknown kind, a datum out of range, parallels without a cone.
+    ValueError: an unknown kind, NaN or infinity, a datum out of range, parallels without a cone.
 
 >>> x, y = Projection("mercator").forward([0.0, 50.0], 1.0)
 >>> x.round(), y.round()

@@ -25,10 +25,8 @@ using plotter::MapView;
 /// A quilt is for one thread at a time, so a lock is held while it draws.
 class Quilt {
 public:
-    Quilt(SharedCatalogue& catalogue, std::size_t memory, int threads)
-        : quilt_(catalogue.charts, options(memory, threads)) {
-        catalogue.in_use = true;
-    }
+    Quilt(const std::shared_ptr<const plotter::Catalogue>& catalogue, std::size_t memory, int threads)
+        : quilt_(catalogue, options(memory, threads)) {}
 
     /// Rows x columns x 4.
     py::array_t<unsigned char> draw(const MapView& view, const std::string& scheme,
@@ -62,13 +60,7 @@ public:
         return py::make_tuple(*hit->entry, hit->pixel.x, hit->pixel.y);
     }
 
-    std::vector<std::pair<std::string, std::string>> problems() const {
-        std::vector<std::pair<std::string, std::string>> result;
-        for (const plotter::Quilt::Problem& problem : quilt_.problems()) {
-            result.emplace_back(problem.path, problem.text);
-        }
-        return result;
-    }
+    py::list problems() const { return list_of(quilt_.problems()); }
 
 private:
     static plotter::Quilt::Options options(std::size_t memory, int threads) {
@@ -103,7 +95,7 @@ Args:
 >>> image.shape
 (300, 400, 4)
 )")
-        .def(py::init<SharedCatalogue&, std::size_t, int>(), py::arg("catalogue"),
+        .def(py::init(&SharedCatalogue::drawer<Quilt, std::size_t, int>), py::arg("catalogue"),
              py::arg("memory") = std::size_t{256} << 20U, py::arg("threads") = 1)
         .def("draw", &Quilt::draw, py::arg("view"), py::arg("scheme") = "day",
              py::arg("background") = std::array<unsigned char, 4>{0, 0, 0, 0},

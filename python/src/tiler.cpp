@@ -37,16 +37,16 @@ struct EncodedTile {
 /// Draws and encodes tiles. It is for one thread at a time, so a lock is held while it draws.
 class Tiler {
 public:
-    Tiler(SharedCatalogue& catalogue, int tile_size, const std::string& format, std::size_t memory)
-        : catalogue_(catalogue.charts),
+    Tiler(const std::shared_ptr<const plotter::Catalogue>& catalogue, int tile_size,
+          const std::string& format, std::size_t memory)
+        : catalogue_(catalogue),
           tile_size_(tile_size),
           webp_(format == "webp"),
-          quilt_(catalogue.charts, options(memory)),
+          quilt_(catalogue, options(memory)),
           png_(checked(tile_size), tile_size, kPngLevel) {
         if (format != "png" && format != "webp") {
             throw std::invalid_argument("'" + format + "' is neither png nor webp");
         }
-        catalogue.in_use = true;
     }
 
     py::list block(int zoom, int x, int y, int size, const std::string& scheme) {
@@ -78,12 +78,7 @@ public:
         return py::bytes(tiles.front().bytes);
     }
 
-    std::vector<std::pair<std::string, std::string>> problems() const {
-        std::vector<std::pair<std::string, std::string>> result;
-        for (const auto& problem : quilt_.problems())
-            result.emplace_back(problem.path, problem.text);
-        return result;
-    }
+    py::list problems() const { return list_of(quilt_.problems()); }
 
 private:
     static int checked(int tile_size) {
@@ -151,18 +146,15 @@ private:
 };
 
 /// (zoom, x, y, size, tiles, indexes of entries) of each block.
-py::list planned(const SharedCatalogue& catalogue, int first_zoom, int last_zoom) {
+py::list planned(SharedCatalogue& catalogue, int first_zoom, int last_zoom) {
     if (first_zoom < 0 || first_zoom > last_zoom || last_zoom > 24) {
         throw std::invalid_argument("zooms are from 0 to 24, the first not above the last");
     }
-    std::vector<TileBlock> blocks;
-    {
-        const py::gil_scoped_release free;
-        blocks = plan_blocks(*catalogue.charts, first_zoom, last_zoom);
-    }
-    py::dict indexes;
+    const auto [blocks, charts] = catalogue.call([&](const plotter::Catalogue& all) {
+        return std::pair(plan_blocks(all, first_zoom, last_zoom), all.entries());
+    });
     std::unordered_map<const plotter::CatalogueEntry*, std::size_t> index;
-    for (const auto* entry : catalogue.charts->entries())
+    for (const auto* entry : charts)
         index.emplace(entry, index.size());
     py::list result;
     for (const TileBlock& block : blocks) {
@@ -198,7 +190,7 @@ Args:
 Raises:
     ValueError: another size or format.
 )")
-        .def(py::init<SharedCatalogue&, int, const std::string&, std::size_t>(), py::arg("catalogue"),
+        .def(py::init(&SharedCatalogue::drawer<Tiler, int, std::string, std::size_t>), py::arg("catalogue"),
              py::arg("tile_size") = 256, py::arg("format") = "png",
              py::arg("memory") = std::size_t{256} << 20U)
         .def("tile", &Tiler::tile, py::arg("zoom"), py::arg("x"), py::arg("y"), py::arg("scheme") = "day",

@@ -65,6 +65,7 @@ def test_courses_go_the_short_way_over_the_180th_meridian():
         (lambda: zellap10.Projection("gnomonic"), "'gnomonic' is none of"),
         (lambda: zellap10.Projection("mercator", datum=120), "from 0 to 119"),
         (lambda: zellap10.Projection("lambert", 0, 0, -30, 30), "no cone"),
+        (lambda: zellap10.Projection("lambert", math.nan), "not a number"),
         (lambda: zellap10.datum_to_wgs84(1, 1, datum=-1), "from 0 to 119"),
         (lambda: zellap10.advance([1, 2], [1, 2, 3], 1, 1), "do not fit"),
     ],

@@ -81,13 +81,24 @@ def test_usage_errors(arguments):
 
 
 def test_names_may_have_any_bytes(samples, tmp_path):
+    """Also in messages."""
     folder = os.fsencode(tmp_path) + b"/\xff"
     os.mkdir(folder)
-    for ending in (b".chart", b".GEO"):
-        shutil.copy(os.fsencode(samples) + b"/fiji" + ending, folder)
-    command = [sys.executable, "-m", "zellap10"]
-    info = subprocess.run([*command, "info", folder + b"/fiji.chart"], capture_output=True)
-    assert info.returncode == 0 and b"FIJI ISLANDS" in info.stdout
-    out = folder + b"/out.mbtiles"
-    tiles = subprocess.run([*command, "tiles", folder, out, "--zoom", "5"], capture_output=True)
-    assert tiles.returncode == 0 and b"not shown" not in tiles.stderr, tiles.stderr
+    chart, georeference = folder + b"/fiji.", folder + b"/fiji.GEO"  # nothing needs to follow the dot
+    shutil.copy(samples / "fiji.chart", chart)
+
+    def run(*arguments):
+        command = [sys.executable, "-m", "zellap10", *arguments]
+        result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        return result.returncode, result.stdout
+
+    status, words = run("info", chart)
+    assert status == 0 and "FIJI ISLANDS" in words and r"There is no georeference file" in words
+    status, words = run("info", folder + b"/none")
+    assert status == 1 and words.endswith(r"/\udcff/none: There is no such file." + "\n")
+    shutil.copy(samples / "fiji.GEO", georeference)
+    status, words = run("tiles", folder, folder + b"/out.mbtiles", "--zoom", "5")
+    assert status == 0 and "not shown" not in words, words
+    os.truncate(chart, 8000)
+    status, words = run("tiles", folder, folder + b"/out.mbtiles", "--zoom", "5")
+    assert status == 0 and r"not shown: " in words and "The line table" in words, words

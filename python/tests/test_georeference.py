@@ -1,6 +1,8 @@
 """Pixels and positions, catalogues and views."""
 
 import math
+import time
+from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
 import pytest
@@ -83,7 +85,22 @@ def test_a_catalogue_answers_most_detailed_first(samples):
     assert {entry.name for entry in catalogue.covering(-18, -179.5)} == {"FIJI ISLANDS"}
     with pytest.raises(ValueError, match="south"):
         catalogue.overlapping(1, 0, 0, 1)
-    zellap10.Quilt(catalogue)
+
+
+def test_a_catalogue_that_a_quilt_draws_does_not_change(samples, tmp_path):
+    """A quilt begins before or after another thread adds a folder, but not meanwhile."""
+    for number in range(100):
+        for file in samples.glob("fiji.*"):
+            (tmp_path / f"{number}{file.suffix}").symlink_to(file)
+    catalogue = zellap10.Catalogue()
+    with pytest.raises(ValueError, match="from 1 to 64"):
+        zellap10.Quilt(catalogue, threads=0)
+    with ThreadPoolExecutor(1) as pool:
+        added = pool.submit(catalogue.add, tmp_path)
+        time.sleep(0.002)
+        zellap10.Quilt(catalogue)
+        count = len(catalogue)
+    assert len(catalogue) == count == (0 if added.exception() else 100)
     with pytest.raises(ValueError, match="nothing may be added"):
         catalogue.add(samples)
 
@@ -97,6 +114,10 @@ def test_a_view_and_its_limits():
     for arguments in [(math.nan, 0, 1, 9, 9), (0, math.inf, 1, 9, 9), (0, 0, 0, 9, 9), (0, 0, 1, 0, 9), (91, 0, 1, 9, 9)]:
         with pytest.raises(ValueError):
             zellap10.MapView(*arguments)
+    for change in (lambda n: zellap10.MapView(0, 0, n, 9, 9), lambda n: view.zoomed(n, 0, 0), view.turned_to):
+        for number in (math.nan, math.inf):
+            with pytest.raises(ValueError, match="NaN or infinity"):
+                change(number)
     for tile in [(25, 0, 0), (1, 2, 0), (1, 0, -1), (-1, 0, 0)]:
         with pytest.raises(ValueError, match="no such tile"):
             zellap10.MapView.of_tile(*tile)

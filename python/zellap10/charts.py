@@ -32,7 +32,8 @@ def _reason(path: Path) -> str:
 
 def georeference_file(chart: str) -> Path:
     """The path of the georeference file of a chart."""
-    return Path(chart).with_suffix(".GEO")
+    dot = chart.rfind(".")  # of a folder, if the file's name has none
+    return Path((chart[:dot] if dot > 0 else chart) + ".GEO")
 
 
 def state_of(catalogue: Catalogue) -> bytes:
