@@ -14,13 +14,6 @@ from zellap10.drawing import on_cluster, on_this_machine
 from zellap10.mbtiles import TilesError
 from zellap10.tiles import write_tiles
 
-WORKER = """
-import sys
-from distributed.cli.dask_worker import main
-main()
-"""
-SCHEDULER = WORKER.replace("worker", "scheduler")
-
 
 @pytest.fixture
 def cluster(tmp_path):
@@ -29,14 +22,14 @@ def cluster(tmp_path):
     address_file = tmp_path / "scheduler.json"
     environment = os.environ | {"DASK_DISTRIBUTED__WORKER__DAEMON": "False"}
 
-    def start(code, *options):
-        command = [sys.executable, "-c", code, *options, "--no-dashboard"]
+    def start(program, *options):
+        command = [sys.executable, "-m", f"distributed.cli.dask_{program}", *options, "--no-dashboard"]
         log = (tmp_path / "log").open("a")
         return subprocess.Popen(command, cwd=tmp_path, env=environment, stdout=log, stderr=log)
 
-    scheduler = start(SCHEDULER, "--host", "127.0.0.1", "--port", "0", "--scheduler-file", str(address_file))
+    scheduler = start("scheduler", "--host", "127.0.0.1", "--port", "0", "--scheduler-file", str(address_file))
     workers = [
-        start(WORKER, "--scheduler-file", str(address_file), "--nthreads", "1", "--no-nanny", "--host", "127.0.0.1")
+        start("worker", "--scheduler-file", str(address_file), "--nthreads", "1", "--no-nanny", "--host", "127.0.0.1")
         for _ in range(3)
     ]
     from distributed import Client

@@ -15,6 +15,7 @@ import pytest
 from conftest import ROOT, need
 
 import zellap10
+from zellap10 import mbtiles
 from zellap10._native import Tiler, plan_blocks
 from zellap10.drawing import Drawn, TileSettings, draw_block, on_this_machine
 from zellap10.mbtiles import Block, MbtilesReader, MbtilesWriter, Tile, TilesError
@@ -260,7 +261,21 @@ def test_files_that_are_refused(tmp_path):
             MbtilesWriter(path)
     with pytest.raises(TilesError):
         MbtilesReader(text)
+    damaged = tmp_path / "damaged.mbtiles"
+    MbtilesWriter(damaged).close()
+    damaged.write_bytes(damaged.read_bytes()[:4096] + b"x" * 50000)
+    with pytest.raises(TilesError, match="malformed"), MbtilesWriter(damaged) as writer:
+        writer.done()
     assert not list(tmp_path.glob("*-lock"))
+
+
+def test_a_run_that_was_killed_at_its_start_continues(tmp_path, monkeypatch):
+    out = tmp_path / "out.mbtiles"
+    with monkeypatch.context() as killed, pytest.raises(TilesError):
+        killed.setattr(mbtiles, "SCHEMA", mbtiles.SCHEMA.replace("CREATE TABLE IF NOT EXISTS map", "killed here"))
+        MbtilesWriter(out)
+    with MbtilesWriter(out) as writer:
+        assert writer.done() == {}
 
 
 def test_one_writer_at_a_time(tmp_path):
@@ -307,10 +322,3 @@ def test_a_killed_run_keeps_what_it_reported_and_continues(two_charts, tmp_path,
     fresh = tmp_path / "fresh.mbtiles"
     write_tiles(settings, fresh, (3, 11), on_this_machine(1))
     assert tiles_in(out) == tiles_in(fresh)
-
-
-def test_a_chart_that_cannot_be_shown_is_reported(two_charts, tmp_path):
-    chart = two_charts / "fiji.chart"
-    chart.write_bytes(chart.read_bytes()[:8000])
-    report = write_tiles(settings_of(two_charts), tmp_path / "out.mbtiles", (4, 5), on_this_machine(1))
-    assert list(report.problems) == [str(chart)]

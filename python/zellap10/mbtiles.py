@@ -9,7 +9,7 @@ import hashlib
 import os
 import sqlite3
 from collections.abc import Iterable, Iterator, Mapping
-from contextlib import contextmanager, suppress
+from contextlib import ExitStack, contextmanager, suppress
 from pathlib import Path
 from types import TracebackType
 from typing import IO, NamedTuple
@@ -17,6 +17,7 @@ from typing import IO, NamedTuple
 APPLICATION_ID = 0x4D504258  # "MPBX"
 
 SCHEMA = f"""
+BEGIN IMMEDIATE;
 PRAGMA application_id = {APPLICATION_ID};
 CREATE TABLE IF NOT EXISTS metadata (name TEXT PRIMARY KEY, value TEXT);
 CREATE TABLE IF NOT EXISTS images (id INTEGER PRIMARY KEY, digest BLOB UNIQUE, data BLOB);
@@ -32,11 +33,21 @@ CREATE TABLE IF NOT EXISTS chart_files (
 CREATE VIEW IF NOT EXISTS tiles AS
     SELECT zoom AS zoom_level, x AS tile_column, (1 << zoom) - 1 - y AS tile_row, data AS tile_data
     FROM map JOIN images ON map.image = images.id;
+COMMIT;
 """
 
 
 class TilesError(Exception):
     """A tile database that cannot be read or written, with the reason in words."""
+
+
+@contextmanager
+def _in_words(path: Path) -> Iterator[None]:
+    """Makes an error of SQLite a TilesError."""
+    try:
+        yield
+    except sqlite3.Error as error:
+        raise TilesError(f"{path}: {error}.") from error
 
 
 class Tile(NamedTuple):
@@ -60,7 +71,7 @@ class Block(NamedTuple):
 
 
 class MbtilesWriter:
-    """Writes a tile database. There is one writer at a time.
+    """Writes a tile database. There is one writer at a time. In a `with` block, errors of SQLite are TilesErrors.
 
     Args:
         path: the file; it is created if it does not exist.
@@ -72,18 +83,15 @@ class MbtilesWriter:
     def __init__(self, path: Path) -> None:
         self.path = path
         self._lock_path = path.with_name(path.name + "-lock")
-        self._lock = self._locked()
-        try:
+        with ExitStack() as undo, _in_words(path):
+            self._lock = self._locked()
+            undo.callback(self._unlock)
+            self._database = sqlite3.connect(path, isolation_level=None)
+            undo.callback(self._database.close)
             self._open()
-        except sqlite3.Error as error:
-            self._unlock()
-            raise TilesError(f"{path}: {error}.") from error
-        except TilesError:
-            self._unlock()
-            raise
+            undo.pop_all()
 
     def _open(self) -> None:
-        self._database = sqlite3.connect(self.path, isolation_level=None)
         tables = {name for (name,) in self._database.execute("SELECT name FROM sqlite_master")}
         if tables and "blocks" not in tables:
             raise TilesError(f"{self.path}: This database was written by another program.")
@@ -99,12 +107,15 @@ class MbtilesWriter:
         self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
     ) -> None:
         self.close()
+        with _in_words(self.path):
+            if isinstance(error, sqlite3.Error):
+                raise error
 
     def close(self) -> None:
         """Closes the file. It is then a single one, unless another process still reads it."""
-        self._database.rollback()  # of what an interruption has left
-        self._database.execute("PRAGMA busy_timeout = 200")
-        with suppress(sqlite3.OperationalError):
+        with suppress(sqlite3.Error):
+            self._database.rollback()  # of what an interruption has left
+            self._database.execute("PRAGMA busy_timeout = 200")
             self._database.execute("PRAGMA journal_mode = DELETE")
         self._database.close()
         self._unlock()
@@ -163,11 +174,9 @@ class MbtilesWriter:
             self._database.execute("BEGIN IMMEDIATE")
             yield
             self._database.execute("COMMIT")
-        except BaseException as error:
+        except BaseException:
             if self._database.in_transaction:
                 self._database.execute("ROLLBACK")
-            if isinstance(error, sqlite3.Error):
-                raise TilesError(f"{self.path}: {error}.") from error
             raise
 
     def _remove(self, block: Block) -> None:
@@ -213,13 +222,12 @@ class MbtilesReader:
     """
 
     def __init__(self, path: Path) -> None:
-        try:
+        self._path = path
+        with _in_words(path):
             self._database = sqlite3.connect(f"{path.absolute().as_uri()}?mode=ro", uri=True, check_same_thread=False)
             rows = self._database.execute("SELECT name, value FROM metadata")
             self.metadata = {str(name): str(value) for name, value in rows}
             self._database.execute("SELECT 1 FROM tiles LIMIT 1")
-        except sqlite3.Error as error:
-            raise TilesError(f"{path}: {error}.") from error
 
     def tile(self, zoom: int, x: int, y: int) -> bytes | None:
         """An encoded tile, counted from the north; None if there is none.
@@ -227,13 +235,11 @@ class MbtilesReader:
         Raises:
             TilesError: the file is damaged.
         """
-        try:
+        with _in_words(self._path):
             row = self._database.execute(
                 "SELECT tile_data FROM tiles WHERE zoom_level = ? AND tile_column = ? AND tile_row = ?",
                 (zoom, x, (1 << zoom) - 1 - y),
             ).fetchone()
-        except sqlite3.Error as error:
-            raise TilesError(f"The tile cannot be read: {error}.") from error
         return row[0] if row is not None and isinstance(row[0], bytes) else None
 
     def close(self) -> None:
