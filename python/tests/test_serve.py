@@ -2,7 +2,11 @@
 
 import http.client
 import json
+import os
+import signal
 import sqlite3
+import subprocess
+import sys
 import threading
 import time
 from contextlib import contextmanager
@@ -17,7 +21,8 @@ from zellap10.mbtiles import TilesError
 from zellap10.serve import LEAFLET, MapServer, source_of
 from zellap10.tiles import write_tiles
 
-pytestmark = pytest.mark.skipif(not LEAFLET.is_dir(), reason="libjs-leaflet is missing")
+COMPLETE = "ZELLAP10_PYTHON_COMPLETE" in os.environ
+pytestmark = pytest.mark.skipif(not LEAFLET.is_dir() and not COMPLETE, reason="libjs-leaflet is missing")
 
 
 @contextmanager
@@ -57,6 +62,19 @@ def test_the_page_and_tiles(server, catalogue):
         assert get(server, f"/tiles/{scheme}/8/127/86?again") == (200, "image/png", tiler.tile(8, 127, 86, scheme))
     empty = get(server, "/tiles/day/8/0/0")
     assert empty[:2] == (200, "image/png") and len(empty[2]) < 100
+
+
+def test_an_interruption_ends_the_server_while_it_draws(samples):
+    command = [sys.executable, "-m", "zellap10", "serve", str(samples), "--port", "0", "--jobs", "4"]
+    for _ in range(3):
+        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as run:
+            port = int(run.stdout.readline().split(":")[2].split("/")[0])
+            connections = [http.client.HTTPConnection("127.0.0.1", port) for _ in range(8)]
+            for i, connection in enumerate(connections):
+                connection.request("GET", f"/tiles/day/{5 + i}/{2 ** (4 + i) - 1}/{round(0.3385 * 2 ** (5 + i))}")
+            time.sleep(0.02)
+            run.send_signal(signal.SIGINT)
+            assert (run.wait(10), run.stderr.read()) == (0, "")
 
 
 NO_PATHS = ("/../cli.py", "/%2e%2e/cli.py", "//etc/passwd", "/page/map.js", "/images/")

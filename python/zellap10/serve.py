@@ -125,11 +125,17 @@ class MapServer(ThreadingHTTPServer):
     request_queue_size = 64
 
     def __init__(self, source: TileSource, host: str, port: int) -> None:
+        self._source = source
         super().__init__((host, port), partial(MapHandler, source, page_files()))
 
+    def server_close(self) -> None:
+        """Ends the server and its source."""
+        super().server_close()
+        self._source.close()
+
     def handle_error(self, request: object, client_address: object) -> None:
-        """A browser that closes its connection early is no error."""
-        if not isinstance(sys.exc_info()[1], (ConnectionError, TimeoutError)):
+        """A connection that ends early is no error: by the browser, or by Ctrl-C just after it began."""
+        if not isinstance(sys.exc_info()[1], OSError):
             super().handle_error(request, client_address)  # type: ignore[arg-type]
 
     @property

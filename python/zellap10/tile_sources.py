@@ -24,6 +24,9 @@ class TileSource(Protocol):
     def tile(self, scheme: str, zoom: int, x: int, y: int) -> bytes | None:
         """An encoded tile, counted from the north; None if it is empty."""
 
+    def close(self) -> None:
+        """Ends the drawing of tiles. A thread that runs C++ when Python ends would abort the process."""
+
 
 class ChartSource:
     """Draws tiles on demand and keeps the latest.
@@ -47,6 +50,7 @@ class ChartSource:
             "attribution": "",
         }
         self._tilers: queue.SimpleQueue[Tiler] = queue.SimpleQueue()
+        self._jobs = jobs
         for _ in range(jobs):
             self._tilers.put(Tiler(catalogue, memory=memory))
         self._cache = _Cache(cache)
@@ -64,6 +68,10 @@ class ChartSource:
             self._tilers.put(tiler)
         self._cache.put(key, data)
         return data
+
+    def close(self) -> None:
+        for _ in range(self._jobs):
+            self._tilers.get()
 
 
 class _Cache:
@@ -112,6 +120,10 @@ class MbtilesSource:
     def tile(self, scheme: str, zoom: int, x: int, y: int) -> bytes | None:
         with self._lock:
             return self._reader.tile(zoom, x, y)
+
+    def close(self) -> None:
+        with self._lock:
+            self._reader.close()
 
 
 def _config(metadata: dict[str, str], name: str) -> dict[str, Any]:
