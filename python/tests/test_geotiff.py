@@ -9,6 +9,7 @@ from conftest import need
 
 import zellap10
 from zellap10 import geotiff
+from zellap10.charts import _longitudes
 from zellap10.geotiff import Grid, grid_of, write_geotiff
 
 RESOLUTION = 600.0
@@ -75,9 +76,23 @@ def test_the_grid_of_charts_around_the_180th_meridian(samples):
             grid_of(catalogue, resolution)
 
 
+@pytest.mark.parametrize(
+    "ranges, around",
+    [
+        ([(-175, -160), (170, 190)], (170, 200)),
+        ([(-150, -140), (0, 10), (100, 300)], (100, 370)),  # the second gap is partly covered past 180
+        ([(-180, 10), (0, 180)], (-180, 180)),
+    ],
+)
+def test_the_smallest_range_of_longitudes(ranges, around):
+    assert _longitudes(ranges) == around
+
+
 def test_only_tiles_that_touch_a_chart_are_drawn(two_charts, tmp_path, monkeypatch):
     """Charts may be far apart."""
-    tifffile = pytest.importorskip("tifffile")
+    need("tifffile")
+    import tifffile
+
     drawn = []
 
     class Counting(zellap10.Quilt):

@@ -58,11 +58,12 @@ def extent_of(catalogue: Catalogue) -> Extent:
 def _longitudes(ranges: list[tuple[float, float]]) -> tuple[float, float]:
     """The smallest range around all; it begins after the widest gap."""
     ranges = sorted(ranges)
-    start, reach = ranges[0]
-    ends = [reach := max(reach, east) for _, east in ranges]
-    gaps = [(after[0] - end, i + 1) for i, (end, after) in enumerate(zip(ends, ranges[1:]))]
-    last_gap = start + 360 - max(ends)
-    widest, first = max([(last_gap, 0), *gaps])
+    reach = max(east for _, east in ranges) - 360  # of those across the 180th meridian
+    gaps = []
+    for i, (west, east) in enumerate(ranges):
+        gaps.append((west - reach, i))
+        reach = max(reach, east)
+    widest, first = max(gaps)
     if widest <= 0:
         return -180.0, 180.0
     turned = ranges[first:] + [(west + 360, east + 360) for west, east in ranges[:first]]

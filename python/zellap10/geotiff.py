@@ -22,7 +22,7 @@ MOST_LATITUDE = 85.0511  # degrees, of web maps
 RESOLUTIONS = 0.01, 1e6  # metres; from there on the view has other limits
 TILE = 512  # pixels
 MOST_TILES = 4_000_000  # a terapixel
-BIG = 4_000_000_000  # bytes that need BigTIFF
+BIG = 3_000_000_000  # bytes that need BigTIFF; overviews add a third
 
 # TIFF tags and types of a GeoTIFF.
 PIXEL_SCALE, TIE_POINT, GEO_KEYS, GEO_TEXTS = 33550, 33922, 34735, 34737
