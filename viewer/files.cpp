@@ -18,9 +18,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string environment(const char* name) {
+std::string environment(const char* name, const std::string& otherwise) {
     const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
+    return value != nullptr && *value != '\0' ? value : otherwise;
 }
 
 // Where the system has no such call, nothing is done.
@@ -46,11 +46,9 @@ std::error_code write_file(const std::string& path, std::string_view bytes) {
 }  // namespace
 
 std::string user_folder(const std::string& key, const std::string& name) {
-    std::string home = environment("HOME");
-    if (home.empty()) home = environment("USERPROFILE");  // of Windows
+    const std::string home = environment("HOME", environment("USERPROFILE", ""));  // the latter on Windows
     if (home.empty()) return ".";
-    std::string config = environment("XDG_CONFIG_HOME");
-    if (config.empty()) config = home + "/.config";
+    const std::string config = environment("XDG_CONFIG_HOME", home + "/.config");
 
     std::string folder = home + "/" + name;
     const std::string start = "XDG_" + key + "_DIR=\"";

@@ -114,9 +114,9 @@ double distance_to(const std::pair<ScreenPixel, ScreenPixel>& part, ScreenPixel 
     const auto& [a, b] = part;
     const ScreenPixel way{b.x - a.x, b.y - a.y};
     const double square = way.x * way.x + way.y * way.y;
-    const double t = square > 0 ? ((pixel.x - a.x) * way.x + (pixel.y - a.y) * way.y) / square : 0;
-    const double held = std::clamp(t, 0.0, 1.0);
-    return apart({a.x + held * way.x, a.y + held * way.y}, pixel);
+    const double along = (pixel.x - a.x) * way.x + (pixel.y - a.y) * way.y;
+    const double t = square > 0 ? std::clamp(along / square, 0.0, 1.0) : 0;
+    return apart({a.x + t * way.x, a.y + t * way.y}, pixel);
 }
 
 }  // namespace

@@ -131,7 +131,6 @@ private:
     // The route and what is typed.
     void drag_to(ScreenPixel at);
     void click(const Drag& drag);
-    void remove_waypoint(ScreenPixel at);
     void undo();
     void clear_route();
     void ask(const char* question, std::string (View::*enter)(const std::string&), const std::string& text);

@@ -10,7 +10,6 @@
 #include <viewer/route_lines.h>
 #include <viewer/view.h>
 #include <zellap10/platform/angle.h>
-#include <zellap10/plotter/file_stamp.h>
 #include <zellap10/plotter/parse_position.h>
 #include <zellap10/plotter/progress.h>
 #include <zellap10/plotter/text.h>
@@ -36,15 +35,18 @@ void View::press(Button button, ScreenPixel at, bool shift) {
     message_.clear();
     pointer_ = at;
     if (!is_on_chart(at)) return;
-    if (button == Button::kRight) return remove_waypoint(at);
-    drag_ = Drag{shift ? DragKind::kTurn : DragKind::kMove, at};
-    if (!route_mode_ || shift) return;
+    if (button == Button::kLeft) drag_ = Drag{shift ? DragKind::kTurn : DragKind::kMove, at};
+    if (!route_mode_ || (shift && button == Button::kLeft)) return;
     const Scene scene = scene_at(at);
-    const double reach = kReach * scale_;
-    if (const auto waypoint = waypoint_at(scene, waypoints(), at, reach))
+    const auto waypoint = waypoint_at(scene, waypoints(), at, kReach * scale_);
+    if (button == Button::kRight) {
+        if (waypoint) route_.remove(*waypoint);
+        route_changed_ = route_changed_ || waypoint;
+    } else if (waypoint) {
         drag_ = Drag{DragKind::kWaypoint, at, *waypoint};
-    else if (const auto leg = leg_at(scene, waypoints(), at, reach))
+    } else if (const auto leg = leg_at(scene, waypoints(), at, kReach * scale_)) {
         drag_ = Drag{DragKind::kLeg, at, *leg};
+    }
 }
 
 void View::move(ScreenPixel at) {
@@ -98,13 +100,6 @@ void View::click(const Drag& drag) {
         route_.insert(drag.index, {*place, ""});
     else
         route_.add({*place, ""});
-}
-
-void View::remove_waypoint(ScreenPixel at) {
-    const auto waypoint = waypoint_at(scene_at(at), waypoints(), at, kReach * scale_);
-    if (!route_mode_ || !waypoint) return;
-    route_.remove(*waypoint);
-    route_changed_ = true;
 }
 
 void View::undo() {
