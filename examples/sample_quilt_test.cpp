@@ -27,10 +27,11 @@ struct Picture {
     ScreenSize size;
     std::vector<Argb> pixels;
 
-    Argb at(int x, int y) const {
-        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
-                      static_cast<std::size_t>(x)];
+    std::size_t place(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+               static_cast<std::size_t>(x);
     }
+    Argb at(int x, int y) const { return pixels[place(x, y)]; }
 };
 
 Picture drawn(Quilt& quilt, const MapView& view) {
@@ -86,7 +87,7 @@ int land_at(const Picture& picture, int x, int y) {
 std::vector<int> land_around(const Picture& picture, int reach) {
     const int width = picture.size.width;
     const int height = picture.size.height;
-    const auto place = [width](int x, int y) { return static_cast<std::size_t>(y * width + x); };
+    const auto place = [&picture](int x, int y) { return picture.place(x, y); };
     std::vector<int> rows(picture.pixels.size());
     std::vector<int> sums(picture.pixels.size());
     for (int y = 0; y < height; ++y) {
@@ -123,18 +124,15 @@ Shift best_shift(const Picture& a, const Picture& b, int reach) {
     constexpr int kMost = 6;
     const std::vector<int> land = land_around(a, reach);
     const std::vector<int> other = land_around(b, reach);
-    const int width = a.size.width;
     double different[2 * kMost + 1][2 * kMost + 1] = {};
     int compared = 0;
     for (int y = kMost + reach; y < a.size.height - kMost - reach; ++y) {
-        for (int x = kMost + reach; x < width - kMost - reach; ++x) {
+        for (int x = kMost + reach; x < a.size.width - kMost - reach; ++x) {
             if (!both_show(a, b, x, y, kMost + reach)) continue;
             ++compared;
-            const int place = y * width + x;
             for (int dy = -kMost; dy <= kMost; ++dy) {
                 for (int dx = -kMost; dx <= kMost; ++dx) {
-                    const double difference = land[static_cast<std::size_t>(place)] -
-                                              other[static_cast<std::size_t>(place + dy * width + dx)];
+                    const double difference = land[a.place(x, y)] - other[b.place(x + dx, y + dy)];
                     different[dy + kMost][dx + kMost] += difference * difference;
                 }
             }
