@@ -25,6 +25,9 @@ WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64)
 WINDOWS32_PACKAGES=(g++-mingw-w64-i686-posix wine wine64 patchelf)
 ARM64_PACKAGES=(g++-aarch64-linux-gnu qemu-user)
 
+# Of what checks the sources: layout, analysers, sanitizers, fuzzers, reference.
+ANALYSIS_PACKAGES=(clang libclang-rt-14-dev clang-format clang-tidy cppcheck doxygen)
+
 # Of what compiles for Visual C++'s ABI: clang-cl, and the headers of wine and of the viewer's libraries.
 MSVC_PACKAGES=(cmake ninja-build pkgconf clang-19 clang-tools-19 lld-19 llvm-19 libc++-19-dev libwine-dev libcairo2-dev
                libxml2-dev)

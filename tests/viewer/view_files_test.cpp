@@ -160,9 +160,9 @@ TEST(View, NamesWhatItCannotRead) {
     EXPECT_TRUE(screen.reports("closed: The folder cannot be read."));
 
     // A chart that is damaged after it was opened.
-    const std::string path = TestChart{15000, 9000, 50, -2, 0.0001}.write(screen.folder, "chart");
+    const std::string path = TestChart{5000, 3000, 50, -2, 0.0003}.write(screen.folder, "chart");
     screen.look_at({path});
-    fs::resize_file(path, 100000);
+    fs::resize_file(path, 20000);
     screen->zoom(10);
     EXPECT_TRUE(screen.draw_until([&] { return screen.reports("chart.chart: "); }));
 }
