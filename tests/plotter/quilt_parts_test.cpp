@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <testing/block_mean.h>
 #include <testing/chart_under_test.h>
 #include <testing/test_chart.h>
 #include <zellap10/plotter/chart_store.h>
@@ -24,26 +25,6 @@ using namespace zellap10::plotter;
 
 int channel(Argb colour, int i) {
     return static_cast<int>(colour >> 8 * i & 0xFF);
-}
-
-// The mean of the chart pixels of a block, by the definition.
-Argb plain_mean(CZellap& chart, const ColourTable& colours, int level, int x, int y) {
-    const CSize size = chart.GetDocumentSize();
-    int sums[3] = {};
-    int count = 0;
-    for (int line = y << level; line < std::min((y + 1) << level, size.cy); ++line) {
-        for (int column = x << level; column < std::min((x + 1) << level, size.cx); ++column) {
-            unsigned char index = 0;
-            EXPECT_EQ(chart.getMultiLines(line, 1, column, 1, &index), 1);
-            for (int i = 0; i < 3; ++i)
-                sums[i] += channel(colours[index], i);
-            ++count;
-        }
-    }
-    Argb mean = 0xFF000000;
-    for (int i = 0; i < 3; ++i)
-        mean |= static_cast<Argb>((sums[i] + count / 2) / count) << 8 * i;
-    return mean;
 }
 
 TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
@@ -67,7 +48,7 @@ TEST(RasterLevels, AreMeansOfBlocksAndOfThePartsOfThemAtTheEdges) {
                 const int level_x = std::clamp(column * kTileSide - kTileApron + x, 0, size.cx - 1);
                 const int level_y = std::clamp(row * kTileSide - kTileApron + y, 0, size.cy - 1);
                 EXPECT_EQ(tile.pixels[static_cast<std::size_t>(y * tile.width + x)],
-                          plain_mean(chart, colours, level, level_x, level_y))
+                          mean_of_block(chart, colours, level_x, level_y, 1 << level))
                     << level_x << ' ' << level_y;
             }
         }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <testing/block_mean.h>
 #include <testing/chart_under_test.h>
 #include <zellap10/plotter/viewport.h>
 
@@ -33,45 +34,21 @@ Argb colour_of_block(ChartUnderTest& chart, std::int64_t column, std::int64_t ro
     return colours_of(chart)[index];
 }
 
-// The mean of a block, pixel by pixel.
-Argb mean_of_block(ChartUnderTest& chart, std::int64_t column, std::int64_t row, int reduction) {
-    const std::int64_t x = column * reduction;
-    const std::int64_t y = row * reduction;
-    if (x < 0 || y < 0 || x >= kWidth || y >= kHeight) return kBackground;
-    unsigned char indexes[kWidth * kHeight];
-    chart.plain_window(0, kHeight, 0, kWidth, indexes);
-    unsigned sums[3] = {};
-    unsigned count = 0;
-    for (std::int64_t line = y; line < std::min<std::int64_t>(y + reduction, kHeight); ++line) {
-        for (std::int64_t i = x; i < std::min<std::int64_t>(x + reduction, kWidth); ++i, ++count) {
-            for (unsigned part = 0; part < 3; ++part)
-                sums[part] += colours_of(chart)[indexes[line * kWidth + i]] >> 8 * part & 0xFF;
-        }
-    }
-    Argb mean = 0xFF000000;
-    for (unsigned part = 0; part < 3; ++part)
-        mean |= (sums[part] + count / 2) / count << 8 * part;
-    return mean;
-}
-
 void expect_means(ChartUnderTest& chart, const Viewport& viewport) {
     std::vector<Argb> drawn(static_cast<std::size_t>(viewport.width * viewport.height), 1);
     EXPECT_TRUE(draw_viewport(chart, viewport, colours_of(chart), kBackground,
                               {drawn.data(), viewport.width, viewport.height, viewport.width * 4},
                               Averaging::kTrueColour));
     for (int i = 0; i < viewport.width * viewport.height; ++i) {
-        EXPECT_EQ(drawn[static_cast<std::size_t>(i)],
-                  mean_of_block(chart, std::int64_t{viewport.column} + i % viewport.width,
-                                std::int64_t{viewport.row} + i / viewport.width, viewport.reduction))
-            << i;
+        const Argb mean =
+            mean_of_block(chart, colours_of(chart), std::int64_t{viewport.column} + i % viewport.width,
+                          std::int64_t{viewport.row} + i / viewport.width, viewport.reduction, kBackground);
+        EXPECT_EQ(drawn[static_cast<std::size_t>(i)], mean) << i;
     }
 }
 
 // In a picture with rows at odd addresses, bytes between them, and upside down if need be.
 void expect_blocks(ChartUnderTest& chart, const Viewport& viewport, bool upside_down) {
-    const int left = viewport.column;
-    const int top = viewport.row;
-    const int reduction = viewport.reduction;
     const int width = viewport.width;
     const int height = viewport.height;
     const std::ptrdiff_t stride = width * 4 + 7;
@@ -84,8 +61,8 @@ void expect_blocks(ChartUnderTest& chart, const Viewport& viewport, bool upside_
                               {row_of(drawn, 0), width, height, upside_down ? -stride : stride}));
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            const Argb colour =
-                colour_of_block(chart, std::int64_t{left} + x, std::int64_t{top} + y, reduction);
+            const Argb colour = colour_of_block(chart, std::int64_t{viewport.column} + x,
+                                                std::int64_t{viewport.row} + y, viewport.reduction);
             std::memcpy(row_of(expected, y) + std::ptrdiff_t{x} * 4, &colour, sizeof colour);
         }
     }
