@@ -1,5 +1,6 @@
 #include "failing_new.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -10,15 +11,19 @@
 
 namespace {
 
-long live_blocks = 0;
-unsigned long long bytes_asked = 0;
-long countdown = 0;  // until the allocation that fails, 0 for none
-bool fail_on = false;
-bool failed = false;
+// Any thread may allocate.
+std::atomic<long> live_blocks{0};
+std::atomic<unsigned long long> bytes_asked{0};
+std::atomic<unsigned> allocations{0};
+std::atomic<long> countdown{0};  // until the allocation that fails, 0 for none
+std::atomic<bool> fail_on{false};
+std::atomic<bool> failed{false};
 
 bool fails_now() {
+    const unsigned every = failing_new::fails_every;
+    if (every != 0) return ++allocations % every == 0;
     const bool fails = (failed && fail_on) || (countdown > 0 && --countdown == 0);
-    failed = failed || fails;
+    if (fails) failed = true;
     return fails;
 }
 
@@ -43,6 +48,8 @@ void release(void* block) noexcept {
 }  // namespace
 
 namespace failing_new {
+
+std::atomic<unsigned> fails_every{0};
 
 long live() {
     return live_blocks;

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <atomic>
+
 /// Replaces operator new and newlocale of the program with functions that fail on request.
 namespace failing_new {
+
+/// One allocation of so many fails, by any thread; 0 for none.
+extern std::atomic<unsigned> fails_every;
 
 /// The number of allocated blocks.
 long live();

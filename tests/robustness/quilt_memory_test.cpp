@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "failing_every.h"
+#include "failing_new.h"
 #include <testing/test_chart.h>
 #include <zellap10/plotter/quilt.h>
 
@@ -19,12 +19,8 @@ using namespace zellap10::plotter;
 TEST(QuiltWithoutMemory, DrawsLessAndRecovers) {
     const TempFolder folder;
     auto catalogue = std::make_shared<Catalogue>();
-    TestChart chart;
-    chart.has_inset = true;
-    ASSERT_TRUE(catalogue->add_file(chart.write(folder, "a")));
-    chart.west = -1;
-    chart.has_inset = false;
-    ASSERT_TRUE(catalogue->add_file(chart.write(folder, "b")));
+    ASSERT_TRUE(catalogue->add_file(TestChart{1500, 900, 50, -2, 0.001, 0, true}.write(folder, "a")));
+    ASSERT_TRUE(catalogue->add_file(TestChart{1500, 900, 50, -1}.write(folder, "b")));
     const MapView view({49.6, -0.9}, 200, {400, 300});
     std::vector<Argb> expected(400 * 300);
     Quilt fresh(catalogue);
@@ -38,13 +34,13 @@ TEST(QuiltWithoutMemory, DrawsLessAndRecovers) {
     const Bitmap bitmap{pixels.data(), 400, 300, 1600};
     int failures = 0;
     for (unsigned i = 0; i < 300; ++i) {
-        fails_every = 7 + i * 13 % 400;
+        failing_new::fails_every = 7 + i * 13 % 400;
         try {
             quilt.draw(view.moved_by(i % 9, 0.0), ColourScheme::kDay, i, bitmap);
         } catch (const std::bad_alloc&) {
             ++failures;
         }
-        fails_every = 0;
+        failing_new::fails_every = 0;
     }
     EXPECT_GT(failures, 10);
     // A chart that lacked memory is tried again after a second.
