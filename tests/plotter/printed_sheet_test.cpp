@@ -52,8 +52,7 @@ const Step kSteps[] = {
 
 TEST(PrintedSheet, DrawsWhatAViewportDraws) {
     const TempFolder folder;
-    TestChart chart;
-    chart.has_inset = true;
+    const TestChart chart{1500, 900, 50, -2, 0.001, 0, true};
     const std::string path = chart.write(folder, "chart");
     CZellap opened;
     ASSERT_EQ(opened.OpenZellap(path.c_str(), 0), 1);

@@ -52,20 +52,9 @@ Picture drawn_in_time(Quilt& quilt, const MapView& view) {
 class QuiltTest : public testing::Test {
 protected:
     QuiltTest() {
-        TestChart west;
-        west.has_inset = true;
-        west.name = "WEST";
-        TestChart east;
-        east.west = -0.6;
-        east.step = 0.002;
-        east.name = "EAST";
-        TestChart all;
-        all.west = -5;
-        all.north = 53;
-        all.step = 0.008;
-        all.name = "ALL";
-        for (const auto& [chart, stem] : {std::pair(&west, "west"), {&east, "east"}, {&all, "all"}})
-            paths_.push_back(chart->write(folder_, stem));
+        paths_ = {TestChart{1500, 900, 50, -2, 0.001, 0, true, "WEST"}.write(folder_, "west"),
+                  TestChart{1500, 900, 50, -0.6, 0.002, 0, false, "EAST"}.write(folder_, "east"),
+                  TestChart{1500, 900, 53, -5, 0.008, 0, false, "ALL"}.write(folder_, "all")};
         catalogue_ = filled();
     }
     std::shared_ptr<const Catalogue> filled() const {
@@ -278,11 +267,7 @@ TEST_F(QuiltTest, ShowsAChangedFileWithItsNewGeoreference) {
     Quilt quilt(catalogue_);
     const MapView view({49.5, -1.4}, 100, {300, 200});
     const Picture before = drawn_in_time(quilt, view);
-    TestChart moved;
-    moved.west = -2.25;
-    moved.width = 1400;
-    moved.name = "WEST";
-    moved.write(folder_, "west");
+    TestChart{1400, 900, 50, -2.25, 0.001, 0, false, "WEST"}.write(folder_, "west");
     Quilt fresh(filled());
     const Picture after = drawn(fresh, view);
     ASSERT_FALSE(before == after);

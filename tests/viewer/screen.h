@@ -46,20 +46,16 @@ public:
 
     void draw() {
         draw_once();
-        for (int i = 0; i < 10000 && !view_->is_complete(); ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            draw_once();
-        }
-        EXPECT_TRUE(view_->is_complete());
+        EXPECT_TRUE(draw_until([this] { return view_->is_complete(); }));
     }
 
     void draw_once() { view_->draw({pixels.data(), kWindow.width, kWindow.height, kWindow.width * 4}); }
 
-    /// Draws until something is true, for ten seconds at most.
+    /// Draws until something is true, 10,000 times at most.
     template <class Condition>
     bool draw_until(Condition condition) {
-        for (int i = 0; i < 1000 && !condition(); ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        for (int i = 0; i < 10000 && !condition(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
             draw_once();
         }
         return condition();

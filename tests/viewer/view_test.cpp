@@ -99,9 +99,7 @@ TEST(View, GoesToMoreAndLessDetailOfAPlace) {
 
 TEST(View, ShowsAChartAsPrintedAndPlotsBesideItsInsets) {
     Screen screen;
-    TestChart chart;
-    chart.has_inset = true;
-    const std::string path = chart.write(screen.folder, "chart");
+    const std::string path = TestChart{1500, 900, 50, -2, 0.001, 0, true}.write(screen.folder, "chart");
     screen.look_at({path});
     screen->press_key("V");
     // 1500 by 900 pixels fit at 1/3, with (640 - 500) / 2 and (480 - 300) / 2 pixels around.
@@ -134,8 +132,7 @@ TEST(View, ShowsAChartAsPrintedAndPlotsBesideItsInsets) {
 }
 
 TEST(View, DrawsTheGridAlsoAcrossThe180thMeridian) {
-    TestChart chart;
-    chart.west = 179.25;
+    const TestChart chart{1500, 900, 50, 179.25};
     Screen screen;
     const std::string path = chart.write(screen.folder, "chart");
     // A reference point four pixels from the one in the middle.
