@@ -306,13 +306,13 @@ TEST(PixelOutlines, ContainWhatAPolygonContains) {
     EXPECT_FALSE(PixelOutline().contains({0, 0}));
 }
 
-void add_square(CGEORec& record, int left, int top, int size, double longitude, double latitude) {
+void add_square(CGEORec& record, int left, int top, int size, Position corner, Position degrees) {
     const int right = left + size;
     const int bottom = top + size;
-    const double degrees = size / 100.0;
-    add_points(record, {{left, top, longitude, latitude}, {right, top, longitude + degrees, latitude}});
-    add_points(record, {{right, bottom, longitude + degrees, latitude - degrees},
-                        {left, bottom, longitude, latitude - degrees}});
+    const double east = corner.longitude + degrees.longitude;
+    const double south = corner.latitude - degrees.latitude;
+    add_points(record, {{left, top, corner.longitude, corner.latitude}, {right, top, east, corner.latitude}});
+    add_points(record, {{right, bottom, east, south}, {left, bottom, corner.longitude, south}});
     for (const CRefPoint* point : elements_of(record.Points))
         add_vertex(record, point->Longitude, point->Latitude);
     record.solvepoly();
@@ -320,17 +320,13 @@ void add_square(CGEORec& record, int left, int top, int size, double longitude, 
 
 TEST(Sheets, KnowTheInsetThatOwnsAPixel) {
     CGEORec base;
-    add_square(base, 0, 0, 1000, 0, 10);
+    add_square(base, 0, 0, 1000, {10, 0}, {10, 10});
     CGEORec large;
-    add_square(large, 400, 400, 300, 50, 10);
+    add_square(large, 400, 400, 300, {10, 50}, {3, 3});
     // By Mercator, with pixels of 20 metres, so that its wpxy is far off.
     CGEORec plan;
     plan.Projection = "MERCATOR";
-    add_points(plan, {{500, 500, -5, 48}, {600, 500, -4.973, 48}});
-    add_points(plan, {{600, 600, -4.973, 47.982}, {500, 600, -5, 47.982}});
-    for (const CRefPoint* point : elements_of(plan.Points))
-        add_vertex(plan, point->Longitude, point->Latitude);
-    plan.solvepoly();
+    add_square(plan, 500, 500, 100, {48, -5}, {0.018, 0.027});
     plan.InsetRect = {420, 420, 680, 680};
     ASSERT_GT(std::fabs(plan.wpy(-5, 48) - 500), 40.0) << "wpxy is right";
     CGEORec line;

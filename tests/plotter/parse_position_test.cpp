@@ -36,9 +36,7 @@ const Row kRows[] = {
     {"90 180",                              90.0, 180.0},
     {" .5 , 1. ",                           0.5, 1.0},
 };
-// clang-format on
 
-// clang-format off
 const struct { const char *text, *reason; } kRefusedRows[] = {
     {"",                 "a position is a latitude, a comma and a longitude"},
     {"50.5",             "a position is a latitude, a comma and a longitude"},
