@@ -185,8 +185,7 @@ TEST_F(CatalogueOf, ManyChartsFindsThoseThatEveryOneIsAskedFor) {
         const double north = std::min(south + size, 89.0);
         const double east = std::remainder(west + size, 360.0);
         std::string vertices;
-        for (const auto& [latitude, longitude] :
-             {std::pair(south, west), {south, east}, {north, east}, {north, west}})
+        for (const auto& [latitude, longitude] : {std::pair(south, west), {south, east}, {north, east}})
             vertices += "Vertex=" + std::to_string(latitude) + ' ' + std::to_string(longitude) + '\n';
         folder_.write("m.GEO", vertices);
         catalogue_.add_file(folder_.file("m.chart"));
