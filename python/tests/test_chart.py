@@ -1,6 +1,6 @@
 """Charts and their pixels."""
 
-import threading
+from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
 import pytest
@@ -49,13 +49,7 @@ def test_the_reason_why_a_chart_does_not_open(tmp_path, samples):
 
 
 def test_threads_share_a_chart(samples):
-    with zellap10.Chart(samples / "gulf_of_maine.chart") as chart:
+    with zellap10.Chart(samples / "gulf_of_maine.chart") as chart, ThreadPoolExecutor(4) as pool:
         expected = chart.pixels()
-        results = []
-        threads = [threading.Thread(target=lambda: results.append(chart.pixels())) for _ in range(4)]
-        for thread in threads:
-            thread.start()
-        for thread in threads:
-            thread.join()
-        for result in results:
+        for result in pool.map(lambda _: chart.pixels(), range(4)):
             np.testing.assert_array_equal(result, expected)

@@ -50,7 +50,6 @@ def test_positions_that_have_no_pixel_are_nan(samples):
 
 def test_an_inset_owns_its_pixels(samples):
     with zellap10.Chart(samples / "english_channel.chart") as chart:
-        assert [inset.name for inset in chart.insets] == ["THE SOLENT", "DOVER HARBOUR"]
         harbour = chart.insets[1].georeference
         x, y = harbour.pixel_outline.mean(axis=0)
         latitude, longitude = chart.georeference_at(x, y).position(x, y)

@@ -14,9 +14,10 @@ from contextlib import contextmanager
 import numpy as np
 import pytest
 from conftest import ROOT, need
+from test_tiles import settings_of
 
 import zellap10
-from zellap10.drawing import TileSettings, on_this_machine
+from zellap10.drawing import on_this_machine
 from zellap10.mbtiles import TilesError
 from zellap10.serve import LEAFLET, MapServer, source_of
 from zellap10.tiles import write_tiles
@@ -95,8 +96,7 @@ def test_bad_requests(server, path):
 
 def test_a_database_is_served_too(samples, tmp_path):
     out = tmp_path / "fiji.mbtiles"
-    settings = TileSettings(charts=(str(samples / "fiji.chart"),), format="webp")
-    write_tiles(settings, out, (5, 7), on_this_machine(1))
+    write_tiles(settings_of(samples / "fiji.chart", format="webp"), out, (5, 7), on_this_machine(1))
     with served(out) as server:
         config = json.loads(get(server, "/config.json")[2])
         assert (config["name"], config["zooms"]) == ("fiji", [5, 7])
@@ -206,11 +206,10 @@ def test_coasts_lie_where_markers_are(browser, server):
 
 def test_drag_zoom_and_the_link(browser, server):
     from selenium.webdriver.common.action_chains import ActionChains
-    from selenium.webdriver.common.by import By
 
     page = Page(browser, server, "#8/50.4/-1.2/day")
     before = page.js("return chartMap.map.getCenter()")
-    element = browser.find_element(By.ID, "map")
+    element = browser.find_element("id", "map")
     drag = ActionChains(browser).move_to_element(element).click_and_hold()
     for _ in range(3):
         drag.move_by_offset(-50, 20).pause(0.1)  # Leaflet moves the map in the next frame
@@ -219,9 +218,9 @@ def test_drag_zoom_and_the_link(browser, server):
     after = page.js("return chartMap.map.getCenter()")
     assert after["lng"] > before["lng"] + 0.3 and after["lat"] > before["lat"] + 0.05
     assert page.js("return location.hash").startswith("#8/")
-    browser.find_element(By.CLASS_NAME, "leaflet-control-zoom-in").click()
+    browser.find_element("class name", "leaflet-control-zoom-in").click()
     page.wait()
-    browser.find_element(By.CLASS_NAME, "night").click()
+    browser.find_element("class name", "night").click()
     page.wait()
     link = page.js("return location.hash")
     assert link.startswith("#9/") and link.endswith("/night")
@@ -229,7 +228,7 @@ def test_drag_zoom_and_the_link(browser, server):
     assert night.mean() < 100 and night.max() < 220  # nothing dazzles
     restored = Page(browser, server, link)
     assert np.abs(restored.picture() - night).mean() < 1
-    browser.find_element(By.CLASS_NAME, "day").click()
+    browser.find_element("class name", "day").click()
     page.wait()
     assert page.picture().mean() > 180
 
@@ -237,7 +236,7 @@ def test_drag_zoom_and_the_link(browser, server):
 def test_the_map_opens_on_a_chart(browser, samples, two_charts, tmp_path):
     """Charts that are far apart, and a database that begins at a zoom at which no screen holds all charts."""
     out = tmp_path / "out.mbtiles"
-    write_tiles(TileSettings(charts=(str(two_charts),)), out, (6, 7), on_this_machine(1))
+    write_tiles(settings_of(two_charts), out, (6, 7), on_this_machine(1))
     for path, smallest_zoom in ((samples / "fiji.chart", 6), (two_charts, 1), (out, 6)):
         with served(path) as server:
             page = Page(browser, server, "")
@@ -248,13 +247,12 @@ def test_the_map_opens_on_a_chart(browser, samples, two_charts, tmp_path):
 
 def test_the_pointer_and_the_scale(browser, server):
     from selenium.webdriver.common.action_chains import ActionChains
-    from selenium.webdriver.common.by import By
 
     page = Page(browser, server, "#9/-18/180/day")
-    ActionChains(browser).move_to_element(browser.find_element(By.ID, "map")).perform()
-    text = browser.find_element(By.CLASS_NAME, "pointer").text
+    ActionChains(browser).move_to_element(browser.find_element("id", "map")).perform()
+    text = browser.find_element("class name", "pointer").text
     assert text.startswith(("18°00", "17°59")) and text[-1] in "EW" and ("180°00" in text or "179°59" in text)
-    bar = browser.find_element(By.CLASS_NAME, "scale-bar")
+    bar = browser.find_element("class name", "scale-bar")
     miles = float(bar.text.removesuffix(" NM"))
     metres_per_pixel = 156543.034 * np.cos(np.radians(18)) / 2**9
     assert bar.size["width"] * metres_per_pixel / 1852 == pytest.approx(miles, rel=0.05)

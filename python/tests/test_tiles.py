@@ -160,33 +160,25 @@ def test_a_run_and_what_a_later_one_renews(two_charts, tmp_path):
     assert all(column < 2**zoom / 2 for zoom, column, _ in tiles_in(out))
 
 
-def test_the_database_is_one_of_mbtiles(two_charts, tmp_path):
+def test_the_database_is_one_of_mbtiles(two_charts, catalogue, tmp_path):
     out = tmp_path / "out.mbtiles"
     write_tiles(settings_of(two_charts), out, (2, 7), on_this_machine(1), attribution="© nobody")
     with sqlite3.connect(out) as database:
         metadata = dict(database.execute("SELECT name, value FROM metadata"))
-        images, distinct = database.execute("SELECT count(*), count(DISTINCT data) FROM images").fetchone()
         assert database.execute("PRAGMA application_id").fetchone()[0] == 0x4D504258
         assert database.execute("PRAGMA journal_mode").fetchone()[0] == "delete"
         assert database.execute("PRAGMA integrity_check").fetchone()[0] == "ok"
-    assert images == distinct
     assert metadata["format"] == "png" and metadata["attribution"] == "© nobody"
     assert (metadata["minzoom"], metadata["maxzoom"]) == ("2", "7")
     west, south, east, north = map(float, metadata["bounds"].split(","))
     assert (west, east) == (-180, 180) and -20 < south < -19 and 45 < north < 46
     longitude, latitude, _ = map(float, metadata["center"].split(","))
-    assert MbtilesReader(out).tile(7, *column_and_row(7, latitude, longitude)) is not None
+    assert catalogue.covering(latitude, longitude) and abs(longitude) <= 180
     assert [path.name for path in tmp_path.glob("out*")] == ["out.mbtiles"]
     reader = MbtilesReader(out)
     south_row = 2**7 - 1 - 70  # rows count from the south in the file
     assert tiles_in(out)[(7, 127, south_row)] == reader.tile(7, 127, 70)
     assert reader.tile(7, 64, 70) is None
-
-
-def column_and_row(zoom, latitude, longitude):
-    """The tile of a position."""
-    y = np.arcsinh(np.tan(np.radians(latitude))) / np.pi
-    return int((longitude + 180) / 360 * 2**zoom), int((1 - y) / 2 * 2**zoom)
 
 
 def test_a_worker_that_stays_sees_new_charts(samples, two_charts, tmp_path):
@@ -229,28 +221,23 @@ def test_an_interruption_leaves_a_complete_file(tmp_path):
     assert [path.name for path in tmp_path.iterdir()] == ["out.mbtiles"]
 
 
-def test_a_reader_does_not_disturb_the_writer(tmp_path):
-    out = tmp_path / "out.mbtiles"
-    with MbtilesWriter(out) as writer:
-        writer.write(Block(4, 0, 0, 16), b"1", [Tile(0, 0, b"sea")])
-        reader = MbtilesReader(out)
-        writer.write(Block(4, 0, 0, 16), b"1", [Tile(0, 0, b"land")])
-    assert reader.tile(4, 0, 0) == b"land"
-
-
 def test_equal_tiles_are_stored_once_and_unused_ones_removed(tmp_path):
+    """A reader does not disturb the writer."""
     with MbtilesWriter(tmp_path / "out.mbtiles") as writer:
         block = Block(4, 0, 0, 16)
         writer.write(block, b"1", [Tile(0, 0, b"sea"), Tile(1, 0, b"sea"), Tile(2, 0, b"land")])
-        writer.write(block, b"2", [Tile(5, 0, b"sea")])
+        reader = MbtilesReader(tmp_path / "out.mbtiles")
+        writer.write(block, b"2", [Tile(5, 0, b"sea"), Tile(6, 0, b"sea")])
         writer.remove_unused_images()
         assert writer.done() == {block: b"2"}
     with sqlite3.connect(tmp_path / "out.mbtiles") as database:
         assert database.execute("SELECT data FROM images").fetchall() == [(b"sea",)]
-    assert tiles_in(tmp_path / "out.mbtiles") == {(4, 5, 15): b"sea"}
+    assert tiles_in(tmp_path / "out.mbtiles") == {(4, 5, 15): b"sea", (4, 6, 15): b"sea"}
+    assert (reader.tile(4, 0, 0), reader.tile(4, 5, 0)) == (None, b"sea")
 
 
 def test_files_that_are_refused(tmp_path):
+    """Also the file of another writer, until it is closed."""
     text = tmp_path / "text.mbtiles"
     text.write_text("no database" * 100)
     other = tmp_path / "other.mbtiles"
@@ -262,7 +249,8 @@ def test_files_that_are_refused(tmp_path):
     with pytest.raises(TilesError):
         MbtilesReader(text)
     damaged = tmp_path / "damaged.mbtiles"
-    MbtilesWriter(damaged).close()
+    with MbtilesWriter(damaged), pytest.raises(TilesError, match="Another process"):
+        MbtilesWriter(damaged)
     damaged.write_bytes(damaged.read_bytes()[:4096] + b"x" * 50000)
     with pytest.raises(TilesError, match="malformed"), MbtilesWriter(damaged) as writer:
         writer.done()
@@ -276,14 +264,6 @@ def test_a_run_that_was_killed_at_its_start_continues(tmp_path, monkeypatch):
         MbtilesWriter(out)
     with MbtilesWriter(out) as writer:
         assert writer.done() == {}
-
-
-def test_one_writer_at_a_time(tmp_path):
-    path = tmp_path / "out.mbtiles"
-    with MbtilesWriter(path):
-        with pytest.raises(TilesError, match="Another process"):
-            MbtilesWriter(path)
-    MbtilesWriter(path).close()
 
 
 KILLED = """

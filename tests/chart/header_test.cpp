@@ -98,10 +98,9 @@ TEST(ChartHeader, MayBeLongerThanABlock) {
     for (const std::size_t length : {4093u, 4094u, 4095u, 4096u, 4097u, 20000u}) {
         SCOPED_TRACE(length);
         const std::string last = "\nNOS/RA=0,0,8,1\n";
+        const std::string text = std::string(length - last.size(), '!') + last;
         ChartUnderTest chart;
-        EXPECT_EQ(
-            chart.open(samples::chart_bytes(std::string(length - last.size(), '!') + last, 4, {"\x01\x0F"})),
-            1);
+        EXPECT_EQ(chart.open(samples::chart_bytes(text, 4, {"\x01\x0F"})), 1);
         EXPECT_EQ(chart.GetDocumentSize().cx, 8);
         GuardedPixels line(8);
         EXPECT_EQ(chart.getLine(0, line.data()), 1);

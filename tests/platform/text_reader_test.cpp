@@ -42,10 +42,7 @@ const Row kRows[] = {
     {"empty lines", "\n\r\n", {"/ended", "/ended", "/open"}},
     {"CR alone is a character", "a\rb\r", {"a\rb\r/open"}},
     {"CR CR LF keeps the first", "a\r\r\n", {"a\r/ended", "/open"}},
-    {"0x1A ends the text",
-     "a\nb\x1A"
-     "c\n",
-     {"a/ended", "b/open"}},
+    {"0x1A ends the text", "a\nb\x1Ax\n", {"a/ended", "b/open"}},
     {"0x1A behind CR", "a\r\x1A", {"a\r/open"}},
     {"blanks behind it", " x\xFF\x1A" + std::string(20000, ' '), {" x\xFF/open"}},
     {"a blank behind a line and it", "a\n\x1A ", {"a/ended", "/open"}},
