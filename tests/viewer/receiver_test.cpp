@@ -31,10 +31,10 @@ const char kLog[] =
     "$GPRMC,broken\r\n"
     "$GPRMC,133720,A,4807.042,N,01131.000,E,022.4,084.4,230394,003.1,W*6E\r\n";
 
-// What came until the condition is met or 15 seconds have passed.
+// What came until the condition is met or a minute has passed.
 FixNews wait_for(FixSource& source, const std::function<bool(const FixNews&)>& is_met) {
     FixNews all;
-    const auto deadline = Clock::now() + 15s;
+    const auto deadline = Clock::now() + 60s;
     do {
         const FixNews news = source.take();
         all.fixes.insert(all.fixes.end(), news.fixes.begin(), news.fixes.end());
