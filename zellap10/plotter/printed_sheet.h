@@ -46,7 +46,7 @@ public:
     /// time.
     void stop();
 
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return path_; }  ///< of the chart file, as it was opened
     const std::string& name() const { return name_; }  ///< of the chart; of its file if the chart has none
     ScreenSize size() const;                           ///< of the chart, in pixels of the chart
 
@@ -55,6 +55,7 @@ public:
     /// @param inset  an index in georeferences().insets(); empty for the chart itself
     const CGEORec& record(std::optional<int> inset = std::nullopt) const;
 
+    /// The georeferences of the chart and its insets.
     const Sheet& georeferences() const { return georeferences_; }
 
     /// The part of the chart that the view shows.
@@ -68,6 +69,7 @@ public:
 
     /// Shows a pixel of the chart in the middle of the view.
     ///
+    /// @param pixel      of the chart
     /// @param reduction  chart pixels per screen pixel, above 0; the nearest available one is used
     void show(ChartPixel pixel, double reduction);
 
@@ -77,14 +79,16 @@ public:
     /// Changes the reduction around a screen pixel.
     ///
     /// @param steps  in the list of reductions, positive for a closer view
+    /// @param about  stays on its pixel of the chart, unless the middle of the view would leave the chart
     void zoom(int steps, ScreenPixel about);
 
     /// Draws what is decoded, and the rest as well as it is known from the view before.
     ///
+    /// @param scheme      the colours
     /// @param background  the colour outside the chart
     /// @param bitmap      receives the pixels. Its size is that of the view
     /// @return            false if something is not decoded yet, or if the sizes differ (then nothing is
-    /// drawn)
+    ///                    drawn)
     bool draw(ColourScheme scheme, Argb background, const Bitmap& bitmap);
 
     /// Whether lines of the chart could not be read. They have the background colour.

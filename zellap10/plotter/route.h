@@ -19,8 +19,8 @@ namespace zellap10::plotter {
 
 /// A named position of a route.
 struct Waypoint {
-    Position position;
-    std::string name;  ///< UTF-8; may be empty
+    Position position;  ///< WGS 84
+    std::string name;   ///< UTF-8; may be empty
 };
 
 /// From a waypoint to the next.

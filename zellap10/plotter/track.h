@@ -17,10 +17,10 @@ namespace zellap10::plotter {
 /// The last fix of a ship and its track. Memory is bounded.
 class Track {
 public:
-    using Clock = std::chrono::steady_clock;
+    using Clock = std::chrono::steady_clock;  ///< of the time when a fix is received
 
-    static constexpr std::chrono::seconds kLostAfter{10};
-    static constexpr std::size_t kMostPoints = 20000;
+    static constexpr std::chrono::seconds kLostAfter{10};  ///< the age from which a fix counts as lost
+    static constexpr std::size_t kMostPoints = 20000;      ///< of a track
 
     /// A place where the ship has been.
     struct Point {
