@@ -65,17 +65,28 @@ def test_the_page_and_tiles(server, catalogue):
     assert empty[:2] == (200, "image/png") and len(empty[2]) < 100
 
 
+def take_interruptions():
+    """For a child: a shell's jobs in the background ignore them."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
+
+
 def test_an_interruption_ends_the_server_while_it_draws(samples):
     command = [sys.executable, "-m", "zellap10", "serve", str(samples), "--port", "0", "--jobs", "4"]
     for _ in range(3):
-        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True) as run:
-            port = int(run.stdout.readline().split(":")[2].split("/")[0])
-            connections = [http.client.HTTPConnection("127.0.0.1", port) for _ in range(8)]
-            for i, connection in enumerate(connections):
-                connection.request("GET", f"/tiles/day/{5 + i}/{2 ** (4 + i) - 1}/{round(0.3385 * 2 ** (5 + i))}")
-            time.sleep(0.02)
-            run.send_signal(signal.SIGINT)
-            assert (run.wait(10), run.stderr.read()) == (0, "")
+        with subprocess.Popen(
+            command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, preexec_fn=take_interruptions
+        ) as run:
+            try:
+                port = int(run.stdout.readline().split(":")[2].split("/")[0])
+                connections = [http.client.HTTPConnection("127.0.0.1", port) for _ in range(8)]
+                for i, connection in enumerate(connections):
+                    tile = f"{5 + i}/{2 ** (4 + i) - 1}/{round(0.3385 * 2 ** (5 + i))}"
+                    connection.request("GET", f"/tiles/day/{tile}")
+                time.sleep(0.02)
+                run.send_signal(signal.SIGINT)
+                assert (run.wait(60), run.stderr.read()) == (0, "")
+            finally:
+                run.kill()
 
 
 NO_PATHS = ("/../cli.py", "/%2e%2e/cli.py", "//etc/passwd", "/page/map.js", "/images/")
