@@ -51,9 +51,9 @@ void save_picture(std::vector<std::string> arguments) {
     viewer::View view(charts, options);
     view.resize(kSize);
     draw(view);
-    if (printed) view.press_key("V");
-    if (printed) view.press_key("T");
-    view.press_key("Home");
+    for (const char* const key : {"V", "T", "Home"}) {
+        if (printed) view.press_key(key);
+    }
     view.press_key("G");
     view.set_route(route_of(positions));
     view.save(arguments.front());
